@@ -1,0 +1,30 @@
+#include "astro/checked.h"
+#include "astro/mMoon.h"
+
+namespace mMoon {
+
+double NormalizeAngle(double angle) {
+  if (!(angle < 0) && !(angle > 360)) {
+    return angle;
+  }
+  // The whole degrees are reduced through a division and the fraction is added back afterwards, so that the result
+  // carries the rounding of (q - m) * 360.
+  const auto n = RoundTo<std::int32_t>(Int(angle));
+  const Checked f = Checked(angle) - n;
+  const Checked q = Checked(n) / 360;
+  const auto m = RoundTo<std::int32_t>(Int(q));
+  return (q - m) * 360 + f;
+}
+
+double DegToRad(double angle) {
+  const Checked degrees = angle;
+  return (degrees / 360 + degrees / 360) * 3.1415926535;
+}
+
+double ArcSine(double x) {
+  const Checked s = Sqr(-Checked(x) * x + 1);
+  const Checked t = Checked(x) / s;
+  return Atn(DegToRad(t));
+}
+
+}  // namespace mMoon

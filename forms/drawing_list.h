@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <variant>
+#include <vector>
+
+namespace forms {
+
+/// A colour as Windows has it: 0x00BBGGRR.
+using Colour = std::uint32_t;
+
+struct Point {
+  int x, y;
+  bool operator==(const Point&) const = default;
+};
+
+/// A rectangle of pixels; right and bottom are the first pixel outside.
+struct Box {
+  int left, top, right, bottom;
+  bool operator==(const Box&) const = default;
+};
+
+/// An outlined ellipse, filled unless the fill is transparent. Half-axes in pixels.
+struct Ellipse {
+  Point centre;
+  double halfWidth, halfHeight;
+  Colour outline;
+  std::optional<Colour> fill;
+  bool operator==(const Ellipse&) const = default;
+
+  /// The pixels that the ellipse covers: its outline runs through the pixels at the ends of its axes.
+  [[nodiscard]] Box Bounds() const;
+};
+
+/// The part of the ellipse in the box that lies counter-clockwise from the first radial point to the second, outlined
+/// and filled in one colour.
+struct Pie {
+  Box box;
+  Point from, to;
+  Colour fill;
+  bool operator==(const Pie&) const = default;
+};
+
+enum class FillStyle : std::uint8_t { Solid, Transparent };
+enum class DrawStyle : std::uint8_t { Solid };
+
+/// What has been drawn on a form: a list of primitives that the form replays whenever it is painted, so that the
+/// drawing persists without a bitmap and stays crisp where Windows scales it up.
+class DrawingList {
+ public:
+  using Primitive = std::variant<Ellipse, Pie>;
+
+  /// Forgets what was drawn; the styles and colours stay.
+  void Cls() noexcept { primitives_.clear(); }
+
+  /// The style of outlines. Solid is the only one that the program draws with.
+  void SetDrawStyle(DrawStyle style) noexcept { drawStyle_ = style; }
+  void SetFillStyle(FillStyle style) noexcept { fillStyle_ = style; }
+  void SetFillColor(Colour colour) noexcept { fillColor_ = colour; }
+  void SetForeColor(Colour colour) noexcept { foreColor_ = colour; }
+  [[nodiscard]] Colour ForeColor() const noexcept { return foreColor_; }
+
+  /// Draws a circle, or an ellipse when the aspect, the vertical half-axis over the horizontal one, is not 1. The
+  /// radius is the larger half-axis. Of a negative aspect the magnitude counts.
+  void Circle(Point centre, double radius, Colour outline, double aspect = 1);
+
+  void DrawPie(const Pie& pie) { primitives_.emplace_back(pie); }
+
+  [[nodiscard]] const std::vector<Primitive>& Primitives() const noexcept { return primitives_; }
+
+ private:
+  std::vector<Primitive> primitives_;
+  DrawStyle drawStyle_ = DrawStyle::Solid;
+  FillStyle fillStyle_ = FillStyle::Transparent;
+  Colour fillColor_ = 0;
+  Colour foreColor_ = 0;
+};
+
+}  // namespace forms

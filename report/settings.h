@@ -1,0 +1,61 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "astro/mMoon.h"
+
+namespace forms {
+struct CodePage;
+}
+
+namespace mMoon {
+
+/// A text of fixed length.
+template <std::size_t Length>
+using FixedText = std::array<wchar_t, Length>;
+
+/// The settings record. Only the three options mean something to this program; the other fields belong to the record's
+/// other writers and are carried through unchanged, to the bit.
+struct SettingsRecord {
+  std::uint32_t Reserved1 = 0;
+  FixedText<16> Reserved2{};
+  FixedText<196> Reserved3{};
+  std::int16_t Reserved4 = 0;
+  std::int16_t Reserved5 = 0;
+  std::int16_t Reserved6 = 0;
+  std::uint64_t Reserved7 =
+      0;  ///< a double or a date: kept as bits, since a signalling NaN does not survive a copy on x87
+  std::int16_t Reserved8 = 0;
+  std::uint64_t Reserved9 = 0;
+  std::uint32_t Reserved10 = 0;
+  std::int16_t Reserved11 = 0;
+  std::uint32_t Reserved12 = 0;
+  std::array<std::int16_t, 8> Reserved13To20{};
+  Boolean RestoreInTray = False;  ///< the main window hides instead of ending when it is closed
+  Boolean AutoStart = False;      ///< stored only: no part of the program acts on it
+  Boolean SouthernView = False;   ///< the picture and the icon are mirrored
+  std::int16_t Reserved24 = 0;
+
+  bool operator==(const SettingsRecord&) const = default;
+};
+
+/// The record as last read from or written to the settings file.
+extern SettingsRecord Settings;
+
+/// The record's bytes in the file: its fields one after the other, without padding, little-endian, texts in single
+/// bytes of the system code page.
+inline constexpr std::size_t kSettingsRecordSize = 274;
+using SettingsBytes = std::array<std::byte, kSettingsRecordSize>;
+
+[[nodiscard]] SettingsBytes Pack(const SettingsRecord& record, const forms::CodePage& codePage);
+[[nodiscard]] SettingsRecord Unpack(const SettingsBytes& bytes, const forms::CodePage& codePage);
+
+/// Turns the state of a check box into a stored option: true for exactly 1 (checked).
+[[nodiscard]] constexpr Boolean OptionFromState(int state) { return state == 1 ? True : False; }
+
+/// Turns a stored option into the state of a check box: 1 (checked) for exactly -1.
+[[nodiscard]] constexpr int StateFromOption(Boolean option) { return option == True ? 1 : 0; }
+
+}  // namespace mMoon

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "forms/drawing_list.h"
+
+namespace mMoon {
+
+/// What the phase drawing needs of the window that it draws on.
+class PhaseForm {
+ public:
+  /// The drawing, to be changed: the window repaints itself once the change is done.
+  virtual forms::DrawingList& Drawing() = 0;
+
+  virtual void SetLabel1Caption(const std::wstring& caption) = 0;
+
+ protected:
+  ~PhaseForm() = default;
+};
+
+/// The tray icon number, 0..28, written only by PhaseToIconNumber.
+extern float IconNumber;
+
+/// Paints the Moon's phase, writes the dark fraction into Label1 and sets IconNumber.
+///
+/// Given:   form      the window
+///          fraction  lit fraction of the disc, 0..1
+///          waning    1 while the Moon wanes, any other value while it waxes
+/// Written: fraction  the phase on the icons' scale: 0..100 waxing, 100..200 waning
+///          waning    inverted in the southern view (Settings.SouthernView), which shows the lit side the other way
+///          round
+/// Error:   11 Division by zero for a dark fraction of exactly 0.49999: the drawing stays without terminator and final
+///          rim, label and IconNumber keep their values
+void DrawMoonPhase(PhaseForm& form, double& fraction, std::int16_t& waning);
+
+/// Sets IconNumber from a phase on the icons' scale. A value that is not a number gives 0.
+void PhaseToIconNumber(double value);
+
+/// Returns IconNumber as the whole number that is handed to the tray: the first two characters of its text "00".
+[[nodiscard]] std::int16_t IcoNumFromIconNumber();
+
+}  // namespace mMoon
