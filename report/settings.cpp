@@ -1,8 +1,6 @@
 #include "report/settings.h"
 
-#include <type_traits>
-
-#include "forms/code_page.h"
+#include "forms/packed_record.h"
 
 namespace mMoon {
 
@@ -38,38 +36,13 @@ void VisitFields(Record& record, Visitor visit) {
 
 SettingsBytes Pack(const SettingsRecord& record, const forms::CodePage& codePage) {
   SettingsBytes bytes{};
-  std::size_t offset = 0;
-  VisitFields(record, [&](const auto& field) {
-    if constexpr (std::is_integral_v<std::remove_cvref_t<decltype(field)>>) {
-      const auto bits = static_cast<std::uint64_t>(field);
-      for (std::size_t i = 0; i < sizeof field; ++i) {
-        bytes.at(offset++) = static_cast<std::byte>(bits >> (8 * i));
-      }
-    } else {
-      for (const wchar_t character : field) {
-        bytes.at(offset++) = codePage.Encode(character);
-      }
-    }
-  });
+  VisitFields(record, forms::FieldPacker(bytes, codePage));
   return bytes;
 }
 
 SettingsRecord Unpack(const SettingsBytes& bytes, const forms::CodePage& codePage) {
   SettingsRecord record;
-  std::size_t offset = 0;
-  VisitFields(record, [&](auto& field) {
-    if constexpr (std::is_integral_v<std::remove_cvref_t<decltype(field)>>) {
-      std::uint64_t bits = 0;
-      for (std::size_t i = 0; i < sizeof field; ++i) {
-        bits |= std::to_integer<std::uint64_t>(bytes.at(offset++)) << (8 * i);
-      }
-      field = static_cast<std::remove_cvref_t<decltype(field)>>(bits);
-    } else {
-      for (wchar_t& character : field) {
-        character = codePage.Decode(bytes.at(offset++));
-      }
-    }
-  });
+  VisitFields(record, forms::FieldUnpacker(bytes, codePage));
   return record;
 }
 

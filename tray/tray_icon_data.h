@@ -1,8 +1,13 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
+
+namespace forms {
+struct CodePage;
+}
 
 namespace mMoon {
 
@@ -21,8 +26,18 @@ struct TrayIconRecord {
 
   /// Stores a tip left-aligned: a shorter text is padded with spaces, a longer one is cut.
   void SetTip(std::wstring_view text);
+
+  bool operator==(const TrayIconRecord&) const = default;
 };
 
 extern TrayIconRecord TrayIconData;
+
+/// The record's 8-bit form, as the shell takes it: six 32-bit numbers, little-endian, and the tip in single bytes of
+/// the system code page.
+inline constexpr std::size_t kTrayIconRecordSize = 88;
+using TrayIconBytes = std::array<std::byte, kTrayIconRecordSize>;
+
+[[nodiscard]] TrayIconBytes Pack(const TrayIconRecord& record, const forms::CodePage& codePage);
+[[nodiscard]] TrayIconRecord Unpack(const TrayIconBytes& bytes, const forms::CodePage& codePage);
 
 }  // namespace mMoon

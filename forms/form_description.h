@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+
+#include "astro/checked.h"
+
+namespace forms {
+
+/// How many twips (1/1440 inch) one pixel of the screen measures in each direction; 15 at the standard 96 pixels an
+/// inch.
+struct TwipsPerPixel {
+  double x, y;
+};
+
+/// A length in twips as pixels, rounded to the nearest whole number.
+/// Errors: 6 Overflow beyond 32 bits; 11 Division by zero.
+[[nodiscard]] inline std::int32_t ToPixels(double twips, double twipsPerPixel) {
+  return mMoon::RoundTo<std::int32_t>(mMoon::Checked(twips) / twipsPerPixel);
+}
+
+/// A place and a size in twips, relative to what the control lies in.
+struct TwipsPlace {
+  int left, top, width, height;
+};
+
+enum class ControlKind : std::uint8_t { Label, Button, CheckBox, Frame, PictureBox };
+
+struct FontDescription {
+  const wchar_t* face;  ///< null: the font of the system's message boxes
+  double points;
+  bool bold;
+};
+
+inline constexpr FontDescription kSystemFont = {.face = nullptr, .points = 0, .bold = false};
+
+/// One control of a form as it is designed. The id is the control's identity in WM_COMMAND.
+struct ControlDescription {
+  ControlKind kind;
+  int id;
+  const wchar_t* caption;
+  TwipsPlace place;
+  FontDescription font = kSystemFont;
+  bool centred = false;
+  bool enabled = true;
+  bool visible = true;
+};
+
+}  // namespace forms

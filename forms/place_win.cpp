@@ -1,0 +1,28 @@
+#include "forms/place.h"
+
+namespace forms {
+
+RECT CentredPlace(SIZE client, DWORD style, DWORD exStyle) {
+  RECT outer = {.left = 0, .top = 0, .right = client.cx, .bottom = client.cy};
+  AdjustWindowRectEx(&outer, style, FALSE, exStyle);
+  RECT work{};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+  const LONG width = outer.right - outer.left;
+  const LONG height = outer.bottom - outer.top;
+  const LONG left = work.left + (work.right - work.left - width) / 2;
+  const LONG top = work.top + (work.bottom - work.top - height) / 2;
+  return {.left = left, .top = top, .right = left + width, .bottom = top + height};
+}
+
+void ShowInForeground(HWND window) {
+  ShowWindow(window, IsIconic(window) != FALSE ? SW_RESTORE : SW_SHOW);
+  SetForegroundWindow(window);
+}
+
+void MakeTopmost(HWND window) {
+  RECT place{};
+  GetWindowRect(window, &place);
+  SetWindowPos(window, HWND_TOPMOST, place.left, place.top, place.right - place.left, place.bottom - place.top, 0);
+}
+
+}  // namespace forms

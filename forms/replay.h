@@ -1,0 +1,12 @@
+#pragma once
+
+#include <windows.h>
+
+#include "forms/drawing_list.h"
+
+namespace forms {
+
+/// Draws the list again on a device context.
+void Replay(HDC dc, const DrawingList& drawing) noexcept;
+
+}  // namespace forms

@@ -1,0 +1,19 @@
+#pragma once
+
+namespace forms {
+
+/// What still has to be done when the program ends on a run-time error: the tray icon must not be left behind dead. It
+/// is called once at most and must not throw.
+extern void (*BeforeRunTimeEnd)();
+
+/// Whether the program is ending: from then on no event handler runs any more.
+[[nodiscard]] bool Ending() noexcept;
+
+/// Ends the program: no further events run, the message loop ends.
+void End() noexcept;
+
+/// Ends the program on the exception that is being handled: shows it as a run-time error, number and text, in one
+/// message box. The only place that does. To be called in a catch block.
+[[noreturn]] void EndOnCurrentException() noexcept;
+
+}  // namespace forms

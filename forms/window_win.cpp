@@ -1,0 +1,16 @@
+#include "forms/window.h"
+
+namespace forms {
+
+void RunMessageLoop() {
+  MSG message;
+  // -1, an error, must end the loop too, or it spins.
+  while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    if (IsDialogMessageW(GetAncestor(message.hwnd, GA_ROOT), &message) == FALSE) {
+      TranslateMessage(&message);
+      DispatchMessageW(&message);
+    }
+  }
+}
+
+}  // namespace forms

@@ -1,0 +1,201 @@
+#include "report/frmMoon.h"
+
+#include "forms/clock.h"
+#include "forms/place.h"
+#include "forms/replay.h"
+#include "report/frmMoon_layout.h"
+#include "report/settings.h"
+#include "report/settings_file.h"
+#include "resources/resource_ids.h"
+
+namespace mMoon {
+
+namespace layout = frmMoonLayout;
+
+namespace {
+
+constexpr DWORD kStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
+constexpr DWORD kExStyle = WS_EX_CONTROLPARENT;
+
+constexpr UINT_PTR kTimer1 = 1;
+constexpr UINT_PTR kTimer2 = 2;
+
+forms::unique_icon LoadWindowIcon(int widthMetric, int heightMetric) {
+  return forms::unique_icon(
+      static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_WINDOW), IMAGE_ICON,
+                                    GetSystemMetrics(widthMetric), GetSystemMetrics(heightMetric), LR_DEFAULTCOLOR)));
+}
+
+}  // namespace
+
+frmMoon::Controls::Controls(HWND form)
+    : Frame1(layout::kFrame1Description, form),
+      Command1(layout::kCommand1Description, form),
+      Label1(layout::kLabel1Description, form) {
+  for (const forms::ControlDescription& description : layout::kCheck1Descriptions) {
+    Check1.emplace_back(description, Frame1.hwnd());
+  }
+  for (const forms::ControlDescription& description : layout::kLblMoonDescriptions) {
+    lblMoon.emplace_back(description, form);
+  }
+}
+
+frmMoon::frmMoon()
+    : icon_(LoadWindowIcon(SM_CXICON, SM_CYICON)),
+      smallIcon_(LoadWindowIcon(SM_CXSMICON, SM_CYSMICON)),
+      frmAbout_(*this) {}
+
+void frmMoon::Load() {
+  const RECT client = forms::ToPixels({0, 0, layout::kClientWidth, layout::kClientHeight}, forms::ReadTwipsPerPixel());
+  Create({.caption = layout::kCaption,
+          .style = kStyle,
+          .exStyle = kExStyle,
+          .place = forms::CentredPlace({client.right, client.bottom}, kStyle, kExStyle),
+          .icon = icon_.get()});
+  SendMessageW(hwnd(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon_.get()));
+  controls_.emplace(hwnd());
+  Form_Load();
+  Timer1_.emplace(hwnd(), kTimer1, layout::kTimerInterval);
+  Timer2_.emplace(hwnd(), kTimer2, layout::kTimerInterval);
+}
+
+forms::DrawingList& frmMoon::Drawing() {
+  InvalidateRect(hwnd(), nullptr, TRUE);
+  return drawing_;
+}
+
+void frmMoon::SetLabel1Caption(const std::wstring& caption) { controls_->Label1.SetCaption(caption); }
+
+void frmMoon::SetMoonLine(std::size_t index, const std::wstring& text) {
+  controls_->lblMoon.at(index).SetCaption(text);
+}
+
+bool frmMoon::Visible() const { return IsWindowVisible(hwnd()) != FALSE; }
+
+void frmMoon::Show() { forms::ShowInForeground(hwnd()); }
+
+void frmMoon::Hide() { ShowWindow(hwnd(), SW_HIDE); }
+
+HICON frmMoon::Icon() const { return icon_.get(); }
+
+LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_TIMER:
+      if (wParam == kTimer1) {
+        Timer1_Timer();
+      }
+      return 0;
+    case WM_COMMAND:
+      OnCommand(LOWORD(wParam), HIWORD(wParam));
+      return 0;
+    case DM_GETDEFID:
+      // Enter presses "Close" only where the focus is on it: no default button ends the program by accident.
+      return GetFocus() == controls_->Command1.hwnd() ? MAKELRESULT(layout::kCommand1Description.id, DC_HASDEFID) : 0;
+    case WM_PAINT:
+      Paint();
+      return 0;
+    case WM_ACTIVATE:
+      focus_.OnActivate(hwnd(), wParam);
+      return 0;
+    case WM_CLOSE:
+      Unload();
+      return 0;
+    case WM_ENDSESSION:
+      if (wParam != FALSE) {
+        frmAbout_.EndProgram();  // the end of the session is never a mere hiding
+      }
+      return 0;
+    case WM_TIMECHANGE:      // the clock or the zone was set
+    case WM_POWERBROADCAST:  // among others: resumed from sleep
+    case WM_SETTINGCHANGE:   // among others: the locale
+      LastUpdate = 0;        // so that the next tick updates, within the same minute too
+      return DefaultHandling(message, wParam, lParam);
+    default:
+      return DefaultHandling(message, wParam, lParam);
+  }
+}
+
+void frmMoon::OnCommand(int id, int notification) {
+  if (notification != BN_CLICKED) {
+    return;
+  }
+  if (id == layout::kCommand1Description.id) {
+    Command1_Click(id - layout::kCommand1);
+  } else if (id >= layout::kCheck1 && id < layout::kCheck1 + static_cast<int>(layout::kCheck1Descriptions.size())) {
+    Check1_Click(id - layout::kCheck1);
+  }
+}
+
+void frmMoon::Paint() noexcept {
+  const forms::PaintScope paint(hwnd());
+  forms::Replay(paint.dc(), drawing_);
+}
+
+void frmMoon::Refresh() {
+  OffsetMinutes = LocalTimeOffset();
+  UpdateMoonReport();
+  std::int16_t IcoNum = IcoNumFromIconNumber();
+  frmAbout_.UpdateMoonIcon(1, IcoNum);
+}
+
+void frmMoon::Unload() {
+  bool Cancel = false;
+  Form_Unload(Cancel);
+}
+
+void frmMoon::Form_Load() {
+  forms::MakeTopmost(hwnd());
+  OpenSettingsFile();
+  ReadSettings();
+  // Only the southern view is restored. The other two start unticked on every run, whatever is stored: on purpose.
+  if (StateFromOption(Settings.SouthernView) == 1) {
+    controls_->Check1.at(2).SetState(1);
+    Check1_Click(2);  // a changed box is handled as a click, also when the program changed it
+  }
+  UpdateMoonReport();
+  std::int16_t IcoNum = IcoNumFromIconNumber();
+  frmAbout_.UpdateMoonIcon(0, IcoNum);
+}
+
+void frmMoon::Timer1_Timer() {
+  const forms::DateValue now = forms::Now();
+  if (forms::SameMinute(now, LastUpdate)) {
+    return;
+  }
+  LastUpdate = now;
+  Refresh();
+}
+
+void frmMoon::Check1_Click(int Index) {
+  ReadSettings();  // whatever another writer has changed since is kept
+  const Boolean option = OptionFromState(controls_->Check1.at(static_cast<std::size_t>(Index)).State());
+  switch (Index) {
+    case 0:
+      Settings.RestoreInTray = option;
+      break;
+    case 1:
+      Settings.AutoStart = option;
+      break;
+    case 2:
+      Settings.SouthernView = option;
+      break;
+    default:
+      break;
+  }
+  WriteSettings();
+  Refresh();
+}
+
+void frmMoon::Command1_Click(int /*Index*/) { Unload(); }
+
+void frmMoon::Form_Unload(bool& Cancel) {
+  // The box as it stands on the window decides, not the stored option.
+  if (controls_->Check1.at(0).State() == 1) {
+    Cancel = true;
+    Hide();
+    return;
+  }
+  frmAbout_.EndProgram();
+}
+
+}  // namespace mMoon

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "forms/controls.h"
+#include "forms/focus_keeper.h"
+#include "forms/handle.h"
+#include "forms/timer.h"
+#include "forms/window.h"
+#include "report/moon_report.h"
+#include "tray/frmAbout.h"
+
+namespace mMoon {
+
+/// The main window: the Moon's picture, the four lines, the options, and the ways to end or hide the program.
+class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public MainForm {
+ public:
+  static constexpr const wchar_t* kWindowClass = L"TidewellMoon";
+
+  frmMoon();
+
+  /// Loads the window, which stays hidden: options, first report, tray icon.
+  /// Errors: those of the settings file and of the report.
+  void Load();
+
+  forms::DrawingList& Drawing() override;
+  void SetLabel1Caption(const std::wstring& caption) override;
+  void SetMoonLine(std::size_t index, const std::wstring& text) override;
+
+  [[nodiscard]] bool Visible() const override;
+  void Show() override;
+  void Hide() override;
+  [[nodiscard]] HICON Icon() const override;
+
+ private:
+  friend Window<frmMoon>;
+
+  /// The controls, made together with the window, in tab order.
+  struct Controls {
+    explicit Controls(HWND form);
+    forms::Frame Frame1;
+    std::vector<forms::Control> Check1;
+    forms::Control Command1;
+    std::vector<forms::Control> lblMoon;
+    forms::Control Label1;
+  };
+
+  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  void OnCommand(int id, int notification);
+  void Paint() noexcept;
+  void Unload();
+  void Refresh();
+
+  void Form_Load();
+  void Timer1_Timer();
+  void Check1_Click(int Index);
+  void Command1_Click(int Index);
+  void Form_Unload(bool& Cancel);
+
+  forms::unique_icon icon_;
+  forms::unique_icon smallIcon_;
+  std::optional<Controls> controls_;
+  forms::FocusKeeper focus_;
+  forms::DrawingList drawing_;
+  frmAbout frmAbout_;
+  forms::DateValue LastUpdate = 0;  ///< clock reading at the last update made by the timer
+  std::optional<forms::Timer> Timer1_;
+  std::optional<forms::Timer> Timer2_;  ///< has no handler and does nothing
+};
+
+}  // namespace mMoon

@@ -1,0 +1,265 @@
+#!/usr/bin/env python3
+"""Makes Tidewell's .ico files from the pictures in icons/*.txt.
+
+    make_icons.py OUTPUT_FOLDER [--pictures FOLDER] [--sheet FILE.png]
+
+A picture file holds, line by line:
+
+    ; a comment, or an empty line
+    colour CHARACTER RED GREEN BLUE      one of the 16 colours of PALETTE
+    colour CHARACTER transparent
+    icon NAME WIDTHxHEIGHT               followed at once by HEIGHT rows of WIDTH characters
+
+Several pictures of one NAME go into NAME.ico together, in the order of the file. The same pictures
+always give the same bytes. A mistake in a picture ends the run with status 1 and a message
+"FILE:LINE: what is wrong", before any file is written.
+
+Needs Python 3.8 or later, and nothing beside it.
+"""
+
+import argparse
+import os
+import re
+import struct
+import sys
+import zlib
+
+# The standard Windows 16-colour palette, in the order that 4-bit icons store it.
+PALETTE = [
+    (0, 0, 0), (128, 0, 0), (0, 128, 0), (128, 128, 0),
+    (0, 0, 128), (128, 0, 128), (0, 128, 128), (128, 128, 128),
+    (192, 192, 192), (255, 0, 0), (0, 255, 0), (255, 255, 0),
+    (0, 0, 255), (255, 0, 255), (0, 255, 255), (255, 255, 255),
+]
+
+TRANSPARENT = None
+
+# Which icons each file must hold, and in which sizes.
+EXPECTED = {
+    "phases.txt": {f"phase{index:02d}": [(16, 16)] for index in range(28)},
+    "window.txt": {"window": [(32, 32), (16, 16)]},
+}
+
+
+class PictureError(Exception):
+    """A mistake in a picture file; its text names the file and the line."""
+
+    def __init__(self, path, line, what):
+        super().__init__(f"{path}:{line}: {what}")
+
+
+# --- Reading the pictures ---------------------------------------------------------------------------
+
+def read_lines(path):
+    try:
+        with open(path, "rb") as file:
+            data = file.read()
+    except OSError as error:
+        raise PictureError(path, 1, f"cannot be read: {error.strerror}") from error
+    lines = data.splitlines()
+    for number, line in enumerate(lines, 1):
+        if not line.isascii():
+            raise PictureError(path, number, "only ASCII characters are allowed")
+    return [line.decode("ascii") for line in lines]
+
+
+def parse_colour(path, number, words):
+    """`colour CHARACTER transparent` or `colour CHARACTER RED GREEN BLUE`: (character, palette index)."""
+    if len(words) < 3 or len(words[1]) != 1:
+        raise PictureError(path, number, "a colour line reads 'colour CHARACTER RED GREEN BLUE' "
+                                         "or 'colour CHARACTER transparent'")
+    character, value = words[1], words[2:]
+    if value == ["transparent"]:
+        return character, TRANSPARENT
+    if len(value) != 3 or not all(part.isdigit() for part in value):
+        raise PictureError(path, number, f"'{' '.join(value)}' is neither three numbers nor 'transparent'")
+    rgb = tuple(int(part) for part in value)
+    if rgb not in PALETTE:
+        raise PictureError(path, number, f"colour {rgb} is not in the standard 16-colour palette")
+    return character, PALETTE.index(rgb)
+
+
+def parse_row(path, number, row, row_label, width, legend):
+    if len(row) != width:
+        raise PictureError(path, number, f"{row_label} is {len(row)} characters wide, not {width}")
+    for column, character in enumerate(row, 1):
+        if character not in legend:
+            raise PictureError(path, number, f"{row_label}, column {column}: unknown character '{character}'")
+    return [legend[character] for character in row]
+
+
+def parse(path):
+    """The pictures of a file: {name: [rows of palette indexes, one list a picture]}."""
+    lines = read_lines(path)
+    legend = {}
+    icons = {}
+    at = 0
+    while at < len(lines):
+        number, line = at + 1, lines[at]
+        words = line.split()
+        at += 1
+        if not words or line.startswith(";"):
+            continue
+        if words[0] == "colour":
+            character, colour = parse_colour(path, number, words)
+            if character in legend:
+                raise PictureError(path, number, f"the character '{character}' has a colour already")
+            legend[character] = colour
+            continue
+        header = re.fullmatch(r"icon (\w+) ([1-9]\d*)x([1-9]\d*)", line)
+        if header is None:
+            raise PictureError(path, number, "expected a comment, 'colour ...', or 'icon NAME WIDTHxHEIGHT'; "
+                                             f"found '{line}' (a row too many?)")
+        name, width, height = header[1], int(header[2]), int(header[3])
+        if len(lines) - at < height:
+            raise PictureError(path, len(lines), f"the file ends after {len(lines) - at} of the {height} rows "
+                                                 f"of {name}")
+        picture = [parse_row(path, at + row + 1, lines[at + row], f"row {row + 1} of {name}", width, legend)
+                   for row in range(height)]
+        at += height
+        pictures = icons.setdefault(name, [])
+        if any(size(other) == (width, height) for other in pictures):
+            raise PictureError(path, number, f"{name} has a picture of {width}x{height} already")
+        pictures.append(picture)
+    check_complete(path, len(lines), icons)
+    return icons
+
+
+def size(picture):
+    return len(picture[0]), len(picture)
+
+
+def check_complete(path, last_line, icons):
+    """Refuses a file that lacks an icon or a size, or holds one that the program does not know."""
+    expected = EXPECTED[os.path.basename(path)]
+    for name, sizes in expected.items():
+        found = [size(picture) for picture in icons.get(name, [])]
+        for width, height in sizes:
+            if (width, height) not in found:
+                raise PictureError(path, last_line, f"{name} of {width}x{height} is missing")
+        if len(found) > len(sizes):
+            raise PictureError(path, last_line, f"{name} has a picture of an unexpected size")
+    for name in icons:
+        if name not in expected:
+            raise PictureError(path, last_line, f"{name} is not an icon of this file")
+
+
+# --- Writing .ico -----------------------------------------------------------------------------------
+
+def packed_rows(rows, bits):
+    """Pixel rows packed to `bits` a pixel, the bottom row first, each row padded to 4 bytes."""
+    packed = bytearray()
+    for row in reversed(rows):
+        digits = "".join(f"{value:0{bits}b}" for value in row)
+        digits += "0" * (-len(digits) % 32)
+        packed += int(digits, 2).to_bytes(len(digits) // 8, "big")
+    return bytes(packed)
+
+
+def image_data(picture):
+    """One image of an icon: header, palette, colours (XOR), mask (AND)."""
+    width, height = size(picture)
+    # A transparent pixel is black in the colours, or the screen would show through inverted.
+    colours = packed_rows([[0 if pixel is TRANSPARENT else pixel for pixel in row] for row in picture], 4)
+    mask = packed_rows([[int(pixel is TRANSPARENT) for pixel in row] for row in picture], 1)
+    header = struct.pack("<IiiHHIIiiII",
+                         40, width, 2 * height,  # the height counts colours and mask
+                         1, 4,                   # planes, bits a pixel
+                         0, len(colours) + len(mask),
+                         0, 0, 0, 0)
+    palette = b"".join(bytes((blue, green, red, 0)) for red, green, blue in PALETTE)
+    return header + palette + colours + mask
+
+
+def icon_file(pictures):
+    images = [image_data(picture) for picture in pictures]
+    directory = struct.pack("<HHH", 0, 1, len(images))
+    offset = 6 + 16 * len(images)
+    for picture, image in zip(pictures, images):
+        width, height = size(picture)
+        directory += struct.pack("<BBBBHHII", width, height, len(PALETTE), 0, 1, 4, len(image), offset)
+        offset += len(image)
+    return directory + b"".join(images)
+
+
+# --- The contact sheet ------------------------------------------------------------------------------
+
+SHEET_BACKGROUNDS = [(243, 243, 243), (128, 128, 128), (32, 32, 32)]
+SHEET_GAP = 8
+
+
+def paste(canvas, picture, left, top, scale):
+    for y in range(len(picture) * scale):
+        for x in range(len(picture[0]) * scale):
+            pixel = picture[y // scale][x // scale]
+            if pixel is not TRANSPARENT:
+                canvas[top + y][left + x] = PALETTE[pixel]
+
+
+def sheet(icons):
+    """Every icon on light, middle and dark grey: the phases at 6x in two rows of 14, phase 0 first, and at 1x
+    below them; the window icon's pictures to the right, at 6x and 4x and at 1x."""
+    phases = [icons[f"phase{index:02d}"][0] for index in range(28)]
+    large, small = icons["window"]
+    step = 6 * 16 + SHEET_GAP
+    right = SHEET_GAP + 14 * step
+    far_right = right + 6 * 32 + SHEET_GAP
+    canvas = []
+    for background in SHEET_BACKGROUNDS:
+        block = [[background] * (far_right + 4 * 16 + SHEET_GAP) for _ in range(2 * step + 16 + 2 * SHEET_GAP)]
+        for index, picture in enumerate(phases):
+            paste(block, picture, SHEET_GAP + index % 14 * step, SHEET_GAP + index // 14 * step, 6)
+            paste(block, picture, SHEET_GAP + index * (16 + SHEET_GAP), SHEET_GAP + 2 * step, 1)
+        paste(block, large, right, SHEET_GAP, 6)
+        paste(block, small, far_right, SHEET_GAP, 4)
+        paste(block, large, far_right, step, 1)
+        paste(block, small, far_right + 32 + SHEET_GAP, step + 16, 1)
+        canvas += block
+    return canvas
+
+
+def png_file(canvas):
+    def chunk(kind, data):
+        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+
+    header = struct.pack(">IIBBBBB", len(canvas[0]), len(canvas), 8, 2, 0, 0, 0)
+    pixels = b"".join(b"\0" + b"".join(bytes(pixel) for pixel in row) for row in canvas)
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(pixels, 9))
+            + chunk(b"IEND", b""))
+
+
+# --- The command ------------------------------------------------------------------------------------
+
+def write(path, data):
+    with open(path, "wb") as file:
+        file.write(data)
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Makes Tidewell's .ico files from text pictures.")
+    parser.add_argument("output", help="folder for the .ico files; made when it is not there")
+    parser.add_argument("--pictures", default=os.path.join(os.path.dirname(os.path.abspath(__file__)), "icons"),
+                        help="folder of phases.txt and window.txt (the icons folder beside this tool)")
+    parser.add_argument("--sheet", metavar="FILE.png", help="also draw all icons on one contact sheet")
+    arguments = parser.parse_args()
+
+    try:
+        icons = {}
+        for file_name in EXPECTED:
+            icons.update(parse(os.path.join(arguments.pictures, file_name)))
+        os.makedirs(arguments.output, exist_ok=True)
+        for name, pictures in icons.items():
+            write(os.path.join(arguments.output, name + ".ico"), icon_file(pictures))
+        if arguments.sheet:
+            write(arguments.sheet, png_file(sheet(icons)))
+    except PictureError as error:
+        print(error, file=sys.stderr)
+        return 1
+    except OSError as error:
+        print(f"{error.filename}: {error.strerror}", file=sys.stderr)
+        return 1
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,44 @@
+#include <windows.h>
+// After windows.h, which it builds on.
+#include <commctrl.h>
+
+#include "astro/mMoon.h"
+#include "forms/clock.h"
+#include "forms/locale_names.h"
+#include "forms/run_time_end.h"
+#include "forms/window.h"
+#include "report/frmMoon.h"
+#include "report/moon_report.h"
+#include "start/previous_instance.h"
+#include "tray/tray_icon.h"
+
+namespace {
+
+void Run(int showCommand) {
+  const INITCOMMONCONTROLSEX controls = {.dwSize = sizeof controls, .dwICC = ICC_STANDARD_CLASSES};
+  InitCommonControlsEx(&controls);
+
+  mMoon::ReadTimeZone = forms::SystemTimeZone;
+  forms::BeforeRunTimeEnd = [] { mMoon::NotifyShell(mMoon::TrayCommand::Delete); };
+
+  mMoon::frmMoon frmMoon;
+  mMoon::Surroundings = {.frmMoon = &frmMoon, .Now = forms::Now, .ReadLocale = forms::ReadUserLocale};
+  frmMoon.Load();
+  ShowWindow(frmMoon.hwnd(), showCommand);
+  forms::RunMessageLoop();
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, PWSTR /*commandLine*/, int showCommand) {
+  const start::PreviousInstanceTest test;
+  if (test.AnotherIsRunning()) {
+    return 0;
+  }
+  try {
+    Run(showCommand);
+  } catch (...) {
+    forms::EndOnCurrentException();
+  }
+  return 0;
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <windows.h>
+
+#include "forms/handle.h"
+
+namespace start {
+
+/// Tells whether another copy of the program runs in the user's session. The system decides the race of two copies that
+/// start in the same instant: one of them creates the mutex, the other one finds it.
+class PreviousInstanceTest {
+ public:
+  PreviousInstanceTest() noexcept
+      : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\Tidewell is running")),
+        anotherIsRunning_(GetLastError() == ERROR_ALREADY_EXISTS) {}
+
+  [[nodiscard]] bool AnotherIsRunning() const noexcept { return anotherIsRunning_; }
+
+ private:
+  forms::unique_mutex mutex_;
+  bool anotherIsRunning_;
+};
+
+}  // namespace start

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <map>
+#include <string>
+
+namespace support {
+
+/// The difference of two angles in degrees, the short way round: -180..180.
+[[nodiscard]] inline double AngleDifference(double a, double b) { return std::remainder(a - b, 360.0); }
+
+[[nodiscard]] inline ::testing::AssertionResult WithinTolerance(double want, double got, double difference,
+                                                                double tolerance) {
+  if (std::fabs(difference) <= tolerance) {  // false for a NaN
+    return ::testing::AssertionSuccess();
+  }
+  char text[160];
+  std::snprintf(text, sizeof text, "want %.17g, got %.17g, difference %.3g, tolerance %.3g", want, got, difference,
+                tolerance);
+  return ::testing::AssertionFailure() << text;
+}
+
+/// Success when `got` lies within an absolute tolerance of `want`.
+[[nodiscard]] inline ::testing::AssertionResult Near(double want, double got, double tolerance) {
+  return WithinTolerance(want, got, got - want, tolerance);
+}
+
+/// As Near, for angles in degrees, compared modulo a turn.
+[[nodiscard]] inline ::testing::AssertionResult NearAngle(double want, double got, double tolerance) {
+  return WithinTolerance(want, got, AngleDifference(got, want), tolerance);
+}
+
+/// Success when two doubles are the same to the last bit.
+[[nodiscard]] inline ::testing::AssertionResult Same(double want, double got) {
+  return WithinTolerance(want, got, got - want, 0);
+}
+
+/// Success when `got`, rounded to the given number of decimals, is the printed value `want`.
+[[nodiscard]] inline ::testing::AssertionResult Prints(double want, double got, int decimals) {
+  return Near(want, got, 0.5 * std::pow(10.0, -decimals) + 1e-12);
+}
+
+/// Keeps the largest difference seen for each quantity and prints them at its end.
+class LargestDifferences {
+ public:
+  LargestDifferences() = default;
+  LargestDifferences(const LargestDifferences&) = delete;
+  LargestDifferences& operator=(const LargestDifferences&) = delete;
+  ~LargestDifferences() {
+    for (const auto& [quantity, difference] : largest_) {
+      std::printf("  largest difference of %-24s %.3g\n", quantity.c_str(), difference);
+    }
+  }
+
+  void See(const std::string& quantity, double difference) {
+    double& largest = largest_[quantity];
+    largest = std::max(largest, std::fabs(difference));
+  }
+
+ private:
+  std::map<std::string, double> largest_;
+};
+
+}  // namespace support

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "astro/runtime_error.h"
+
+namespace support {
+
+/// Success when the call raises the run-time error of that number.
+template <class Call>
+[[nodiscard]] ::testing::AssertionResult Raises(mMoon::ErrorNumber want, Call call) {
+  try {
+    call();
+  } catch (const mMoon::RuntimeError& error) {
+    if (error.number() == want) {
+      return ::testing::AssertionSuccess();
+    }
+    return ::testing::AssertionFailure() << "want error " << static_cast<int>(want) << " " << mMoon::ErrorText(want)
+                                         << ", got " << static_cast<int>(error.number()) << " " << error.what();
+  }
+  return ::testing::AssertionFailure() << "want error " << static_cast<int>(want) << " " << mMoon::ErrorText(want)
+                                       << ", got none";
+}
+
+}  // namespace support

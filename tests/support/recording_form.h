@@ -1,0 +1,29 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "report/moon_report.h"
+
+namespace support {
+
+/// Stands in for the main window: keeps what is written on it, and the four lines also in the order of writing.
+class RecordingForm final : public mMoon::ReportForm {
+ public:
+  forms::DrawingList& Drawing() override { return drawing; }
+  void SetLabel1Caption(const std::wstring& caption) override { label1 = caption; }
+  void SetMoonLine(std::size_t index, const std::wstring& text) override {
+    lines.at(index) = text;
+    written.emplace_back(index, text);
+  }
+
+  forms::DrawingList drawing;
+  std::wstring label1 = L"Label1";  // the caption of its design
+  std::array<std::wstring, 4> lines;
+  std::vector<std::pair<std::size_t, std::wstring>> written;
+};
+
+}  // namespace support

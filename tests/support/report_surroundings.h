@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "support/recording_form.h"
+
+namespace support {
+
+/// Puts a recording form, a clock and a locale around the report for its lifetime. The clock shows its readings one
+/// after the other, and the last one for good.
+class ReportSurroundings {
+ public:
+  explicit ReportSurroundings(std::vector<forms::DateValue> readings) {
+    clockReadings = std::move(readings);
+    timesRead = 0;
+    locale = {};
+    mMoon::Surroundings = {.frmMoon = &form, .Now = Now, .ReadLocale = [] { return locale; }};
+  }
+  ReportSurroundings(const ReportSurroundings&) = delete;
+  ReportSurroundings& operator=(const ReportSurroundings&) = delete;
+  ~ReportSurroundings() { mMoon::Surroundings = {}; }
+
+  RecordingForm form;
+
+  static inline std::vector<forms::DateValue> clockReadings;
+  static inline std::size_t timesRead = 0;
+  static inline forms::LocaleNames locale;
+
+ private:
+  static forms::DateValue Now() {
+    const std::size_t reading = timesRead++;
+    return reading < clockReadings.size() ? clockReadings.at(reading) : clockReadings.back();
+  }
+};
+
+}  // namespace support

@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Runs a Windows console program under Wine and passes its output and status on.
+# Usage: tools/under-wine.sh PROGRAM [ARGUMENT...]
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/wine-env.sh"
+
+wine_prefix >&2
+if [[ -z ${DISPLAY-} ]]; then
+  with_own_display "$0" "$@"
+  exit
+fi
+
+# The Wine server may outlive the program and would keep a pipe open, whose
+# reader would wait for ever.
+output=$(mktemp)
+trap 'rm -f "$output"' EXIT
+status=0
+wine "$@" >"$output" 2>&1 || status=$?
+cat "$output"
+exit "$status"

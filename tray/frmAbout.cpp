@@ -1,0 +1,203 @@
+#include "tray/frmAbout.h"
+
+// After windows.h, which they build on.
+#include <shellapi.h>
+#include <windowsx.h>
+
+#include "astro/runtime_error.h"
+#include "forms/place.h"
+#include "forms/run_time_end.h"
+#include "report/settings_file.h"
+#include "resources/resource_ids.h"
+#include "tray/tray_icon.h"
+#include "tray/tray_icon_data.h"
+
+namespace mMoon {
+
+namespace layout = frmAboutLayout;
+
+namespace {
+
+constexpr DWORD kStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+constexpr DWORD kExStyle = WS_EX_CONTROLPARENT | WS_EX_DLGMODALFRAME;
+
+/// The entries of mFile. A menu's ids start at 1: 0 says that nothing was chosen.
+enum MenuEntry : UINT { mnuAbout = 1, mnuShow, mnuExit };
+
+std::uint32_t HandleBits(const void* handle) {
+  return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(handle));
+}
+
+forms::unique_icon LoadPicture(int index) {
+  return forms::unique_icon(static_cast<HICON>(LoadImageW(
+      GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_PHASE0 + index), IMAGE_ICON, 16, 16, LR_DEFAULTCOLOR)));
+}
+
+}  // namespace
+
+frmAbout::Controls::Controls(HWND form)
+    : lblTitle(layout::kLblTitleDescription, form),
+      lblDescription(layout::kLblDescriptionDescription, form),
+      cmdOK(layout::kCmdOKDescription, form) {
+  for (int index = 0; index < layout::kPicMoonCount; ++index) {
+    picMoon.emplace_back(layout::PicMoonDescription(index), form);
+  }
+}
+
+void frmAbout::Load() {
+  if (hwnd() != nullptr) {
+    return;
+  }
+  twipsPerPixel_ = forms::ReadTwipsPerPixel();
+  taskbarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");  // broadcast by the shell whenever it makes its task bar
+  const RECT client = forms::ToPixels({0, 0, layout::kClientWidth, layout::kClientHeight}, twipsPerPixel_);
+  Create({.caption = layout::kCaption,
+          .style = kStyle,
+          .exStyle = kExStyle,
+          .place = forms::CentredPlace({client.right, client.bottom}, kStyle, kExStyle)});
+  controls_.emplace(hwnd());
+  for (int index = 0; index < layout::kPicMoonCount; ++index) {
+    const auto at = static_cast<std::size_t>(index);
+    pictures_.at(at) = LoadPicture(index);
+    controls_->picMoon.at(at).SetPicture(pictures_.at(at).get());
+  }
+  mFile_.reset(CreatePopupMenu());
+  AppendMenuW(mFile_.get(), MF_STRING, mnuAbout, layout::kMnuAboutCaption);
+  AppendMenuW(mFile_.get(), MF_STRING, mnuShow, layout::kMnuShowCaption);
+  AppendMenuW(mFile_.get(), MF_STRING, mnuExit, layout::kMnuExitCaption);
+}
+
+void frmAbout::UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum) {
+  Load();
+  TrayIconData.cbSize = kTrayIconRecordSize;
+  TrayIconData.hWnd = HandleBits(hwnd());
+  TrayIconData.uID = 1;
+  TrayIconData.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP;
+  TrayIconData.uCallbackMessage = WM_MOUSEMOVE;
+  if (IcoNum >= layout::kPicMoonCount) {
+    IcoNum = 0;
+  }
+  if (IcoNum < 0) {
+    throw RuntimeError(ErrorNumber::ControlArrayElementDoesNotExist);
+  }
+  TrayIconData.hIcon = HandleBits(pictures_.at(static_cast<std::size_t>(IcoNum)).get());
+
+  const auto command = static_cast<TrayCommand>(Value);
+  if (command != TrayCommand::Modify) {
+    iconWanted_ = command == TrayCommand::Add;
+  }
+  if (!NotifyShell(command) && command == TrayCommand::Modify && iconWanted_) {
+    NotifyShell(TrayCommand::Add);
+  }
+}
+
+void frmAbout::TaskbarCreated() {
+  // It also comes while the icon is still there: adding a living icon fails, so it is changed first.
+  if (iconWanted_ && !NotifyShell(TrayCommand::Modify)) {
+    NotifyShell(TrayCommand::Add);
+  }
+}
+
+void frmAbout::EndProgram() {
+  std::int16_t IcoNum = 0;
+  UpdateMoonIcon(static_cast<std::int32_t>(TrayCommand::Delete), IcoNum);
+  CloseSettingsFile();
+  forms::End();
+}
+
+LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == taskbarCreated_ && taskbarCreated_ != 0) {
+    TaskbarCreated();
+    return 0;
+  }
+  switch (message) {
+    case WM_MOUSEMOVE:
+      // From the pointer over the window, and from the tray icon, which sends the number of its message as the X.
+      Form_MouseMove(0, 0, GET_X_LPARAM(lParam) * twipsPerPixel_.x, GET_Y_LPARAM(lParam) * twipsPerPixel_.y);
+      return 0;
+    case WM_COMMAND:
+      OnCommand(LOWORD(wParam));
+      return 0;
+    case DM_GETDEFID:
+      return MAKELRESULT(layout::kCmdOK, DC_HASDEFID);
+    case WM_ACTIVATE:
+      focus_.OnActivate(hwnd(), wParam);
+      return 0;
+    case WM_CLOSE:
+      Unload();
+      return 0;
+    default:
+      return DefaultHandling(message, wParam, lParam);
+  }
+}
+
+void frmAbout::OnCommand(int id) {
+  if (id == layout::kCmdOK || id == IDCANCEL) {  // IDCANCEL: Escape
+    cmdOK_Click();
+  }
+}
+
+void frmAbout::Unload() {
+  bool Cancel = false;
+  Form_Unload(Cancel);
+}
+
+void frmAbout::cmdOK_Click() { Unload(); }
+
+void frmAbout::Form_Unload(bool& Cancel) {
+  Cancel = true;
+  ShowWindow(hwnd(), SW_HIDE);
+}
+
+void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double /*Y*/) {
+  SendMessageW(hwnd(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(mainForm_.Icon()));
+  forms::MakeTopmost(hwnd());
+  MouseMsg = DecodeTrayMessage(X, scaleMode_, twipsPerPixel_.x);
+  switch (MouseMsg) {
+    case kLeftButtonUp:
+      mainForm_.Visible() ? mainForm_.Hide() : mainForm_.Show();
+      break;
+    case kRightButtonUp:
+      PopupMenu();
+      break;
+    default:
+      break;
+  }
+}
+
+void frmAbout::PopupMenu() {
+  if (menuOpen_) {
+    return;  // the icon's messages arrive while the menu is tracked, too
+  }
+  menuOpen_ = true;
+  POINT pointer{};
+  GetCursorPos(&pointer);
+  // Without the foreground the menu would stay open when the user clicks elsewhere.
+  SetForegroundWindow(hwnd());
+  const BOOL entry = TrackPopupMenu(mFile_.get(), TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON, pointer.x, pointer.y,
+                                    0, hwnd(), nullptr);
+  // And without a message behind it the next click on the icon could close the next menu at once.
+  PostMessageW(hwnd(), WM_NULL, 0, 0);
+  menuOpen_ = false;
+  switch (entry) {
+    case mnuAbout:
+      mnuAbout_Click();
+      break;
+    case mnuShow:
+      mnuShow_Click();
+      break;
+    case mnuExit:
+      mnuExit_Click();
+      break;
+    default:
+      break;
+  }
+}
+
+void frmAbout::mnuAbout_Click() { forms::ShowInForeground(hwnd()); }
+
+void frmAbout::mnuShow_Click() { mainForm_.Show(); }
+
+void frmAbout::mnuExit_Click() { EndProgram(); }
+
+}  // namespace mMoon

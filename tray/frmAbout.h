@@ -1,0 +1,88 @@
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "forms/controls.h"
+#include "forms/focus_keeper.h"
+#include "forms/handle.h"
+#include "forms/window.h"
+#include "tray/frmAbout_layout.h"
+#include "tray/tray_message.h"
+
+namespace mMoon {
+
+/// What the tray does with the main window.
+class MainForm {
+ public:
+  [[nodiscard]] virtual bool Visible() const = 0;
+  virtual void Show() = 0;
+  virtual void Hide() = 0;
+  [[nodiscard]] virtual HICON Icon() const = 0;
+
+ protected:
+  ~MainForm() = default;
+};
+
+/// The About window, the owner of the tray icon and of its pop-up menu. Its window receives the icon's messages; it is
+/// created by the first UpdateMoonIcon and stays to the end of the program: closing it only hides it.
+class frmAbout final : public forms::Window<frmAbout> {
+ public:
+  static constexpr const wchar_t* kWindowClass = L"TidewellAbout";
+
+  explicit frmAbout(MainForm& mainForm) : mainForm_(mainForm) {}
+
+  /// Adds (Value 0), changes (1) or removes (2) the tray icon, with the tip that the report left in TrayIconData.
+  ///
+  /// Given:   IcoNum  index of the picture, 0..27
+  /// Written: IcoNum  0 for 28 or more: the last sliver of the lunation shows the picture of the New Moon
+  /// Error:   340 Control array element doesn't exist for an IcoNum below 0
+  ///
+  /// A shell that refuses is not reported. A change that fails while the icon is wanted adds it: the shell may have
+  /// come late, or again.
+  void UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum);
+
+  /// Removes the tray icon, closes the settings file and ends the program at once.
+  void EndProgram();
+
+ private:
+  friend Window<frmAbout>;
+
+  /// The controls, made together with the window.
+  struct Controls {
+    explicit Controls(HWND form);
+    forms::Control lblTitle, lblDescription, cmdOK;
+    std::vector<forms::Control> picMoon;
+  };
+
+  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  void Load();
+  void Unload();
+  void OnCommand(int id);
+  void TaskbarCreated();
+  void PopupMenu();
+
+  void cmdOK_Click();
+  void Form_Unload(bool& Cancel);
+  void Form_MouseMove(int Button, int Shift, double X, double Y);
+  void mnuAbout_Click();
+  void mnuShow_Click();
+  void mnuExit_Click();
+
+  MainForm& mainForm_;
+  UINT taskbarCreated_ = 0;
+  std::array<forms::unique_icon, frmAboutLayout::kPicMoonCount> pictures_;
+  forms::unique_menu mFile_;
+  std::optional<Controls> controls_;
+  forms::FocusKeeper focus_;
+  ScaleMode scaleMode_ = ScaleMode::Twips;
+  forms::TwipsPerPixel twipsPerPixel_{};
+  bool iconWanted_ = false;
+  bool menuOpen_ = false;
+};
+
+}  // namespace mMoon
