@@ -23,7 +23,7 @@ constexpr std::int32_t kGregorianStart = 2299161;
 }  // namespace
 
 double DayFraction(std::int16_t day, std::int16_t hour, std::int16_t minute) {
-  const auto hourMinutes = Fit<std::int16_t>(hour * 60);
+  const auto hourMinutes = Fit<std::int16_t>(std::int64_t{hour} * 60);
   const auto minutes = Fit<std::int16_t>(hourMinutes + minute);
   return day + Checked(minutes) / 1440;
 }

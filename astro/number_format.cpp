@@ -25,7 +25,7 @@ struct DecimalDigits {
 
 DecimalDigits ToDecimal(double magnitude) {
   std::array<char, 32> text{};
-  std::snprintf(text.data(), text.size(), "%.*e", kSignificantDigits - 1, magnitude);
+  (void)std::snprintf(text.data(), text.size(), "%.*e", kSignificantDigits - 1, magnitude);
   const std::string_view written = text.data();  // d.dddddddddddddde+xx
   const auto exponentMark = written.find('e');
   DecimalDigits result;

@@ -7,6 +7,7 @@ if(CMAKE_HOST_WIN32)
   set(CMAKE_RC_COMPILER windres)
 else()
   # The posix-threads variant by name: its libstdc++ has all of <chrono> and <mutex>, whatever the alternatives point to.
+  set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-posix)  # GoogleTest's project asks for one
   set(CMAKE_CXX_COMPILER i686-w64-mingw32-g++-posix)
   set(CMAKE_RC_COMPILER i686-w64-mingw32-windres)
   set(CMAKE_FIND_ROOT_PATH /usr/i686-w64-mingw32)

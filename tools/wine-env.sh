@@ -6,6 +6,10 @@ export WINEPREFIX=$repository/build/wine-prefix WINEARCH=win32 WINEDEBUG=-all
 # No offer to download .NET or a browser, no menu entries on the user's desktop.
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
 
+unmanaged() {
+  env -u DISPLAY wine reg add "HKCU\\Software\\Wine\\AppDefaults\\$1\\X11 Driver" /v Managed /d N /f
+}
+
 # Makes the prefix unless it is complete; takes about 8 s, once.
 wine_prefix() {
   [[ -e $WINEPREFIX/complete ]] && return
@@ -31,6 +35,9 @@ wine_prefix() {
         ln -s /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts/" &&
         env -u DISPLAY wine reg add 'HKCU\Software\Wine\Fonts\Replacements' \
           /v Arial /d 'Liberation Sans' /f &&
+        # Without a window manager Wine waits 2 s whenever a window that it takes
+        # for managed is hidden: not so for the tests and for the tray's own.
+        unmanaged shell_tests.exe && unmanaged explorer.exe &&
         wineserver -k
     } >"$WINEPREFIX.log" 2>&1 </dev/null 9>&- || {
       echo "making the Wine prefix failed, see build/wine-prefix.log" >&2

@@ -47,15 +47,21 @@ static_assert(kIconLimits.back() != 0);
 }  // namespace
 
 void DrawMoonPhase(PhaseForm& form, double& fraction, std::int16_t& waning) {
-  forms::DrawingList& drawing = form.Drawing();
-  drawing.Cls();
+  form.Drawing().Cls();
 
   fraction = std::fabs(1 - Checked(fraction));
   const Checked p = fraction;
   if (Settings.SouthernView == True) {
     waning = waning == 0 ? 1 : 0;
   }
+  DrawDarkFraction(form, p, waning);
 
+  fraction = waning == 1 ? (p + 1) * 100 : (1 - p) * 100;
+  PhaseToIconNumber(fraction);
+}
+
+void DrawDarkFraction(PhaseForm& form, double p, std::int16_t waning) {
+  forms::DrawingList& drawing = form.Drawing();
   drawing.SetDrawStyle(forms::DrawStyle::Solid);
   drawing.SetFillStyle(forms::FillStyle::Solid);
   drawing.SetFillColor(kWhite);
@@ -73,19 +79,17 @@ void DrawMoonPhase(PhaseForm& form, double& fraction, std::int16_t& waning) {
   const bool gibbous = p < 0.5;
   const forms::Colour colour = gibbous ? kWhite : kBlack;
   drawing.SetFillColor(colour);
-  drawing.Circle(kCentre, kRadius, colour, 0.5 / (gibbous ? kTerminatorBias - p : p - kTerminatorBias));
+  drawing.Circle(kCentre, kRadius, colour,
+                 0.5 / (gibbous ? kTerminatorBias - Checked(p) : Checked(p) - kTerminatorBias));
 
   drawing.SetFillStyle(forms::FillStyle::Transparent);
   drawing.Circle(kCentre, kRadius, kBlack);
   drawing.SetForeColor(kRed);
   form.SetLabel1Caption(FormatNumber(p, L"0.000000"));
-
-  fraction = waning == 1 ? (p + 1) * 100 : (1 - p) * 100;
-  PhaseToIconNumber(fraction);
 }
 
 void PhaseToIconNumber(double value) {
-  const auto limit =
+  const auto* const limit =
       std::find_if(kIconLimits.begin(), kIconLimits.end(), [value](double lower) { return value > lower; });
   IconNumber = static_cast<float>(kIconLimits.end() - limit);
 }

@@ -30,9 +30,13 @@ extern float IconNumber;
 /// Written: fraction  the phase on the icons' scale: 0..100 waxing, 100..200 waning
 ///          waning    inverted in the southern view (Settings.SouthernView), which shows the lit side the other way
 ///          round
-/// Error:   11 Division by zero for a dark fraction of exactly 0.49999: the drawing stays without terminator and final
-///          rim, label and IconNumber keep their values
+/// Errors:  those of DrawDarkFraction; then IconNumber keeps its value
 void DrawMoonPhase(PhaseForm& form, double& fraction, std::int16_t& waning);
+
+/// The painting of DrawMoonPhase: the disc for a dark fraction p, 0 (Full) to 1 (New), with the right half dark for
+/// waning = 1 and the left half otherwise, and p in Label1. Error: 11 Division by zero for exactly 0.49999, which 1 -
+/// fraction never is in doubles: the drawing stays without terminator and final rim, the label keeps its caption.
+void DrawDarkFraction(PhaseForm& form, double p, std::int16_t waning);
 
 /// Sets IconNumber from a phase on the icons' scale. A value that is not a number gives 0.
 void PhaseToIconNumber(double value);

@@ -69,7 +69,8 @@ def clear_of_edges(now, offset, report):
         values = o.run_pass(base, offset)[2]
         for name in ("NewMoonJD", "FullMoonJD"):
             minutes = values[name] * 1440 % 1
-            if not 5e-6 < minutes < 1 - 5e-6:
+            hours = (values[name] + 0.5) * 24 % 1
+            if not 5e-6 < minutes < 1 - 5e-6 or abs(hours - 0.99995) < 1e-7:
                 return False
     picture = report["picture"]
     edge = picture["p"] * 1e6 % 1
@@ -118,11 +119,20 @@ def report_instants():
             yield o.date_seconds(*parts), offset, 1 - southern
 
     # Within hours, minutes and a second of a phase, before and after it on the local clock.
-    gaps = (-3600, 3600, -60, 61, -1, 7200, -5 * 3600, 5 * 3600, -12 * 3600, 9 * 3600, 1800, -1800)
+    # A gap of 0 is the very minute shown: "at or before now" must hold.
+    gaps = (-3600, 3600, -60, 61, -1, 0, 7200, -5 * 3600, 5 * 3600, -12 * 3600, 9 * 3600, 1800,
+            -1800)
     for number, (jd, _) in enumerate(phase_instants(range(1950, 2051, 7))):
         if number % 2 == number // 16 % 2:
             offset, southern = settings()
             yield o.local_date(jd, offset) + gaps[number // 2 % len(gaps)], offset, southern
+
+    # The New Moon of 8 September 1991 falls at 10:59:59.8 UT and is shown as 11:59: the only
+    # one of 1950..2050 whose hour is carried by its text.
+    for parts in ((1991, 8, 27, 7, 30, 0), (1991, 9, 1, 12, 0, 0), (1991, 9, 8, 10, 59, 0),
+                  (1991, 9, 8, 11, 30, 0), (1991, 9, 8, 12, 15, 0), (1991, 9, 15, 9, 0, 0)):
+        for offset in (0, 330, -720):
+            yield o.date_seconds(*parts), offset, 0
 
     for _ in range(60):
         year, month = g.between(1950, 2050), g.between(1, 12)

@@ -6,7 +6,7 @@ Julian days in doubles, unless a docstring says otherwise.
 
 Floating point: sums are taken from left to right as the formulae are printed,
 powers by math.pow. Another run-time library may differ in the last bits, so
-compare with a tolerance (1e-9 relative is ample), not bit for bit.
+compare with a tolerance (1e-8 degrees or days is ample), not bit for bit.
 
 Source of the series: J. Meeus, Astronomical Formulae for Calculators. Deliberate
 departures from it are marked "kept on purpose": the users of the program have

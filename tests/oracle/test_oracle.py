@@ -309,6 +309,9 @@ def test_report():
     expect("before", before["lines"][2], "Next New Moon : 27-Aug-03 5:26 PM")
     expect("after", after["lines"][2:], ["New Full Moon : 10-Sep-03 4:35 PM",
                                          "New New Moon : 26-Sep-03 3:09 AM"])
+    # At 10:59:59.8 UT the text of the hours is carried, the minute is not.
+    expect("carried hour", o.report(1991, 9, 1, 12, 0, 0, 0, False)["lines"][2],
+           "Next New Moon : 08-Sep-91 11:59 AM")
     expect("at the minute", o.report(2003, 8, 27, 17, 26, 0, 0, False)["corrected"], True)
 
 

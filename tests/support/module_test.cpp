@@ -13,14 +13,14 @@ void ResetModule() {
   using namespace mMoon;
   CalWholeDays = 0;
   CalHour = CalMinute = 0;
-  for (double* variable :
-       {&CalDayPart,        &CalYear,           &CalMonth,         &CalDay,           &Centuries,
-        &SunMeanLongitude,  &SunMeanAnomaly,    &EarthEccentricity, &SunEquationOfCentre, &SunTrueAnomaly,
-        &SunTrueLongitude,  &SunApparentLongitude, &Obliquity,     &SunRightAscension, &SunDeclination,
-        &MoonMeanLongitude, &MoonMeanAnomaly,   &MoonElongation,   &MoonArgLatitude,  &MoonNodeLongitude,
-        &MoonLongitude,     &MoonLatitude,      &MoonParallax,     &MoonRightAscension, &MoonDeclination,
-        &Illumination,      &YearPercent,       &NewMoonJD,        &FullMoonJD,       &OffsetMinutes,
-        &YearStartJD}) {
+  for (double* variable : {&CalDayPart,          &CalYear,           &CalMonth,         &CalDay,
+                           &Centuries,           &SunMeanLongitude,  &SunMeanAnomaly,   &EarthEccentricity,
+                           &SunEquationOfCentre, &SunTrueAnomaly,    &SunTrueLongitude, &SunApparentLongitude,
+                           &Obliquity,           &SunRightAscension, &SunDeclination,   &MoonMeanLongitude,
+                           &MoonMeanAnomaly,     &MoonElongation,    &MoonArgLatitude,  &MoonNodeLongitude,
+                           &MoonLongitude,       &MoonLatitude,      &MoonParallax,     &MoonRightAscension,
+                           &MoonDeclination,     &Illumination,      &YearPercent,      &NewMoonJD,
+                           &FullMoonJD,          &OffsetMinutes,     &YearStartJD}) {
     *variable = 0;
   }
   WaningFlag = 0;

@@ -9,17 +9,17 @@ namespace support {
 
 /// Puts a recording form, a clock and a locale around the report for its lifetime. The clock shows its readings one
 /// after the other, and the last one for good.
-class ReportSurroundings {
+class ReportStage {
  public:
-  explicit ReportSurroundings(std::vector<forms::DateValue> readings) {
+  explicit ReportStage(std::vector<forms::DateValue> readings) {
     clockReadings = std::move(readings);
     timesRead = 0;
     locale = {};
     mMoon::Surroundings = {.frmMoon = &form, .Now = Now, .ReadLocale = [] { return locale; }};
   }
-  ReportSurroundings(const ReportSurroundings&) = delete;
-  ReportSurroundings& operator=(const ReportSurroundings&) = delete;
-  ~ReportSurroundings() { mMoon::Surroundings = {}; }
+  ReportStage(const ReportStage&) = delete;
+  ReportStage& operator=(const ReportStage&) = delete;
+  ~ReportStage() { mMoon::Surroundings = {}; }
 
   RecordingForm form;
 

@@ -1,0 +1,194 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <limits>
+
+#include "astro/mMoon.h"
+#include "astro/number_format.h"
+#include "support/closeness.h"
+#include "support/module_test.h"
+#include "support/raises.h"
+#include "support/tsv.h"
+
+using namespace mMoon;
+using support::Near;
+using support::Raises;
+using support::Same;
+
+namespace {
+
+using JulianToCivilTest = support::ModuleTest;
+
+double JulianDay(int year, int month, double day) {
+  auto y = static_cast<std::int16_t>(year);
+  auto m = static_cast<std::int16_t>(month);
+  return CivilToJulian(y, m, day);
+}
+
+void ExpectCivil(int year, int month, int day, int hour, int minute) {
+  EXPECT_TRUE(Same(year, CalYear));
+  EXPECT_TRUE(Same(month, CalMonth));
+  EXPECT_TRUE(Same(day, CalDay));
+  EXPECT_EQ(CalHour, hour);
+  EXPECT_EQ(CalMinute, minute);
+}
+
+/// The Julian day of 19 August 2003, 0 h.
+constexpr double kMidnight = 2452870.5;
+
+}  // namespace
+
+TEST(DayFraction, AddsTheTimeOfDayToTheDay) {
+  EXPECT_TRUE(Same(19.5, DayFraction(19, 12, 0)));
+  EXPECT_TRUE(Same(1, DayFraction(1, 0, 0)));
+  EXPECT_TRUE(Same(31 + 1439.0 / 1440, DayFraction(31, 23, 59)));
+  EXPECT_TRUE(Same(5 - 1.0 / 1440, DayFraction(5, 0, -1)));
+}
+
+TEST(DayFraction, OverflowsWhenTheMinutesLeave16Bits) {
+  EXPECT_TRUE(Same(32767.0 / 1440, DayFraction(0, 546, 7)));
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { DayFraction(0, 546, 8); }));
+  EXPECT_TRUE(Same(-32768.0 / 1440, DayFraction(0, -546, -8)));
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { DayFraction(0, -546, -9); }));
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { DayFraction(0, 547, -60); }));
+}
+
+// Meeus, Astronomical Formulae for Calculators, ch. 3, and the almanac.
+TEST(CivilToJulian, GivesTheJulianDay) {
+  EXPECT_TRUE(Same(2452871.0, JulianDay(2003, 8, 19.5)));
+  EXPECT_TRUE(Same(2451545.0, JulianDay(2000, 1, 1.5)));
+  EXPECT_TRUE(Same(2415020.5, JulianDay(1900, 1, 1)));
+  EXPECT_TRUE(Same(2436116.31, JulianDay(1957, 10, 4.81)));
+}
+
+TEST(CivilToJulian, LeavesJanuaryAndFebruaryChangedInTheCallersVariables) {
+  std::int16_t year = 2000;
+  std::int16_t month = 1;
+  CivilToJulian(year, month, 1.5);
+  EXPECT_EQ(year, 1999);
+  EXPECT_EQ(month, 13);
+
+  year = 2004;
+  month = 2;
+  CivilToJulian(year, month, 29);
+  EXPECT_EQ(year, 2003);
+  EXPECT_EQ(month, 14);
+
+  year = 2004;
+  month = 3;
+  CivilToJulian(year, month, 1);
+  EXPECT_EQ(year, 2004);
+  EXPECT_EQ(month, 3);
+}
+
+TEST(CivilToJulian, HasNoCutOverIn1582) {
+  EXPECT_TRUE(Same(2299149.5, JulianDay(1582, 10, 4)));
+  EXPECT_TRUE(Same(2299160.5, JulianDay(1582, 10, 15)));
+}
+
+TEST(CivilToJulian, RoundsDownBelowTheYearZero) {
+  // Days counted back from 1 March of the year 0: 366 a leap year, none in -100.
+  const double march0 = JulianDay(0, 3, 1);
+  EXPECT_TRUE(Same(march0 - 366, JulianDay(-1, 3, 1)));
+  EXPECT_TRUE(Same(march0 - 36524 - 1, JulianDay(-100, 3, 1)));
+  EXPECT_TRUE(Same(march0 - 146097, JulianDay(-400, 3, 1)));
+}
+
+TEST(CivilToJulian, OverflowsWhenTheYearLeaves16BitsAndChangesNothing) {
+  std::int16_t year = -32768;
+  std::int16_t month = 2;
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [&] { CivilToJulian(year, month, 1); }));
+  EXPECT_EQ(year, -32768);
+  EXPECT_EQ(month, 2);
+  month = 3;
+  EXPECT_NO_THROW(CivilToJulian(year, month, 1));
+  month = 32767;
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [&] { CivilToJulian(year, month, 1); }));
+}
+
+TEST(CivilToJulian, OverflowsWithTheDay) {
+  const double largest = std::numeric_limits<double>::max();
+  EXPECT_NO_THROW(JulianDay(2000, 3, largest));
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { JulianDay(2000, 3, std::numeric_limits<double>::infinity()); }));
+}
+
+TEST(JulianCenturies, CountFrom1900) {
+  EXPECT_TRUE(Same(0, JulianCenturies(2415020.0)));
+  EXPECT_TRUE(Same(1, JulianCenturies(2451545.0)));
+  EXPECT_TRUE(Same(-1, JulianCenturies(2378495.0)));
+}
+
+TEST_F(JulianToCivilTest, GivesDateAndTime) {
+  JulianToCivil(2452871.0);
+  ExpectCivil(2003, 8, 19, 12, 0);
+  EXPECT_EQ(CalWholeDays, 2452871);
+  EXPECT_TRUE(Same(0.5, CalDayPart));
+
+  JulianToCivil(kMidnight + (17 * 60 + 26.5) / 1440);
+  ExpectCivil(2003, 8, 19, 17, 26);
+}
+
+TEST_F(JulianToCivilTest, ReadsDaysBeforeTheReformAsJulianDates) {
+  JulianToCivil(2299160.5);
+  ExpectCivil(1582, 10, 15, 0, 0);
+  JulianToCivil(2299159.5);
+  ExpectCivil(1582, 10, 4, 0, 0);
+}
+
+TEST_F(JulianToCivilTest, ShowsTheNextHourWithMinute59CloseBelowAFullHour) {
+  JulianToCivil(kMidnight + (9 * 60 + 59.9997) / 1440);
+  ExpectCivil(2003, 8, 19, 10, 59);
+  JulianToCivil(kMidnight + 9.99999 / 24);
+  ExpectCivil(2003, 8, 19, 10, 59);
+  JulianToCivil(kMidnight + 9.9999 / 24);
+  ExpectCivil(2003, 8, 19, 9, 59);
+  JulianToCivil(kMidnight + 23.99999 / 24);
+  ExpectCivil(2003, 8, 19, 24, 59);
+}
+
+TEST_F(JulianToCivilTest, GivesTheSameHourInEveryLocale) {
+  DecimalSeparator = L",";
+  JulianToCivil(kMidnight + 9.99999 / 24);
+  ExpectCivil(2003, 8, 19, 10, 59);
+  DecimalSeparator = L"";
+  JulianToCivil(kMidnight + 5.25 / 24);
+  ExpectCivil(2003, 8, 19, 5, 15);
+}
+
+TEST_F(JulianToCivilTest, OverflowLeavesTheVariablesAlone) {
+  JulianToCivil(2452871.0);
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { JulianToCivil(2147483647.5); }));
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { JulianToCivil(-2147483649.0); }));
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { JulianToCivil(1e300); }));
+  EXPECT_EQ(CalWholeDays, 2452871);
+  ExpectCivil(2003, 8, 19, 12, 0);
+}
+
+TEST_F(JulianToCivilTest, OverflowOfTheLastWholeDayLeavesTheDateAlone) {
+  JulianToCivil(2452871.0);
+  // The whole days fit, one more does not.
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { JulianToCivil(2147483646.75); }));
+  EXPECT_EQ(CalWholeDays, 2147483647);
+  EXPECT_TRUE(Same(0.25, CalDayPart));
+  ExpectCivil(2003, 8, 19, 12, 0);
+}
+
+// Reference values formed independently and held against exact arithmetic.
+TEST_F(JulianToCivilTest, AgreesWithTheReferenceFileInBothDirections) {
+  const support::Tsv file("julian_days.tsv");
+  ASSERT_GE(file.Rows().size(), 300U);
+  support::LargestDifferences largest;
+  for (const support::TsvRow& row : file.Rows()) {
+    const double jd = row.Number("jd");
+    if (row.Text("kind") == "date") {
+      const auto part = [&](const char* name) { return static_cast<std::int16_t>(row.Whole(name)); };
+      const double got = JulianDay(part("year"), part("month"), DayFraction(part("day"), part("hour"), part("minute")));
+      EXPECT_TRUE(Near(jd, got, 1e-9)) << row.Text("jd");
+      largest.See("a Julian day, days", got - jd);
+    }
+    JulianToCivil(jd);
+    SCOPED_TRACE("JD " + row.Text("jd"));
+    ExpectCivil(row.Whole("CalYear"), row.Whole("CalMonth"), row.Whole("CalDay"), row.Whole("CalHour"),
+                row.Whole("CalMinute"));
+  }
+}

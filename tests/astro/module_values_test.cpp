@@ -1,0 +1,109 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+
+#include "astro/mMoon.h"
+#include "report/moon_report.h"
+#include "support/closeness.h"
+#include "support/module_test.h"
+#include "support/tsv.h"
+
+using namespace mMoon;
+
+namespace {
+
+// Tolerances, absolute. What is reduced from some 500,000 degrees carries the last bits of that number, 1e-10 degrees;
+// the last bit of a Julian day is 5e-10 days.
+constexpr double kReducedAngle = 2e-9;  // degrees
+constexpr double kDay = 2e-9;           // days
+constexpr double kRelative = 1e-11;     // of the value, for all the rest
+
+const std::set<std::string> kReducedAngles = {
+    "MoonMeanLongitude",     "MoonMeanAnomaly@Moon",   "MoonElongation",       "MoonArgLatitude",
+    "MoonLongitude",         "SunMeanLongitude",       "SunMeanAnomaly@Sun",   "SunMeanAnomaly@Moon",
+    "SunTrueAnomaly",        "SunTrueLongitude",       "SunApparentLongitude", "MoonNodeLongitude",
+    "SunMeanAnomaly@Phases", "MoonMeanAnomaly@Phases", "MoonLatitude",         "SunEquationOfCentre"};
+
+::testing::AssertionResult Agrees(const std::string& name, double want, double got, support::LargestDifferences& seen) {
+  if (kReducedAngles.contains(name)) {
+    seen.See(name, support::AngleDifference(got, want));
+    return support::NearAngle(want, got, kReducedAngle);
+  }
+  seen.See(name, got - want);
+  const bool julianDay = want > 1e6;
+  return support::Near(want, got, julianDay ? kDay : kRelative * std::fabs(want));
+}
+
+using Values = std::map<std::string, double>;
+
+/// Runs the routines as the report does and keeps each value as the routine left it.
+Values Compute(std::int16_t year, std::int16_t month, double dayFraction, double day) {
+  const auto julianDay = [](std::int16_t y, std::int16_t m, double d) { return CivilToJulian(y, m, d); };
+  const double jd = julianDay(year, month, dayFraction);
+  Centuries = JulianCenturies(jd);
+  SunPosition(jd);
+  Values values = {{"JD", jd},
+                   {"Centuries", Centuries},
+                   {"SunMeanLongitude", SunMeanLongitude},
+                   {"SunMeanAnomaly@Sun", SunMeanAnomaly},
+                   {"EarthEccentricity", EarthEccentricity},
+                   {"SunEquationOfCentre", SunEquationOfCentre},
+                   {"SunTrueAnomaly", SunTrueAnomaly},
+                   {"SunTrueLongitude", SunTrueLongitude},
+                   {"SunApparentLongitude", SunApparentLongitude},
+                   {"Obliquity@Sun", Obliquity},
+                   {"SunRightAscension", SunRightAscension},
+                   {"SunDeclination", SunDeclination}};
+  MoonPosition(jd);
+  values.insert({{"MoonMeanLongitude", MoonMeanLongitude},
+                 {"MoonMeanAnomaly@Moon", MoonMeanAnomaly},
+                 {"MoonElongation", MoonElongation},
+                 {"MoonArgLatitude", MoonArgLatitude},
+                 {"MoonNodeLongitude", MoonNodeLongitude},
+                 {"SunMeanAnomaly@Moon", SunMeanAnomaly},
+                 {"MoonLongitude", MoonLongitude},
+                 {"MoonLatitude", MoonLatitude},
+                 {"MoonParallax", MoonParallax},
+                 {"Obliquity@Moon", Obliquity},
+                 {"MoonRightAscension", MoonRightAscension},
+                 {"MoonDeclination", MoonDeclination}});
+  const double jd0 = julianDay(year, month, day);
+  YearStartJD = julianDay(year, 1, 1.0);
+  FindPhases(year, jd0, YearStartJD);
+  values.insert({{"JD0", jd0},
+                 {"YearStartJD", YearStartJD},
+                 {"Illumination", Illumination},
+                 {"YearPercent", YearPercent},
+                 {"NewMoonJD", NewMoonJD},
+                 {"FullMoonJD", FullMoonJD},
+                 {"WaningFlag", WaningFlag},
+                 {"SunMeanAnomaly@Phases", SunMeanAnomaly},
+                 {"MoonMeanAnomaly@Phases", MoonMeanAnomaly}});
+  return values;
+}
+
+using ModuleValuesTest = support::ModuleTest;
+
+}  // namespace
+
+// Reference values formed independently, in another language.
+TEST_F(ModuleValuesTest, AgreeWithTheReferenceFile) {
+  const support::Tsv file("module_values.tsv");
+  ASSERT_GE(file.Rows().size(), 200U);
+  support::LargestDifferences seen;
+  for (const support::TsvRow& row : file.Rows()) {
+    const auto part = [&](const char* name) { return static_cast<std::int16_t>(row.Whole(name)); };
+    const std::int16_t day = part("day");
+    const Values values =
+        Compute(part("year"), part("month"), DayFraction(day, part("hour"), part("minute")), DayFraction(day, 0, 0));
+    ASSERT_EQ(values.size() + 5, file.Columns().size());
+    for (const auto& [name, got] : values) {
+      EXPECT_TRUE(Agrees(name, row.Number(name), got, seen)) << name << ", " << row.Text("JD");
+    }
+  }
+}

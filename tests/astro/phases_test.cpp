@@ -1,0 +1,244 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+#include "astro/mMoon.h"
+#include "support/closeness.h"
+#include "support/module_test.h"
+#include "support/raises.h"
+
+using namespace mMoon;
+using support::Near;
+using support::NearAngle;
+using support::Prints;
+using support::Raises;
+using support::Same;
+
+namespace {
+
+constexpr double kJanuary2003 = 2452640.5;
+
+using FindPhasesTest = support::ModuleTest;
+
+double LunationCount(double year, double jd, double jdJan1) {
+  return ((year + (jd - jdJan1) / 365 * 100 / 100) - 1900) * 12.3685;
+}
+
+double SunAnomalyOfLunation(double k, double sign) {
+  const double T = k / 1236.85;
+  return 359.2242 + 29.10535608 * k + sign * 0.0000333 * T * T - 0.00000347 * T * T * T;
+}
+
+double MoonAnomalyOfLunation(double k) {
+  const double T = k / 1236.85;
+  return 306.0253 + 385.81691806 * k + 0.0107306 * T * T + 0.00001236 * T * T * T;
+}
+
+/// Holds the anomalies that the last evaluation left. A tolerance of 1e-9 tells the two signs of the T^2 term apart.
+void ExpectLastLunation(double k, double sign) {
+  EXPECT_TRUE(NearAngle(SunAnomalyOfLunation(k, sign), SunMeanAnomaly, 1e-9));
+  EXPECT_TRUE(NearAngle(MoonAnomalyOfLunation(k), MoonMeanAnomaly, 1e-8));
+}
+
+/// The lit fraction for elongation and anomalies in degrees.
+double LitFractionFor(double D, double M, double Mp) {
+  MoonElongation = D;
+  SunMeanAnomaly = M;
+  MoonMeanAnomaly = Mp;
+  FindPhases(2003, 2452870.5, kJanuary2003);
+  return Illumination;
+}
+
+}  // namespace
+
+// Worked by hand with the formulae of Meeus, Astronomical Formulae for Calculators, ch. 32, and the departures that are
+// kept: 19 August 2003.
+TEST_F(FindPhasesTest, FindsThePhasesAhead) {
+  FindPhases(2003, 2452870.5, kJanuary2003);
+  EXPECT_TRUE(Prints(63.0137, YearPercent, 4));
+  EXPECT_TRUE(Prints(1281.7493, LunationCount(2003, 2452870.5, kJanuary2003), 4));
+  EXPECT_TRUE(Prints(2452879.2269, NewMoonJD, 4));
+  EXPECT_TRUE(Prints(2452893.1913, FullMoonJD, 4));
+  EXPECT_EQ(WaningFlag, 1);
+  ExpectLastLunation(1282.5, -1);
+
+  JulianToCivil(NewMoonJD);
+  EXPECT_EQ(CalMonth, 8);
+  EXPECT_EQ(CalDay, 27);
+  EXPECT_EQ(CalHour, 17);
+  EXPECT_EQ(CalMinute, 26);
+  JulianToCivil(FullMoonJD);
+  EXPECT_EQ(CalMonth, 9);
+  EXPECT_EQ(CalDay, 10);
+  EXPECT_EQ(CalHour, 16);
+  EXPECT_EQ(CalMinute, 35);
+}
+
+// As above: 29 August 2003. The New Moon of the 27th has passed.
+TEST_F(FindPhasesTest, MovesAPassedNewMoonOneLunationOn) {
+  FindPhases(2003, 2452880.5, kJanuary2003);
+  EXPECT_TRUE(Prints(2452908.6319, NewMoonJD, 4));
+  EXPECT_TRUE(Prints(2452893.1913, FullMoonJD, 4));
+  EXPECT_EQ(WaningFlag, 0);
+  // Evaluated with the opposite sign of the T^2 term.
+  ExpectLastLunation(1283, +1);
+
+  JulianToCivil(NewMoonJD);
+  EXPECT_EQ(CalMonth, 9);
+  EXPECT_EQ(CalDay, 26);
+  EXPECT_EQ(CalHour, 3);
+  EXPECT_EQ(CalMinute, 9);
+}
+
+// As above: 12 September 2003.
+TEST_F(FindPhasesTest, TakesTheNearestLunation) {
+  FindPhases(2003, 2452894.5, kJanuary2003);
+  EXPECT_TRUE(Prints(1282.5626, LunationCount(2003, 2452894.5, kJanuary2003), 4));
+  EXPECT_TRUE(Prints(2452908.6319, NewMoonJD, 4));
+  EXPECT_TRUE(Prints(2452922.8113, FullMoonJD, 4));
+  EXPECT_EQ(WaningFlag, 1);
+
+  JulianToCivil(FullMoonJD);
+  EXPECT_EQ(CalMonth, 10);
+  EXPECT_EQ(CalDay, 10);
+  EXPECT_EQ(CalHour, 7);
+  EXPECT_EQ(CalMinute, 28);
+}
+
+TEST_F(FindPhasesTest, TheMovedNewMoonDiffersFromTheOneFoundDirectly) {
+  FindPhases(2003, 2452894.5, kJanuary2003);
+  const double direct = NewMoonJD;
+  FindPhases(2003, 2452880.5, kJanuary2003);
+  // The sign of the T^2 term moves M by 7e-5 degrees and the instant by some 1e-7 days.
+  EXPECT_NE(direct, NewMoonJD);
+  EXPECT_TRUE(Near(direct, NewMoonJD, 5e-7));
+}
+
+TEST_F(FindPhasesTest, AnExactHalfUsesTheLowerLunation) {
+  const double jd = 2444122.0484092655;
+  const double january1979 = 2443874.5;
+  ASSERT_TRUE(Same(985.5, LunationCount(1979, jd, january1979)));
+  FindPhases(1979, jd, january1979);
+  ExpectLastLunation(986, +1);  // 985 has passed and is moved on
+  const double after = jd + 1e-6;
+  ASSERT_GT(LunationCount(1979, after, january1979), 985.5);
+  FindPhases(1979, after, january1979);
+  ExpectLastLunation(986.5, -1);
+}
+
+TEST_F(FindPhasesTest, CountsTheLunationsBefore1900Downward) {
+  std::int16_t year = 1850;
+  std::int16_t month = 6;
+  const double jd = CivilToJulian(year, month, 15);
+  year = 1850;
+  month = 1;
+  const double january = CivilToJulian(year, month, 1);
+  const double k0 = LunationCount(1850, jd, january);
+  ASSERT_LT(k0, -600);
+  FindPhases(1850, jd, january);
+  const double k = k0 - std::floor(k0) > 0.5 ? std::floor(k0) + 1 : std::floor(k0);
+  ExpectLastLunation(NewMoonJD > jd && FullMoonJD < NewMoonJD ? k + 1 : k + 0.5, NewMoonJD > FullMoonJD ? +1 : -1);
+  EXPECT_GT(NewMoonJD, jd);
+}
+
+// From a year that seems to be 20 days younger: the Full Moon of 10 September has passed on the 12th.
+TEST_F(FindPhasesTest, LeavesAPassedFullMoonInThePast) {
+  const double jd = 2452894.5;
+  FindPhases(2003, jd, kJanuary2003 + 20);
+  EXPECT_TRUE(Prints(2452893.1913, FullMoonJD, 4));
+  EXPECT_LT(FullMoonJD, jd);
+  EXPECT_TRUE(Prints(2452908.6319, NewMoonJD, 4));
+  EXPECT_EQ(WaningFlag, 0);
+  // The Full Moon is evaluated last.
+  ExpectLastLunation(1282.5, -1);
+}
+
+TEST_F(FindPhasesTest, APhaseExactlyAtTheReferenceDayHasNotPassed) {
+  FindPhases(2003, 2452870.5, kJanuary2003);
+  const double newMoon = NewMoonJD;
+  const double fullMoon = FullMoonJD;
+  FindPhases(2003, newMoon, kJanuary2003);
+  EXPECT_TRUE(Same(newMoon, NewMoonJD));
+  FindPhases(2003, std::nextafter(newMoon, 3e6), kJanuary2003);
+  EXPECT_GT(NewMoonJD, newMoon + 29);
+
+  FindPhases(2003, fullMoon, kJanuary2003 + 20);
+  ExpectLastLunation(1283, +1);
+  FindPhases(2003, std::nextafter(fullMoon, 3e6), kJanuary2003 + 20);
+  ExpectLastLunation(1282.5, -1);
+}
+
+TEST_F(FindPhasesTest, EveryYearHas365Days) {
+  FindPhases(2004, 2453005.5 + 365, 2453005.5);  // 31 December of a leap year
+  EXPECT_TRUE(Same(100, YearPercent));
+  FindPhases(2003, kJanuary2003, kJanuary2003);
+  EXPECT_TRUE(Same(0, YearPercent));
+}
+
+TEST_F(FindPhasesTest, CountsOnFromAnEarlierYear) {
+  FindPhases(2003, 2452870.5, kJanuary2003);
+  const double newMoon = NewMoonJD;
+  FindPhases(2002, 2452870.5, kJanuary2003 - 365);
+  EXPECT_GT(YearPercent, 100);
+  EXPECT_TRUE(Same(newMoon, NewMoonJD));
+}
+
+TEST_F(FindPhasesTest, GivesTheLitFraction) {
+  EXPECT_TRUE(Near(0, LitFractionFor(0, 0, 0), 1e-15));
+  EXPECT_TRUE(Near(1, LitFractionFor(180, 0, 0), 1e-15));
+  // A turn more makes no difference.
+  EXPECT_TRUE(Near(1, LitFractionFor(180 + 360 * 1234, 0, 0), 1e-15));
+}
+
+// Each term by itself, at an angle where it is the largest.
+TEST_F(FindPhasesTest, LitFractionHasItsSevenTerms) {
+  const auto want = [](double i) { return (1 + std::cos(DegToRad(i))) / 2; };
+  const auto sine = [](double degrees) { return std::sin(DegToRad(degrees)); };
+  for (const auto& [D, M, Mp] : {std::array{90.0, 0.0, 0.0}, std::array{45.0, 0.0, 0.0}, std::array{70.0, 90.0, 0.0},
+                                 std::array{30.0, 0.0, 90.0}, std::array{110.0, 200.0, 45.0}}) {
+    const double i = 180 - D - 6.289 * sine(Mp) + 2.1 * sine(M) - 1.274 * sine(2 * D - Mp) - 0.658 * sine(2 * D) -
+                     0.214 * sine(2 * Mp) - 0.112 * sine(D);
+    EXPECT_TRUE(Near(want(i), LitFractionFor(D, M, Mp), 1e-14));
+  }
+  EXPECT_TRUE(Near(want(180 - 90 - 0.112), LitFractionFor(90, 0, 0), 1e-11));
+}
+
+TEST_F(FindPhasesTest, UsesTheAnomaliesOfTheMomentBeforeItOverwritesThem) {
+  MoonElongation = 100;
+  SunMeanAnomaly = 40;
+  MoonMeanAnomaly = 70;
+  FindPhases(2003, 2452870.5, kJanuary2003);
+  const double first = Illumination;
+  FindPhases(2003, 2452870.5, kJanuary2003);  // now with those of the last lunation
+  EXPECT_NE(first, Illumination);
+  EXPECT_TRUE(Same(100, MoonElongation));
+}
+
+TEST_F(FindPhasesTest, VariablesAssignedBeforeAnErrorKeepTheirNewValues) {
+  FindPhases(2003, 2452870.5, kJanuary2003);
+  const double newMoon = NewMoonJD;
+  const double fullMoon = FullMoonJD;
+  const double anomaly = SunMeanAnomaly;
+  MoonElongation = 180;
+  SunMeanAnomaly = anomaly;
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { FindPhases(2003, 1e12, 0); }));
+  EXPECT_GT(Illumination, 0.5);
+  EXPECT_TRUE(Same(1e12 / 365 * 100, YearPercent));
+  EXPECT_TRUE(Same(newMoon, NewMoonJD));
+  EXPECT_TRUE(Same(fullMoon, FullMoonJD));
+  EXPECT_TRUE(Same(anomaly, SunMeanAnomaly));
+  EXPECT_EQ(WaningFlag, 1);
+}
+
+TEST_F(FindPhasesTest, RaisesTheErrorOfAnImpossibleMoment) {
+  constexpr double kLargest = std::numeric_limits<double>::max();
+  YearPercent = -1;
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { FindPhases(2003, kLargest, -kLargest); }));
+  EXPECT_TRUE(Same(-1, YearPercent));
+  EXPECT_TRUE(Near(0, Illumination, 1e-15));
+  MoonElongation = 1e12;
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { FindPhases(2003, 2452870.5, kJanuary2003); }));
+}

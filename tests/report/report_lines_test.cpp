@@ -1,0 +1,54 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+
+#include "report/moon_report.h"
+#include "report/settings.h"
+#include "support/module_test.h"
+#include "support/report_stage.h"
+#include "support/tsv.h"
+#include "tray/tray_icon_data.h"
+
+using namespace mMoon;
+
+namespace {
+
+using ReportLinesTest = support::ModuleTest;
+
+/// The moment of a text such as "2003-08-19T12:00:00", as the clock gives it.
+forms::DateValue Moment(const std::string& text) {
+  int year{}, month{}, day{}, hour{}, minute{}, second{};
+  const int read = std::sscanf(text.c_str(), "%d-%d-%dT%d:%d:%d", &year, &month, &day, &hour, &minute, &second);
+  EXPECT_EQ(read, 6) << text;
+  return forms::AddTime(forms::DateSerial(year, month, day), hour, minute, second);
+}
+
+std::wstring Wide(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
+
+}  // namespace
+
+// The whole report against a reference file formed independently, in another language.
+TEST_F(ReportLinesTest, AgreeWithTheReferenceFile) {
+  const support::Tsv file("report_lines.tsv");
+  ASSERT_GE(file.Rows().size(), 50U);
+  for (const support::TsvRow& row : file.Rows()) {
+    SCOPED_TRACE(row.Text("local") + ", offset " + row.Text("offset"));
+    support::ResetModule();
+    OffsetMinutes = row.Number("offset");
+    Settings.SouthernView = row.Whole("southern") != 0 ? True : False;
+    const support::ReportStage stage({Moment(row.Text("local"))});
+    UpdateMoonReport();
+
+    for (std::size_t line = 0; line < 4; ++line) {
+      EXPECT_EQ(stage.form.lines.at(line), Wide(row.Text("line" + std::to_string(line))));
+    }
+    std::wstring tip = Wide(row.Text("tip"));
+    tip.resize(64, L' ');
+    EXPECT_EQ(std::wstring(TrayIconData.szTip.begin(), TrayIconData.szTip.end()), tip);
+    EXPECT_EQ(stage.form.label1, Wide(row.Text("label1")));
+    EXPECT_EQ(IconNumber, static_cast<float>(row.Whole("icon")));
+    EXPECT_EQ(IcoNumFromIconNumber(), row.Whole("icon"));
+  }
+  std::printf("  %zu reports agree\n", file.Rows().size());
+}

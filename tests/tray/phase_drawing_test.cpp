@@ -1,0 +1,244 @@
+#include "tray/phase_drawing.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <initializer_list>
+#include <limits>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "astro/number_format.h"
+#include "report/settings.h"
+#include "support/closeness.h"
+#include "support/module_test.h"
+#include "support/raises.h"
+#include "support/recording_form.h"
+
+using namespace mMoon;
+using forms::Box;
+using forms::Ellipse;
+using forms::Pie;
+using forms::Point;
+using support::Near;
+using support::Raises;
+using support::Same;
+
+namespace {
+
+constexpr forms::Colour kWhite = 16777215;
+constexpr forms::Colour kBlack = 0;
+
+constexpr Point kCentre = {.x = 125, .y = 85};
+constexpr Box kSquare = {.left = 60, .top = 20, .right = 191, .bottom = 151};
+
+// Counter-clockwise from the lower to the upper point is the right half.
+constexpr Pie kDarkRight = {.box = kSquare, .from = {125, 150}, .to = {125, 0}, .fill = kBlack};
+constexpr Pie kDarkLeft = {.box = kSquare, .from = {125, 0}, .to = {125, 150}, .fill = kBlack};
+
+Ellipse Disc(forms::Colour outline, std::optional<forms::Colour> fill) {
+  return {.centre = kCentre, .halfWidth = 65, .halfHeight = 65, .outline = outline, .fill = fill};
+}
+
+Ellipse Terminator(forms::Colour colour, double halfWidth, double halfHeight = 65) {
+  return {.centre = kCentre, .halfWidth = halfWidth, .halfHeight = halfHeight, .outline = colour, .fill = colour};
+}
+
+std::vector<forms::DrawingList::Primitive> Picture(const Pie& darkHalf, const Ellipse& terminator) {
+  return {Disc(kWhite, kWhite), darkHalf, Disc(kWhite, std::nullopt), terminator, Disc(kBlack, std::nullopt)};
+}
+
+class DrawMoonPhaseTest : public support::ModuleTest {
+ protected:
+  void Draw(double lit, std::int16_t waningFlag) {
+    fraction = lit;
+    waning = waningFlag;
+    DrawMoonPhase(form, fraction, waning);
+  }
+
+  [[nodiscard]] const Ellipse& DrawnTerminator() const { return std::get<Ellipse>(form.drawing.Primitives().at(3)); }
+
+  support::RecordingForm form;
+  double fraction = 0;
+  std::int16_t waning = 0;
+};
+
+}  // namespace
+
+TEST_F(DrawMoonPhaseTest, FullMoon) {
+  Draw(1, 0);
+  EXPECT_EQ(form.drawing.Primitives(), Picture(kDarkLeft, Terminator(kWhite, 65 / (0.5 / 0.49999))));
+  EXPECT_EQ(form.label1, L"0.000000");
+  EXPECT_TRUE(Same(100, fraction));
+  EXPECT_EQ(IconNumber, 14);
+
+  Draw(1, 1);
+  EXPECT_EQ(form.drawing.Primitives(), Picture(kDarkRight, Terminator(kWhite, 65 / (0.5 / 0.49999))));
+  EXPECT_TRUE(Same(100, fraction));
+  EXPECT_EQ(IconNumber, 14);
+}
+
+TEST_F(DrawMoonPhaseTest, NewMoonWhileItWaxes) {
+  Draw(0, 0);
+  // The aspect is just below 1: the radius is the horizontal half-axis.
+  EXPECT_EQ(form.drawing.Primitives(), Picture(kDarkLeft, Terminator(kBlack, 65, 65 * (0.5 / (1 - 0.49999)))));
+  EXPECT_EQ(form.label1, L"1.000000");
+  EXPECT_TRUE(Same(0, fraction));
+  EXPECT_EQ(IconNumber, 0);
+}
+
+TEST_F(DrawMoonPhaseTest, NewMoonWhileItWanes) {
+  Draw(0, 1);
+  EXPECT_TRUE(Same(200, fraction));
+  EXPECT_EQ(IconNumber, 28);
+}
+
+TEST_F(DrawMoonPhaseTest, ExactQuarterHasAHairlineOfBlack) {
+  Draw(0.5, 0);
+  EXPECT_EQ(form.drawing.Primitives(), Picture(kDarkLeft, Terminator(kBlack, 65 / (0.5 / (0.5 - 0.49999)))));
+  EXPECT_LT(DrawnTerminator().halfWidth, 0.0014);
+  EXPECT_EQ(form.label1, L"0.500000");
+  EXPECT_TRUE(Same(50, fraction));
+  EXPECT_EQ(IconNumber, 7);
+}
+
+TEST_F(DrawMoonPhaseTest, GibbousMoonIsWidenedByAWhiteEllipse) {
+  Draw(0.75, 1);
+  EXPECT_EQ(form.drawing.Primitives(), Picture(kDarkRight, Terminator(kWhite, 65 / (0.5 / (0.49999 - 0.25)))));
+  EXPECT_TRUE(Near(130 * 0.25, DrawnTerminator().halfWidth, 0.0014));
+  EXPECT_EQ(form.label1, L"0.250000");
+  EXPECT_TRUE(Same(125, fraction));
+  EXPECT_EQ(IconNumber, 19);
+}
+
+TEST_F(DrawMoonPhaseTest, CrescentIsEatenIntoByABlackEllipse) {
+  Draw(0.25, 0);
+  EXPECT_EQ(form.drawing.Primitives(), Picture(kDarkLeft, Terminator(kBlack, 65 / (0.5 / (0.75 - 0.49999)))));
+  EXPECT_TRUE(Near(130 * 0.25, DrawnTerminator().halfWidth, 0.0014));
+  EXPECT_EQ(form.label1, L"0.750000");
+  EXPECT_TRUE(Same(25, fraction));
+  EXPECT_EQ(IconNumber, 4);
+}
+
+TEST_F(DrawMoonPhaseTest, LitFractionBeyondOneIsDarkByAsMuch) {
+  Draw(1.25, 0);
+  EXPECT_EQ(form.label1, L"0.250000");
+  EXPECT_TRUE(Same(75, fraction));
+}
+
+TEST_F(DrawMoonPhaseTest, NegativeAspectJustBelowTheQuarterUsesItsMagnitude) {
+  Draw(0.500005, 0);  // dark fraction 0.499995
+  EXPECT_EQ(DrawnTerminator().outline, kWhite);
+  EXPECT_TRUE(Near(65 * (0.499995 - 0.49999) / 0.5, DrawnTerminator().halfWidth, 1e-12));
+  EXPECT_EQ(DrawnTerminator().halfHeight, 65);
+}
+
+// The dark fraction at which the aspect divides by zero is the double 0.49999. A lit fraction is a multiple of 2^-53
+// there and 0.49999 is an odd one of 2^-54: the subtraction from 1 never gives it, only its two neighbours.
+TEST_F(DrawMoonPhaseTest, NoLitFractionGivesTheDarkFractionThatDividesByZero) {
+  const double lit = 1 - 0.49999;
+  for (const double candidate : {std::nextafter(lit, 0), lit, std::nextafter(lit, 1)}) {
+    EXPECT_NE(std::fabs(1 - candidate), 0.49999);
+    EXPECT_NO_THROW(Draw(candidate, 0));
+    EXPECT_LT(DrawnTerminator().halfWidth, 1e-13);
+  }
+  EXPECT_NE(std::fabs(1 - 1.49999), 0.49999);
+}
+
+TEST_F(DrawMoonPhaseTest, LeavesTheForeColourRed) {
+  Draw(0.3, 0);
+  EXPECT_EQ(form.drawing.ForeColor(), 255U);
+}
+
+TEST_F(DrawMoonPhaseTest, EveryCallRepaintsFromAClearedWindow) {
+  Draw(0.3, 0);
+  const auto first = form.drawing.Primitives();
+  Draw(0.3, 0);
+  EXPECT_EQ(form.drawing.Primitives(), first);
+}
+
+TEST_F(DrawMoonPhaseTest, SouthernViewMirrorsPictureAndIcon) {
+  Settings.SouthernView = True;
+  Draw(0.5, 0);
+  EXPECT_EQ(waning, 1);
+  EXPECT_EQ(form.drawing.Primitives().at(1), forms::DrawingList::Primitive(kDarkRight));
+  EXPECT_TRUE(Same(150, fraction));
+  EXPECT_EQ(IconNumber, 21);
+
+  Draw(0.5, 1);
+  EXPECT_EQ(waning, 0);
+  EXPECT_EQ(form.drawing.Primitives().at(1), forms::DrawingList::Primitive(kDarkLeft));
+  EXPECT_EQ(IconNumber, 7);
+}
+
+TEST_F(DrawMoonPhaseTest, AnyOtherFlagDrawsAsWaxing) {
+  for (const std::int16_t flag : std::initializer_list<std::int16_t>{-1, 2, 32767}) {
+    Settings.SouthernView = False;
+    Draw(0.5, flag);
+    EXPECT_EQ(waning, flag);
+    EXPECT_EQ(form.drawing.Primitives().at(1), forms::DrawingList::Primitive(kDarkLeft));
+    EXPECT_TRUE(Same(50, fraction));
+    Settings.SouthernView = True;
+    Draw(0.5, flag);
+    EXPECT_EQ(waning, 0);
+    EXPECT_EQ(form.drawing.Primitives().at(1), forms::DrawingList::Primitive(kDarkLeft));
+  }
+}
+
+TEST_F(DrawMoonPhaseTest, OnlyMinusOneIsTheSouthernView) {
+  for (const Boolean stored : std::initializer_list<Boolean>{1, 2, -2, 255}) {
+    Settings.SouthernView = stored;
+    Draw(0.5, 0);
+    EXPECT_EQ(waning, 0) << stored;
+  }
+}
+
+TEST_F(DrawMoonPhaseTest, LabelHasTheLocalesDecimalSeparator) {
+  DecimalSeparator = L",";
+  Draw(0.7654321, 0);
+  EXPECT_EQ(form.label1, L"0,234568");
+}
+
+TEST_F(DrawMoonPhaseTest, AnErrorLeavesLabelAndIconAlone) {
+  Draw(0.75, 1);
+  fraction = std::numeric_limits<double>::infinity();
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [&] { DrawMoonPhase(form, fraction, waning); }));
+  EXPECT_TRUE(form.drawing.Primitives().empty());
+  EXPECT_EQ(form.label1, L"0.250000");
+  EXPECT_EQ(IconNumber, 19);
+}
+
+// The thresholds as published: an icon shows for values above its own.
+TEST(PhaseToIconNumber, ClimbsItsIrregularLadder) {
+  const std::vector<std::pair<double, int>> ladder = {
+      {198.22, 28}, {194.27, 27}, {188.2, 26},  {180.56, 25}, {171.0, 24}, {161.0, 23},  {150.58, 22},
+      {140.0, 21},  {129.61, 20}, {120.87, 19}, {112.81, 18}, {106.6, 17}, {102.36, 16}, {100.238, 15},
+      {99.66, 14},  {97.44, 13},  {93.18, 12},  {86.89, 11},  {78.75, 10}, {69.96, 9},   {59.4, 8},
+      {48.87, 7},   {38.43, 6},   {28.13, 5},   {19.31, 4},   {11.2, 3},   {5.68, 2},    {1.73, 1}};
+  for (const auto& [threshold, icon] : ladder) {
+    PhaseToIconNumber(std::nextafter(threshold, 1000));
+    EXPECT_EQ(IconNumber, icon) << threshold;
+    PhaseToIconNumber(threshold);
+    EXPECT_EQ(IconNumber, icon - 1) << threshold;
+  }
+}
+
+TEST(PhaseToIconNumber, GivesTheEndsOfTheScale) {
+  const double infinity = std::numeric_limits<double>::infinity();
+  for (const auto& [value, icon] :
+       {std::pair{0.0, 0}, {100.0, 14}, {200.0, 28}, {-5.0, 0}, {1e300, 28}, {infinity, 28}, {-infinity, 0}}) {
+    PhaseToIconNumber(value);
+    EXPECT_EQ(IconNumber, icon) << value;
+  }
+  PhaseToIconNumber(std::numeric_limits<double>::quiet_NaN());
+  EXPECT_EQ(IconNumber, 0);
+}
+
+TEST(IcoNum, IsTheIconNumberAsAWholeNumber) {
+  for (int icon = 0; icon <= 28; ++icon) {
+    IconNumber = static_cast<float>(icon);
+    EXPECT_EQ(IcoNumFromIconNumber(), icon);
+  }
+}

@@ -1,0 +1,23 @@
+#include "tray/tray_message.h"
+
+#include <gtest/gtest.h>
+
+#include "support/raises.h"
+
+using namespace mMoon;
+using support::Raises;
+
+TEST(DecodeTrayMessage, DividesTwipsByTheirNumberInAPixel) {
+  EXPECT_EQ(DecodeTrayMessage(514 * 15, ScaleMode::Twips, 15), kLeftButtonUp);
+  EXPECT_EQ(DecodeTrayMessage(517 * 12, ScaleMode::Twips, 12), kRightButtonUp);
+}
+
+TEST(DecodeTrayMessage, TakesPixelsAsTheyAre) {
+  EXPECT_EQ(DecodeTrayMessage(514, ScaleMode::Pixels, 15), 514);
+  EXPECT_EQ(DecodeTrayMessage(517.4, ScaleMode::Pixels, 0), 517);
+}
+
+TEST(DecodeTrayMessage, RaisesTheErrorsOfItsDivision) {
+  EXPECT_TRUE(Raises(ErrorNumber::DivisionByZero, [] { DecodeTrayMessage(514, ScaleMode::Twips, 0); }));
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { DecodeTrayMessage(1e12, ScaleMode::Twips, 15); }));
+}
