@@ -59,6 +59,6 @@ set_source_files_properties(resources/Tidewell.rc PROPERTIES
   INCLUDE_DIRECTORIES "${PROJECT_SOURCE_DIR};${PROJECT_BINARY_DIR}/generated;${icon_folder}"
 )
 
-add_executable(Tidewell WIN32 start/main.cpp)
+add_executable(Tidewell WIN32 start/main.cpp start/terminate.cpp)
 target_link_libraries(Tidewell PRIVATE tidewell_shell tidewell_resources)
 target_link_options(Tidewell PRIVATE -municode -s)

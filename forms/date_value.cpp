@@ -95,13 +95,18 @@ std::wstring TimeText(DateValue date, const LocaleNames& locale) {
   const std::wstring& marker = afternoon ? locale.pm : locale.am;
   // Without a marker 9:05 could be morning or evening: the English ones stand in.
   const std::wstring standIn = afternoon ? L"PM" : L"AM";
-  return std::to_wstring(hour == 0 ? 12 : hour) + L":" + TwoDigits(minuteOfDay % 60) + L" " +
+  return WholeText(hour == 0 ? 12 : hour) + L":" + TwoDigits(minuteOfDay % 60) + L" " +
          (marker.empty() ? standIn : marker);
 }
 
 std::wstring HoursText(DateValue date) {
   const int minuteOfDay = SecondOfDay(date) / 60;
-  return std::to_wstring(minuteOfDay / 60) + L":" + TwoDigits(minuteOfDay % 60);
+  return WholeText(minuteOfDay / 60) + L":" + TwoDigits(minuteOfDay % 60);
+}
+
+std::wstring WholeText(int value) {
+  const std::string digits = std::to_string(value);
+  return {digits.begin(), digits.end()};
 }
 
 }  // namespace forms

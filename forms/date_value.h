@@ -40,4 +40,8 @@ struct DateParts {
 /// The time of day, or the part of a day in a duration, in the form "h:mm": 7:48.
 [[nodiscard]] std::wstring HoursText(DateValue date);
 
+/// A whole number in decimal digits. Unlike std::to_wstring it does without the wide printf of the run-time library, 12
+/// kB.
+[[nodiscard]] std::wstring WholeText(int value);
+
 }  // namespace forms

@@ -74,7 +74,7 @@ void WritePair(const PhaseDates& dates, std::size_t upper, const std::wstring& w
 /// The days are taken from the text rounded to three decimals, on purpose: 5.9996 days count as 6.
 std::wstring TipText(double Age) {
   const std::int16_t days = LeadingInteger(FormatNumber(Age, L"00.000"));
-  return L"Moon's Age - " + std::to_wstring(days) + L" Days " + forms::HoursText(Age);
+  return L"Moon's Age - " + forms::WholeText(days) + L" Days " + forms::HoursText(Age);
 }
 
 }  // namespace
