@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <string_view>
 
 #include "forms/controls.h"
 
@@ -37,18 +38,11 @@ TwipsPerPixel ReadTwipsPerPixel() {
 
 unique_font MakeFont(const FontDescription& font) {
   LOGFONTW logical{};
-  if (font.face == nullptr) {
-    NONCLIENTMETRICSW metrics{};
-    metrics.cbSize = sizeof metrics;
-    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    logical = metrics.lfMessageFont;
-  } else {
-    logical.lfHeight = -ToPixels(font.points * kTwipsPerPoint, ReadTwipsPerPixel().y);
-    logical.lfWeight = font.bold ? FW_BOLD : FW_NORMAL;
-    logical.lfCharSet = DEFAULT_CHARSET;
-    const std::wstring face = font.face;
-    std::copy_n(face.begin(), std::min(face.size(), std::size_t{LF_FACESIZE - 1}), logical.lfFaceName);
-  }
+  logical.lfHeight = -ToPixels(font.points * kTwipsPerPoint, ReadTwipsPerPixel().y);
+  logical.lfWeight = font.bold ? FW_BOLD : FW_NORMAL;
+  logical.lfCharSet = DEFAULT_CHARSET;
+  const std::wstring_view face = font.face;
+  std::copy_n(face.begin(), std::min(face.size(), std::size_t{LF_FACESIZE - 1}), logical.lfFaceName);
   return unique_font(CreateFontIndirectW(&logical));
 }
 

@@ -26,12 +26,14 @@ struct TwipsPlace {
 enum class ControlKind : std::uint8_t { Label, Button, CheckBox, Frame, PictureBox };
 
 struct FontDescription {
-  const wchar_t* face;  ///< null: the font of the system's message boxes
+  const wchar_t* face;
   double points;
   bool bold;
 };
 
-inline constexpr FontDescription kSystemFont = {.face = nullptr, .points = 0, .bold = false};
+/// The font of controls that name none. The places of the controls are measured for it: the larger font of the system's
+/// message boxes would cut off the longest check box.
+inline constexpr FontDescription kDefaultFont = {.face = L"MS Shell Dlg 2", .points = 8.25, .bold = false};
 
 /// One control of a form as it is designed. The id is the control's identity in WM_COMMAND.
 struct ControlDescription {
@@ -39,7 +41,7 @@ struct ControlDescription {
   int id;
   const wchar_t* caption;
   TwipsPlace place;
-  FontDescription font = kSystemFont;
+  FontDescription font = kDefaultFont;
   bool centred = false;
   bool enabled = true;
   bool visible = true;
