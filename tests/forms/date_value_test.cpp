@@ -165,3 +165,10 @@ TEST(HoursText, RoundsToTheNearestSecondFirst) {
 }
 
 TEST(HoursText, IsLinearBelowZero) { EXPECT_EQ(HoursText(-0.25), L"18:00"); }
+
+TEST(WholeText, HasDecimalDigits) {
+  EXPECT_EQ(WholeText(0), L"0");
+  EXPECT_EQ(WholeText(12), L"12");
+  EXPECT_EQ(WholeText(-1), L"-1");
+  EXPECT_EQ(WholeText(std::numeric_limits<int>::min()), L"-2147483648");
+}

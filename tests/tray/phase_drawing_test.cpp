@@ -135,16 +135,27 @@ TEST_F(DrawMoonPhaseTest, NegativeAspectJustBelowTheQuarterUsesItsMagnitude) {
   EXPECT_EQ(DrawnTerminator().halfHeight, 65);
 }
 
-// The dark fraction at which the aspect divides by zero is the double 0.49999. A lit fraction is a multiple of 2^-53
-// there and 0.49999 is an odd one of 2^-54: the subtraction from 1 never gives it, only its two neighbours.
-TEST_F(DrawMoonPhaseTest, NoLitFractionGivesTheDarkFractionThatDividesByZero) {
+TEST_F(DrawMoonPhaseTest, TheDarkFractionOfTheBiasDividesByZeroAndLeavesThePictureUnfinished) {
+  for (const std::int16_t flag : std::initializer_list<std::int16_t>{0, 1}) {
+    form.drawing.Cls();
+    EXPECT_TRUE(Raises(ErrorNumber::DivisionByZero, [&] { DrawDarkFraction(form, 0.49999, flag); }));
+    const std::vector<forms::DrawingList::Primitive> want = {Disc(kWhite, kWhite), flag == 1 ? kDarkRight : kDarkLeft,
+                                                             Disc(kWhite, std::nullopt)};
+    EXPECT_EQ(form.drawing.Primitives(), want);
+    EXPECT_EQ(form.drawing.ForeColor(), 0U);
+    EXPECT_EQ(form.label1, L"Label1");
+  }
+}
+
+// A lit fraction is a multiple of 2^-53 there and 0.49999 is an odd one of 2^-54: the subtraction from 1 never gives
+// it, only its two neighbours.
+TEST_F(DrawMoonPhaseTest, NoLitFractionGivesTheDarkFractionOfTheBias) {
   const double lit = 1 - 0.49999;
   for (const double candidate : {std::nextafter(lit, 0), lit, std::nextafter(lit, 1)}) {
     EXPECT_NE(std::fabs(1 - candidate), 0.49999);
     EXPECT_NO_THROW(Draw(candidate, 0));
     EXPECT_LT(DrawnTerminator().halfWidth, 1e-13);
   }
-  EXPECT_NE(std::fabs(1 - 1.49999), 0.49999);
 }
 
 TEST_F(DrawMoonPhaseTest, LeavesTheForeColourRed) {
