@@ -11,7 +11,7 @@
 #include "support/report_stage.h"
 #include "tray/tray_icon_data.h"
 
-using namespace mMoon;
+namespace mMoon {
 
 namespace {
 
@@ -129,6 +129,8 @@ void PrintReport(double jd, double offsetMinutes, Boolean southern) {
 }
 
 }  // namespace
+
+}  // namespace mMoon
 
 int main() {
   Generator generator;

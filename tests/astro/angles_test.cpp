@@ -7,10 +7,11 @@
 #include "support/closeness.h"
 #include "support/raises.h"
 
-using namespace mMoon;
 using support::Near;
 using support::Raises;
 using support::Same;
+
+namespace mMoon {
 
 namespace {
 
@@ -95,3 +96,5 @@ TEST(ArcSine, RefusesArgumentsBeyondOne) {
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { ArcSine(-2); }));
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { ArcSine(1e200); }));
 }
+
+}  // namespace mMoon

@@ -10,10 +10,11 @@
 #include "support/raises.h"
 #include "support/tsv.h"
 
-using namespace mMoon;
 using support::Near;
 using support::Raises;
 using support::Same;
+
+namespace mMoon {
 
 namespace {
 
@@ -192,3 +193,5 @@ TEST_F(JulianToCivilTest, AgreesWithTheReferenceFileInBothDirections) {
                 row.Whole("CalMinute"));
   }
 }
+
+}  // namespace mMoon

@@ -9,9 +9,10 @@
 #include "support/closeness.h"
 #include "support/raises.h"
 
-using namespace mMoon;
 using support::Raises;
 using support::Same;
+
+namespace mMoon {
 
 namespace {
 
@@ -109,3 +110,5 @@ TEST(RoundTo, OverflowsOutside16And32Bits) {
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { RoundTo<std::int32_t>(-2147483649.0); }));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { RoundTo<std::int32_t>(kNaN); }));
 }
+
+}  // namespace mMoon

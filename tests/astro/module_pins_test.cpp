@@ -11,7 +11,7 @@
 #include "support/closeness.h"
 #include "support/module_test.h"
 
-using namespace mMoon;
+namespace mMoon {
 
 namespace {
 
@@ -102,3 +102,5 @@ TEST_F(ModulePinsTest, November2026) {
       {"FullMoonJD", &FullMoonJD, 2461398.5623532915},
   });
 }
+
+}  // namespace mMoon

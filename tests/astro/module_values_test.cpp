@@ -13,7 +13,7 @@
 #include "support/module_test.h"
 #include "support/tsv.h"
 
-using namespace mMoon;
+namespace mMoon {
 
 namespace {
 
@@ -107,3 +107,5 @@ TEST_F(ModuleValuesTest, AgreeWithTheReferenceFile) {
     }
   }
 }
+
+}  // namespace mMoon

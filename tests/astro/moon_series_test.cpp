@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <vector>
 
@@ -11,8 +12,9 @@
 #include "support/column_checksum.h"
 #include "support/module_test.h"
 
-using namespace mMoon;
 using support::Same;
+
+namespace mMoon {
 
 namespace {
 
@@ -53,11 +55,12 @@ template <std::size_t Rows, std::size_t Groups>
 double Summed(double start, const MoonSeries<Rows, Groups>& series, double wave(double), RowOrder order) {
   const double T = Centuries;
   const double E = 1 - 0.002495 * T - 0.00000752 * std::pow(T, 2);
-  const double factors[] = {1, E, std::pow(E, 2)};
+  const std::array factors = {1.0, E, std::pow(E, 2)};
   const auto value = [&](const MoonTerm& term) {
     const double argument =
         term.D * MoonElongation + term.M * SunMeanAnomaly + term.Mp * MoonMeanAnomaly + term.F * MoonArgLatitude;
-    return term.coefficient * factors[term.E] * wave(term.unconverted ? argument : DegToRad(argument));
+    return term.coefficient * factors.at(static_cast<std::size_t>(term.E)) *
+           wave(term.unconverted ? argument : DegToRad(argument));
   };
   double sum = start;
   std::size_t begin = 0;
@@ -135,3 +138,5 @@ TEST(MoonSeries, OnlyRow26OfTheLongitudeIsUnconverted) {
 TEST_F(MoonSeriesTest, LongitudeIsSummedInThePrintedOrder) { ExpectPrintedOrder(MoonLongitude, LongitudeIn); }
 TEST_F(MoonSeriesTest, LatitudeIsSummedInThePrintedOrder) { ExpectPrintedOrder(MoonLatitude, LatitudeIn); }
 TEST_F(MoonSeriesTest, ParallaxIsSummedInThePrintedOrder) { ExpectPrintedOrder(MoonParallax, ParallaxIn); }
+
+}  // namespace mMoon

@@ -8,13 +8,14 @@
 #include "support/module_test.h"
 #include "support/raises.h"
 
-using namespace mMoon;
 using support::AngleDifference;
 using support::Near;
 using support::NearAngle;
 using support::Prints;
 using support::Raises;
 using support::Same;
+
+namespace mMoon {
 
 namespace {
 
@@ -125,7 +126,8 @@ TEST_F(MoonPositionTest, LeavesElongationAndArgumentOfLatitudeUnreduced) {
 }
 
 TEST_F(MoonPositionTest, NormalisesLongitudeAnomalyAndNode) {
-  for (double T = -1; T < 3; T += 0.0011) {
+  for (int i = 0; i < 3636; ++i) {
+    const double T = -1 + 0.0011 * i;
     ComputeAt(T);
     for (const double angle :
          {MoonMeanLongitude, MoonMeanAnomaly, MoonNodeLongitude, MoonLongitude, Obliquity, MoonRightAscension}) {
@@ -178,7 +180,8 @@ TEST_F(MoonPositionTest, NormalisesTheObliquity) {
 TEST_F(MoonPositionTest, RightAscensionConvertsTheWholeRatio) {
   int with180 = 0;
   int againstTheQuadrant = 0;
-  for (double T = 1; T < 1.01; T += 0.00003) {
+  for (int i = 0; i < 333; ++i) {
+    const double T = 1 + 0.00003 * i;
     ComputeAt(T);
     const double ratio =
         (SinDegrees(MoonLongitude) * CosDegrees(Obliquity) - std::tan(DegToRad(MoonLatitude)) * SinDegrees(Obliquity)) /
@@ -193,7 +196,8 @@ TEST_F(MoonPositionTest, RightAscensionConvertsTheWholeRatio) {
 }
 
 TEST_F(MoonPositionTest, DeclinationConvertsItsSineOnceMore) {
-  for (double T = 1; T < 1.01; T += 0.0003) {
+  for (int i = 0; i < 33; ++i) {
+    const double T = 1 + 0.0003 * i;
     ComputeAt(T);
     const double sine = SinDegrees(Obliquity) * CosDegrees(MoonLatitude) * SinDegrees(MoonLongitude) +
                         CosDegrees(Obliquity) * SinDegrees(MoonLatitude);
@@ -221,3 +225,5 @@ TEST_F(MoonPositionTest, RaisesTheErrorOfAnImpossibleMoment) {
   Centuries = kNaN;
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { MoonPosition(0); }));
 }
+
+}  // namespace mMoon

@@ -8,8 +8,9 @@
 #include "support/module_test.h"
 #include "support/raises.h"
 
-using namespace mMoon;
 using support::Raises;
+
+namespace mMoon {
 
 using FormatNumberTest = support::ModuleTest;
 
@@ -86,3 +87,5 @@ TEST(LeadingInteger, RefusesOtherTexts) {
     EXPECT_TRUE(Raises(ErrorNumber::TypeMismatch, [&] { (void)LeadingInteger(text); }));
   }
 }
+
+}  // namespace mMoon

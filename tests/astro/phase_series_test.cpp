@@ -6,7 +6,7 @@
 
 #include "support/column_checksum.h"
 
-using namespace mMoon;
+namespace mMoon {
 
 namespace {
 
@@ -46,3 +46,5 @@ TEST(PhaseSeries, Rows10And12ShareTheirArgument) {
     EXPECT_EQ(row->F, 2);
   }
 }
+
+}  // namespace mMoon

@@ -10,12 +10,13 @@
 #include "support/module_test.h"
 #include "support/raises.h"
 
-using namespace mMoon;
 using support::Near;
 using support::NearAngle;
 using support::Prints;
 using support::Raises;
 using support::Same;
+
+namespace mMoon {
 
 namespace {
 
@@ -242,3 +243,5 @@ TEST_F(FindPhasesTest, RaisesTheErrorOfAnImpossibleMoment) {
   MoonElongation = 1e12;
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { FindPhases(2003, 2452870.5, kJanuary2003); }));
 }
+
+}  // namespace mMoon

@@ -4,8 +4,9 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
-using namespace mMoon;
+namespace mMoon {
 
 TEST(RuntimeError, CarriesItsNumberAndText) {
   const RuntimeError error(ErrorNumber::DivisionByZero);
@@ -14,7 +15,7 @@ TEST(RuntimeError, CarriesItsNumberAndText) {
 }
 
 TEST(RuntimeError, HasTheNumbersAndTextsThatTheUserKnows) {
-  const std::pair<int, std::string> errors[] = {
+  const std::vector<std::pair<int, std::string>> errors = {
       {5, "Invalid procedure call or argument"},
       {6, "Overflow"},
       {7, "Out of memory"},
@@ -35,3 +36,5 @@ TEST(RuntimeError, HasTheNumbersAndTextsThatTheUserKnows) {
     EXPECT_EQ(ErrorText(static_cast<ErrorNumber>(number)), text);
   }
 }
+
+}  // namespace mMoon

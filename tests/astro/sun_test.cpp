@@ -8,10 +8,11 @@
 #include "support/module_test.h"
 #include "support/raises.h"
 
-using namespace mMoon;
 using support::Prints;
 using support::Raises;
 using support::Same;
+
+namespace mMoon {
 
 namespace {
 
@@ -64,7 +65,8 @@ TEST_F(SunPositionTest, NeverReadsItsArgument) {
 }
 
 TEST_F(SunPositionTest, BringsLongitudeAndAnomalyIntoTheTurnBefore1900) {
-  for (double T = -1.0; T < 0; T += 0.003) {
+  for (int i = 0; i < 333; ++i) {
+    const double T = -1.0 + 0.003 * i;
     ComputeAt(T);
     EXPECT_TRUE(SunMeanLongitude >= 0 && SunMeanLongitude <= 360) << T;
     EXPECT_TRUE(SunMeanAnomaly >= 0 && SunMeanAnomaly <= 360) << T;
@@ -86,7 +88,8 @@ TEST_F(SunPositionTest, LeavesTrueLongitudeAndTrueAnomalyBeyondTheTurn) {
 }
 
 TEST_F(SunPositionTest, ApparentLongitudeLiesTheAberrationAndNutationBehind) {
-  for (double T = -1; T < 3; T += 0.0101) {
+  for (int i = 0; i < 396; ++i) {
+    const double T = -1 + 0.0101 * i;
     ComputeAt(T);
     const double difference = SunApparentLongitude - SunTrueLongitude;
     EXPECT_GT(difference, -0.01048 - 1e-9);
@@ -116,7 +119,8 @@ TEST_F(SunPositionTest, RightAscensionGets180WhereTheCosineOfTheNumberIsNegative
 }
 
 TEST_F(SunPositionTest, DeclinationConvertsTheSineOfTheObliquityOnceMore) {
-  for (double T = -1; T < 3; T += 0.0101) {
+  for (int i = 0; i < 396; ++i) {
+    const double T = -1 + 0.0101 * i;
     ComputeAt(T);
     const double sine = std::sin(DegToRad(SunTrueLongitude)) * DegToRad(std::sin(DegToRad(Obliquity)));
     EXPECT_LE(std::fabs(sine), 0.0070);
@@ -138,3 +142,5 @@ TEST_F(SunPositionTest, RaisesTheErrorOfAnImpossibleMoment) {
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { ComputeAt(std::numeric_limits<double>::infinity()); }));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { ComputeAt(std::numeric_limits<double>::quiet_NaN()); }));
 }
+
+}  // namespace mMoon

@@ -7,8 +7,9 @@
 #include "support/module_test.h"
 #include "support/raises.h"
 
-using namespace mMoon;
 using support::Raises;
+
+namespace mMoon {
 
 namespace {
 
@@ -77,3 +78,5 @@ TEST_F(LocalTimeOffsetTest, OverflowsWhenTheBiasesLeave32Bits) {
   zone = {.Result = kDaylight, .Bias = kLowest + 1, .StandardBias = 0, .DaylightBias = -1};
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { LocalTimeOffset(); }));
 }
+
+}  // namespace mMoon

@@ -23,9 +23,10 @@ extern "C" double __wrap_cos(double radians);
 extern "C" double __wrap_cos(double radians) { return radians == argumentOfZero ? 0 : __real_cos(radians); }
 // NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
-using namespace mMoon;
 using support::Raises;
 using support::Same;
+
+namespace mMoon {
 
 namespace {
 
@@ -73,3 +74,5 @@ TEST_F(ZeroCosineTest, OfTheMoonsLongitudeIsADivisionByZero) {
   EXPECT_TRUE(Same(0, MoonRightAscension));
   EXPECT_TRUE(Same(0, MoonDeclination));
 }
+
+}  // namespace mMoon

@@ -8,10 +8,11 @@
 #include "support/closeness.h"
 #include "support/raises.h"
 
-using namespace forms;
 using mMoon::ErrorNumber;
 using support::Raises;
 using support::Same;
+
+namespace forms {
 
 namespace {
 
@@ -172,3 +173,5 @@ TEST(WholeText, HasDecimalDigits) {
   EXPECT_EQ(WholeText(-1), L"-1");
   EXPECT_EQ(WholeText(std::numeric_limits<int>::min()), L"-2147483648");
 }
+
+}  // namespace forms

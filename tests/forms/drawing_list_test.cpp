@@ -4,7 +4,7 @@
 
 #include <variant>
 
-using namespace forms;
+namespace forms {
 
 namespace {
 
@@ -74,3 +74,5 @@ TEST(DrawingList, BoundsCoverThePixelsOfTheOutline) {
   EXPECT_EQ(Drawn(50000).Bounds(), (Box{.left = 125, .top = 20, .right = 126, .bottom = 151}));
   EXPECT_EQ(Drawn(2).Bounds(), (Box{.left = 93, .top = 20, .right = 159, .bottom = 151}));
 }
+
+}  // namespace forms

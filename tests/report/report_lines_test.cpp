@@ -10,7 +10,7 @@
 #include "support/tsv.h"
 #include "tray/tray_icon_data.h"
 
-using namespace mMoon;
+namespace mMoon {
 
 namespace {
 
@@ -18,10 +18,8 @@ using ReportLinesTest = support::ModuleTest;
 
 /// The moment of a text such as "2003-08-19T12:00:00", as the clock gives it.
 forms::DateValue Moment(const std::string& text) {
-  int year{}, month{}, day{}, hour{}, minute{}, second{};
-  const int read = std::sscanf(text.c_str(), "%d-%d-%dT%d:%d:%d", &year, &month, &day, &hour, &minute, &second);
-  EXPECT_EQ(read, 6) << text;
-  return forms::AddTime(forms::DateSerial(year, month, day), hour, minute, second);
+  const auto part = [&](std::size_t position, std::size_t length) { return std::stoi(text.substr(position, length)); };
+  return forms::AddTime(forms::DateSerial(part(0, 4), part(5, 2), part(8, 2)), part(11, 2), part(14, 2), part(17, 2));
 }
 
 std::wstring Wide(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
@@ -52,3 +50,5 @@ TEST_F(ReportLinesTest, AgreeWithTheReferenceFile) {
   }
   std::printf("  %zu reports agree\n", file.Rows().size());
 }
+
+}  // namespace mMoon

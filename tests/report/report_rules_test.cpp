@@ -16,13 +16,14 @@
 #include "support/report_stage.h"
 #include "tray/tray_icon_data.h"
 
-using namespace mMoon;
 using forms::DateValue;
 using support::PhasesAnswer;
 using support::PhasesStandIn;
 using support::Raises;
 using support::ReportStage;
 using support::Same;
+
+namespace mMoon {
 
 namespace {
 
@@ -324,3 +325,5 @@ TEST_F(ReportRulesTest, APhaseBeyondTheCalendarIsAnInvalidArgument) {
   PhasesStandIn::answers = {{.newMoon = kComing.newMoon, .fullMoon = 1e8}};  // a year beyond 16 bits
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { UpdateMoonReport(); }));
 }
+
+}  // namespace mMoon

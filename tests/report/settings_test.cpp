@@ -11,7 +11,7 @@
 
 #include "support/code_pages.h"
 
-using namespace mMoon;
+namespace mMoon {
 
 namespace {
 
@@ -149,3 +149,5 @@ TEST(SettingsRecord, StateIsCheckedForMinusOneOnly) {
     EXPECT_EQ(StateFromOption(option), 0) << option;
   }
 }
+
+}  // namespace mMoon

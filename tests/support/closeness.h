@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <map>
@@ -18,10 +19,10 @@ namespace support {
   if (std::fabs(difference) <= tolerance) {  // false for a NaN
     return ::testing::AssertionSuccess();
   }
-  char text[160];
-  std::snprintf(text, sizeof text, "want %.17g, got %.17g, difference %.3g, tolerance %.3g", want, got, difference,
-                tolerance);
-  return ::testing::AssertionFailure() << text;
+  std::array<char, 160> text{};
+  (void)std::snprintf(text.data(), text.size(), "want %.17g, got %.17g, difference %.3g, tolerance %.3g", want, got,
+                      difference, tolerance);
+  return ::testing::AssertionFailure() << text.data();
 }
 
 /// Success when `got` lies within an absolute tolerance of `want`.

@@ -17,7 +17,6 @@
 #include "support/raises.h"
 #include "support/recording_form.h"
 
-using namespace mMoon;
 using forms::Box;
 using forms::Ellipse;
 using forms::Pie;
@@ -25,6 +24,8 @@ using forms::Point;
 using support::Near;
 using support::Raises;
 using support::Same;
+
+namespace mMoon {
 
 namespace {
 
@@ -253,3 +254,5 @@ TEST(IcoNum, IsTheIconNumberAsAWholeNumber) {
     EXPECT_EQ(IcoNumFromIconNumber(), icon);
   }
 }
+
+}  // namespace mMoon

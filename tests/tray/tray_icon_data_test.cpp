@@ -6,7 +6,7 @@
 
 #include "support/code_pages.h"
 
-using namespace mMoon;
+namespace mMoon {
 
 namespace {
 
@@ -54,3 +54,5 @@ TEST(TrayIconRecord, PacksInto88Bytes) {
   EXPECT_EQ(bytes.at(87), std::byte{' '});
   EXPECT_EQ(Unpack(bytes, support::PageWithPrivateCharacters()), record);
 }
+
+}  // namespace mMoon

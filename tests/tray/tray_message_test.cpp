@@ -4,8 +4,9 @@
 
 #include "support/raises.h"
 
-using namespace mMoon;
 using support::Raises;
+
+namespace mMoon {
 
 TEST(DecodeTrayMessage, DividesTwipsByTheirNumberInAPixel) {
   EXPECT_EQ(DecodeTrayMessage(514 * 15, ScaleMode::Twips, 15), kLeftButtonUp);
@@ -21,3 +22,5 @@ TEST(DecodeTrayMessage, RaisesTheErrorsOfItsDivision) {
   EXPECT_TRUE(Raises(ErrorNumber::DivisionByZero, [] { DecodeTrayMessage(514, ScaleMode::Twips, 0); }));
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { DecodeTrayMessage(1e12, ScaleMode::Twips, 15); }));
 }
+
+}  // namespace mMoon
