@@ -128,11 +128,7 @@ void PrintReport(double jd, double offsetMinutes, Boolean southern) {
   std::printf("\n");
 }
 
-}  // namespace
-
-}  // namespace mMoon
-
-int main() {
+void PrintEverything() {
   Generator generator;
   for (int i = 0; i < kInstants; ++i) {
     PrintModuleResults(kFirstDay + generator.Next() * (kLastDay - kFirstDay));
@@ -142,3 +138,9 @@ int main() {
     PrintReport(jd, 15 * (i % 97 - 48), i % 2 == 0 ? False : True);
   }
 }
+
+}  // namespace
+
+}  // namespace mMoon
+
+int main() { mMoon::PrintEverything(); }

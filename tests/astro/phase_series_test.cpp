@@ -12,6 +12,7 @@ namespace {
 
 std::vector<double> Column(auto member) {
   std::vector<double> values;
+  values.reserve(kPhaseSeries.size());
   for (const PhaseTerm& term : kPhaseSeries) {
     values.push_back(static_cast<double>(term.*member));
   }

@@ -7,10 +7,11 @@
 #include "tray/phase_drawing.h"
 #include "tray/tray_icon_data.h"
 
-namespace support {
+namespace mMoon {
 
-void ResetModule() {
-  using namespace mMoon;
+namespace {
+
+void Reset() {
   CalWholeDays = 0;
   CalHour = CalMinute = 0;
   for (double* variable : {&CalDayPart,          &CalYear,           &CalMonth,         &CalDay,
@@ -34,4 +35,8 @@ void ResetModule() {
   Surroundings = {};
 }
 
-}  // namespace support
+}  // namespace
+
+}  // namespace mMoon
+
+void support::ResetModule() { mMoon::Reset(); }
