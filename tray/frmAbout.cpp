@@ -174,8 +174,9 @@ void frmAbout::PopupMenu() {
   GetCursorPos(&pointer);
   // Without the foreground the menu would stay open when the user clicks elsewhere.
   SetForegroundWindow(hwnd());
-  const BOOL entry = TrackPopupMenu(mFile_.get(), TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON, pointer.x, pointer.y,
-                                    0, hwnd(), nullptr);
+  // The left button alone chooses: a second click of the right one, with the menu opened under it, must not hit "Exit".
+  const BOOL entry =
+      TrackPopupMenu(mFile_.get(), TPM_RETURNCMD | TPM_NONOTIFY, pointer.x, pointer.y, 0, hwnd(), nullptr);
   // And without a message behind it the next click on the icon could close the next menu at once.
   PostMessageW(hwnd(), WM_NULL, 0, 0);
   menuOpen_ = false;
