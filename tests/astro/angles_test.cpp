@@ -22,6 +22,7 @@ constexpr double kTenDecimalPi = 3.1415926535;
 TEST(NormalizeAngle, KeepsBothEndsOfTheTurn) {
   EXPECT_TRUE(Same(360, NormalizeAngle(360)));
   EXPECT_TRUE(Same(0, NormalizeAngle(0)));
+  EXPECT_TRUE(std::signbit(NormalizeAngle(-0.0)));  // untouched
   EXPECT_TRUE(Same(123.456, NormalizeAngle(123.456)));
 }
 

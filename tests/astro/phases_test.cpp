@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <initializer_list>
 #include <limits>
 
 #include "astro/mMoon.h"
@@ -36,6 +37,21 @@ double SunAnomalyOfLunation(double k, double sign) {
 double MoonAnomalyOfLunation(double k) {
   const double T = k / 1236.85;
   return 306.0253 + 385.81691806 * k + 0.0107306 * T * T + 0.00001236 * T * T * T;
+}
+
+/// The Julian day of lunation k, the thirteen terms written out a second time as they are printed.
+double InstantOfLunation(double k, double sign) {
+  const double T = k / 1236.85;
+  const double M = NormalizeAngle(SunAnomalyOfLunation(k, sign));
+  const double Mp = NormalizeAngle(MoonAnomalyOfLunation(k));
+  const double F = NormalizeAngle(21.2964 + 390.67050646 * k - 0.0016528 * T * T - 0.00000239 * T * T * T);
+  const auto sine = [](double degrees) { return std::sin(DegToRad(degrees)); };
+  const double mean = 2415020.75933 + 29.53058868 * k + 0.0001178 * T * T - 0.000000155 * T * T * T +
+                      0.00033 * sine(166.56 + 132.87 * T - 0.009173 * T * T);
+  return mean + (0.1734 - 0.000393 * T) * sine(M) + 0.0021 * sine(2 * M) - 0.4068 * sine(Mp) + 0.0161 * sine(2 * Mp) -
+         0.0004 * sine(3 * Mp) + 0.0104 * sine(2 * F) - 0.0051 * sine(M + Mp) - 0.0074 * sine(M - Mp) +
+         0.0004 * sine(2 * F + M) - 0.0004 * sine(2 * F - Mp) - 0.0006 * sine(2 * F + Mp) + 0.0010 * sine(2 * F - Mp) +
+         0.0005 * sine(M + 2 * Mp);
 }
 
 /// Holds the anomalies that the last evaluation left. A tolerance of 1e-9 tells the two signs of the T^2 term apart.
@@ -170,6 +186,29 @@ TEST_F(FindPhasesTest, APhaseExactlyAtTheReferenceDayHasNotPassed) {
   ExpectLastLunation(1283, +1);
   FindPhases(2003, std::nextafter(fullMoon, 3e6), kJanuary2003 + 20);
   ExpectLastLunation(1282.5, -1);
+}
+
+// Far from 1900 every digit of the powers of T shows.
+TEST_F(FindPhasesTest, InstantsFollowThePrintedFormulaOverTheAges) {
+  support::LargestDifferences seen;
+  for (const std::int16_t year : std::initializer_list<std::int16_t>{-25000, -4712, 0, 1700, 1951, 2099, 9999, 25000}) {
+    for (int day = 0; day < 360; day += 7) {
+      const double january = std::floor(2415020.5 + 365.25 * (year - 1900)) + 0.5;
+      const double jd = january + day;
+      FindPhases(year, jd, january);
+      const double k0 = LunationCount(year, jd, january);
+      const double k = k0 - std::floor(k0) > 0.5 ? std::floor(k0) + 1 : std::floor(k0);
+      const bool newMoonHasPassed = InstantOfLunation(k, -1) < jd;
+      const double newMoon = newMoonHasPassed ? InstantOfLunation(k + 1, +1) : InstantOfLunation(k, -1);
+      const double fullMoon = InstantOfLunation(k + 0.5, -1);
+      // Some last bits of a Julian day of that size, and of angles of 100 million degrees.
+      const double tolerance = 1e-8;
+      EXPECT_TRUE(Near(newMoon, NewMoonJD, tolerance)) << year << ", day " << day;
+      EXPECT_TRUE(Near(fullMoon, FullMoonJD, tolerance)) << year << ", day " << day;
+      seen.See("an instant, days", NewMoonJD - newMoon);
+      seen.See("an instant, days", FullMoonJD - fullMoon);
+    }
+  }
 }
 
 TEST_F(FindPhasesTest, EveryYearHas365Days) {
