@@ -95,6 +95,9 @@ TEST(CivilToJulian, RoundsDownBelowTheYearZero) {
   EXPECT_TRUE(Same(march0 - 146097, JulianDay(-400, 3, 1)));
 }
 
+// There is no test for the month either: beyond 14 the formula counts on, 30.6001 days a month.
+TEST(CivilToJulian, CountsOnBeyondTheLastMonth) { EXPECT_TRUE(Same(3430715.5, JulianDay(2000, 32000, 1))); }
+
 TEST(CivilToJulian, OverflowsWhenTheYearLeaves16BitsAndChangesNothing) {
   std::int16_t year = -32768;
   std::int16_t month = 2;

@@ -218,6 +218,13 @@ TEST_F(FindPhasesTest, EveryYearHas365Days) {
   EXPECT_TRUE(Same(0, YearPercent));
 }
 
+// The flag compares the distances from the reference day: on one so far away that both round to the same it stays 0.
+TEST_F(FindPhasesTest, EqualDistancesAreNotWaning) {
+  FindPhases(2003, 1e25, 1e25);
+  EXPECT_TRUE(Same(NewMoonJD - 1e25, FullMoonJD - 1e25));
+  EXPECT_EQ(WaningFlag, 0);
+}
+
 TEST_F(FindPhasesTest, CountsOnFromAnEarlierYear) {
   FindPhases(2003, 2452870.5, kJanuary2003);
   const double newMoon = NewMoonJD;

@@ -113,6 +113,14 @@ TEST(SameMinute, ComparesDownToTheMinute) {
   EXPECT_FALSE(SameMinute(-0.25, -0.25 - 1.0 / 86400));
 }
 
+TEST(SameMinute, ChangesWithEveryFullMinuteOfADay) {
+  for (const DateValue date : {DateSerial(2003, 8, 19), DateSerial(1800, 2, 28)}) {
+    for (int second = 1; second < 86400; ++second) {
+      ASSERT_EQ(SameMinute(AddTime(date, 0, 0, second - 1), AddTime(date, 0, 0, second)), second % 60 != 0) << second;
+    }
+  }
+}
+
 TEST(DateText, HasDayMonthAndYear) {
   EXPECT_EQ(DateText(DateAndTime(2026, 11, 24, 21, 5), {}), L"24-Nov-26");
   EXPECT_EQ(DateText(DateSerial(2003, 8, 7), {}), L"07-Aug-03");

@@ -95,6 +95,15 @@ TEST_F(ReportRulesTest, WritesTheEarlierEventAboveAndTheFullLineFirst) {
                                          {1, L"Last New Moon : 12-Aug-03 4:47 AM"}}));
 }
 
+TEST_F(ReportRulesTest, TheCalendarVariablesHoldTheNewMoonThatWasConvertedLast) {
+  const ReportStage stage({kNow});
+  UpdateMoonReport();
+  EXPECT_TRUE(Same(7, CalMonth));
+  EXPECT_TRUE(Same(29, CalDay));
+  EXPECT_EQ(CalHour, 6);
+  EXPECT_EQ(CalMinute, 52);
+}
+
 TEST_F(ReportRulesTest, OfTwoEqualDatesTheNewLineStandsAbove) {
   PhasesStandIn::answers = {{.newMoon = kComing.newMoon, .fullMoon = kComing.newMoon}};
   const ReportStage stage({Local(2003, 8, 1)});

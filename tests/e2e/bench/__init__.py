@@ -1,0 +1,11 @@
+"""The end-to-end bench: what a test needs to run the finished Tidewell.exe and look at it from outside.
+
+folders.py   where the bench puts things
+tools.py     builds the native helpers in native/
+waiting.py   waits for a condition
+display.py   the virtual screen with a tray: mouse, pictures, docked icons
+wine.py      the Wine prefix and the locales
+driver.py    requests to the helper program inside Windows
+clock.py     the movable clock
+program.py   one run of Tidewell: its windows, tray calls and report
+"""

@@ -1,0 +1,40 @@
+"""The movable clock of one program (native/clock_preload.c reads it)."""
+
+import datetime
+import mmap
+import struct
+
+UTC = datetime.timezone.utc
+EPOCH = datetime.datetime(1970, 1, 1, tzinfo=UTC)
+
+
+class Clock:
+    """Stands still at an instant until it is moved."""
+
+    _LAYOUT = struct.Struct("<IIq")  # version, readings, microseconds since the epoch
+
+    def __init__(self, path, at):
+        path.write_bytes(bytes(self._LAYOUT.size))
+        self.path = path
+        with open(path, "r+b") as file:
+            self._file = mmap.mmap(file.fileno(), self._LAYOUT.size)
+        self._version = 0
+        self.set(at)
+
+    def set(self, at):
+        """Moves the clock to an instant, a datetime with a zone."""
+        self.at = at.astimezone(UTC)
+        microseconds = (self.at - EPOCH) // datetime.timedelta(microseconds=1)
+        struct.pack_into("<I", self._file, 0, self._version + 1)  # odd: being written
+        struct.pack_into("<q", self._file, 8, microseconds)
+        self._version += 2
+        struct.pack_into("<I", self._file, 0, self._version)
+
+    def advance(self, **time):
+        """Moves the clock by a time, given as for a timedelta."""
+        self.set(self.at + datetime.timedelta(**time))
+
+    @property
+    def readings(self):
+        """How often the program has read the clock."""
+        return struct.unpack_from("<I", self._file, 4)[0]

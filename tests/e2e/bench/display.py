@@ -1,0 +1,129 @@
+"""A virtual screen with a tray on it, its mouse and its pictures."""
+
+import os
+import re
+import subprocess
+
+from bench.waiting import until
+
+WIDTH, HEIGHT = 1024, 768
+MARGIN = (5, 5)  # where the pointer rests, away from every window
+LEFT, MIDDLE, RIGHT = 1, 2, 3
+
+
+class Picture:
+    """A piece of the screen, as red, green, blue bytes row by row."""
+
+    def __init__(self, width, height, data):
+        self.width, self.height, self.data = width, height, data
+
+    def pixel(self, x, y):
+        """The colour (red, green, blue) at a place."""
+        at = (y * self.width + x) * 3
+        return tuple(self.data[at:at + 3])
+
+    def colours(self):
+        """The set of colours in it."""
+        return {tuple(self.data[at:at + 3]) for at in range(0, len(self.data), 3)}
+
+    def __eq__(self, other):
+        return (self.width, self.height, self.data) == (other.width, other.height, other.data)
+
+    def __repr__(self):
+        return f"Picture({self.width}x{self.height})"
+
+
+class Display:
+    """The screen; ends with close()."""
+
+    def __init__(self, logs):
+        self._logs = logs
+        self._processes = []
+        read, write = os.pipe()
+        self._start("Xvfb", "-displayfd", str(write), "-screen", "0", f"{WIDTH}x{HEIGHT}x24", pass_fds=[write])
+        os.close(write)
+        with os.fdopen(read) as told:
+            number = told.readline().strip()
+        if not number:
+            raise RuntimeError(f"Xvfb did not start, see {logs}/Xvfb.log")
+        self.environment = {"DISPLAY": f":{number}"}
+        # A tray must be there before Wine's shell looks for one.
+        self._start("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "pixel", "--width", "200",
+                    "--height", "22", "--SetDockType", "true", environment=self.environment)
+        until(lambda: '("panel" "trayer")' in self.tree(), "tray on the screen")
+        self.rest()
+
+    def _start(self, *command, pass_fds=(), environment=None):
+        # In a session of its own, so that a Ctrl-C on the tests does not end it before Wine.
+        with open(self._logs / f"{command[0]}.log", "w") as log:
+            self._processes.append(subprocess.Popen(
+                command, stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=pass_fds,
+                env=os.environ | (environment or {}), start_new_session=True))
+
+    def close(self):
+        for process in reversed(self._processes):
+            process.kill()
+            process.wait()
+
+    def _run(self, *command):
+        return subprocess.run(command, env=os.environ | self.environment, check=True, stdin=subprocess.DEVNULL,
+                              stdout=subprocess.PIPE, stderr=subprocess.PIPE).stdout
+
+    def tree(self):
+        """The X windows, as xwininfo lists them."""
+        return self._run("xwininfo", "-root", "-tree").decode(errors="replace")
+
+    # ---- mouse
+
+    def point(self, x, y):
+        """Moves the pointer."""
+        self._run("xdotool", "mousemove", str(x), str(y))
+
+    def rest(self):
+        """Moves the pointer where it touches nothing."""
+        self.point(*MARGIN)
+
+    def click(self, x, y, button=LEFT):
+        """A real click."""
+        self._run("xdotool", "mousemove", str(x), str(y), "click", str(button))
+
+    def drag(self, start, end):
+        """Drags from one place to another."""
+        self._run("xdotool", "mousemove", *map(str, start), "mousedown", str(LEFT), "mousemove", *map(str, end), "mouseup",
+                  str(LEFT))
+
+    def type(self, *keys):
+        """Real key strokes, which go to the X window with the focus (xdotool's key names)."""
+        self._run("xdotool", "key", *keys)
+
+    # ---- pictures
+
+    def grab(self, x=0, y=0, width=WIDTH, height=HEIGHT):
+        """A piece of the screen."""
+        data = self._run("import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage",
+                         "-depth", "8", "rgb:-")
+        assert len(data) == width * height * 3, f"{width}x{height}+{x}+{y} is not all on the screen"
+        return Picture(width, height, data)
+
+    def save(self, path, x=0, y=0, width=WIDTH, height=HEIGHT):
+        """A piece of the screen as a PNG file."""
+        self._run("import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage", "-strip",
+                  str(path))
+
+    # ---- tray
+
+    def docked_icons(self):
+        """Places (x, y, width, height) of the icons in the tray that Wine's shell has put there."""
+        lines = self.tree().splitlines()
+        starts = [number for number, line in enumerate(lines) if '("panel" "trayer")' in line]
+        if not starts:
+            return []
+        indent = len(lines[starts[0]]) - len(lines[starts[0]].lstrip())
+        icons = []
+        for line in lines[starts[0] + 1:]:
+            if line.strip() and len(line) - len(line.lstrip()) <= indent:
+                break
+            if "explorer.exe" in line:
+                width, height, x, y = re.search(r" (\d+)x(\d+)\+-?\d+\+-?\d+ +\+(-?\d+)\+(-?\d+)", line).groups()
+                icons.append((int(x), int(y), int(width), int(height)))
+        return icons

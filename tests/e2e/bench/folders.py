@@ -1,0 +1,26 @@
+"""Where the bench puts things: all of it in one folder, by default build/e2e."""
+
+from pathlib import Path
+
+E2E = Path(__file__).resolve().parent.parent
+REPOSITORY = E2E.parent.parent
+NATIVE = E2E / "native"
+
+
+class Folders:
+    """The folders of one bench, made on first use."""
+
+    def __init__(self, root):
+        self.root = Path(root).resolve()
+        self.tools = self._made("tools")
+        self.programs = self._made("programs")
+        self.failures = self._made("failures")
+        self.pictures = self._made("pictures")
+        self.locales = self._made("locales")
+        self.logs = self._made("logs")
+        self.prefix = self.root / "prefix"  # made by wine.py
+
+    def _made(self, name):
+        folder = self.root / name
+        folder.mkdir(parents=True, exist_ok=True)
+        return folder

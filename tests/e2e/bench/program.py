@@ -1,0 +1,291 @@
+"""One run of Tidewell: starting it, its windows, its tray calls and its report."""
+
+import datetime
+import functools
+import itertools
+import json
+import shutil
+import struct
+import zoneinfo
+from dataclasses import dataclass
+from types import SimpleNamespace
+
+from bench.clock import Clock
+from bench.driver import DriverError, NIM_DELETE, WM_MOUSEMOVE, WM_TIMER
+from bench.folders import REPOSITORY
+from bench.waiting import until
+
+IMAGE = "Tidewell.exe"
+START = datetime.datetime(2024, 2, 28, 12, 0, 10)  # local time; an ordinary day
+PICTURE_SIZE = 16
+MAGENTA = (255, 0, 255)
+
+
+@dataclass
+class TrayCall:
+    """One call of Shell_NotifyIconA, with the record as the program handed it over."""
+
+    command: int
+    succeeded: bool
+    record: bytes
+    pixels: bytes
+
+    LENGTH = 8 + 88 + 4 * PICTURE_SIZE * PICTURE_SIZE
+
+    @classmethod
+    def parse(cls, entry):
+        command, result = struct.unpack_from("<II", entry)
+        return cls(command, result != 0, entry[8:96], entry[96:])
+
+    def __post_init__(self):
+        (self.size, self.hwnd, self.id, self.flags, self.message, self.icon_handle) = struct.unpack_from("<6I", self.record)
+
+    @property
+    def tip(self):
+        """The tip with its padding."""
+        return self.record[24:].decode("cp1252")
+
+    @property
+    def icon(self):
+        """The number of the phase picture that the icon shows; None for any other picture."""
+        picture = tuple((p[2], p[1], p[0]) for p in struct.iter_unpack("4B", self.pixels))
+        return phase_pictures().get(picture)
+
+
+@functools.cache
+def phase_pictures():
+    """The numbers of the 28 phase pictures by their pixels, transparent ones as magenta."""
+    colours, pictures, lines = {}, {}, (REPOSITORY / "resources/icons/phases.txt").read_text().splitlines()
+    for number, line in enumerate(lines):
+        words = line.split()
+        if words[:1] == ["colour"]:
+            colours[words[1]] = MAGENTA if words[2] == "transparent" else tuple(map(int, words[2:]))
+        elif words[:1] == ["icon"]:
+            rows = lines[number + 1:number + 1 + PICTURE_SIZE]
+            pictures[tuple(colours[c] for row in rows for c in row)] = int(words[1].removeprefix("phase"))
+    return pictures
+
+
+class Program:
+    """A running Tidewell in a folder of its own. Made by Bench.start()."""
+
+    def __init__(self, bench, folder, zone, locale, at, arguments=()):
+        self._bench, self.folder, self.zone = bench, folder, zoneinfo.ZoneInfo(zone)
+        self.driver, self.display = bench.driver, bench.display
+        self.clock = Clock(folder / "clock", self.local(at))
+        former = set(self.driver.processes(IMAGE))
+        self.process = bench.wine.start(folder / IMAGE, *arguments, log=folder / "program.log", environment={
+            "LD_PRELOAD": str(bench.tools["clock_preload.so"]), "TIDEWELL_E2E_CLOCK": str(self.clock.path),
+            "TZ": zone, "LC_ALL": bench.wine.locale(locale)}, cwd=folder)
+        started = until(lambda: self.ended or set(self.driver.processes(IMAGE)) - former, "process of the program")
+        self.pid = None if started is True else min(started)
+
+    # ---- life
+
+    @property
+    def ended(self):
+        """Whether the process has ended by itself."""
+        return self.process.poll() is not None
+
+    def wait_until_running(self):
+        """Waits for the main window on the screen, the icon and the update of the first second."""
+        until(lambda: self.ended or (self.main() and self.main().shown), "main window")
+        assert not self.ended, f"the program ended at once with status {self.process.returncode}"
+        if self.recorded:
+            self.hurry()
+            until(lambda: len(self.calls()) >= 2, "icon added and then changed by the first tick")
+        return self
+
+    def wait_for_end(self):
+        """Waits until the program has ended by itself; returns its status."""
+        until(lambda: self.ended, "end of the program")
+        return self.process.returncode
+
+    def close(self):
+        """Ends the program in whatever state it is, and takes its icon away."""
+        if not self.ended:
+            about = self.about()
+            if about:
+                self.driver.notify(NIM_DELETE, about.hwnd)
+            self.process.kill()
+            self.process.wait()
+        until(lambda: self.pid not in self.driver.processes(IMAGE), "end of the process")
+
+    # ---- windows
+
+    def windows(self):
+        """All windows: objects with hwnd, parent, class_, text, id, screen, place, client (x, y, width, height each),
+        client_origin, visible, shown, enabled, minimised, checked, style, exstyle."""
+        return self.driver.windows(self.pid)
+
+    def top(self, caption, windows=None):
+        """The top-level window with a caption; message boxes and the like are left out."""
+        for window in self.windows() if windows is None else windows:
+            if not window.parent and window.text == caption and not window.class_.startswith("#"):
+                return window
+        return None
+
+    def main(self):
+        return self.top("Tidewell")
+
+    def about(self):
+        return self.top("About Moon")
+
+    def menu(self):
+        """The menu that is open, or None."""
+        return next((window for window in self.windows() if window.class_ == "#32768" and window.shown), None)
+
+    def message_box(self):
+        """The message box that is open and complete, with the texts of its children as texts, or None."""
+        windows = self.windows()
+        for window in windows:
+            if window.class_ == "#32770" and window.visible and window.shown:
+                children = [child for child in windows if child.parent == window.hwnd]
+                window.texts = [child.text for child in children]
+                if any(child.text for child in children if child.class_ == "Static"):
+                    return window
+        return None
+
+    def inside(self, caption):
+        """The windows inside the top-level window with a caption, parents before children."""
+        windows = self.windows()
+        family, found = {self.top(caption, windows).hwnd}, []
+        for window in windows:
+            if window.parent in family:
+                family.add(window.hwnd)
+                found.append(window)
+        return found
+
+    def control(self, text, form="Tidewell"):
+        """The control with a text on a form."""
+        found = [window for window in self.inside(form) if window.text == text]
+        assert len(found) == 1, f"{len(found)} controls with the text {text!r} on {form!r}"
+        return found[0]
+
+    def settle(self):
+        """Waits until the program has handled every message that it got so far."""
+        self.driver.send(self.main().hwnd, 0)
+
+    def click(self, text, form="Tidewell"):
+        """A real click on a control, by its text; the control must be on the screen."""
+        x, y, _, height = self.control(text, form).screen
+        self.display.click(x + 8, y + height // 2)
+
+    # ---- tray
+
+    @property
+    def recorded(self):
+        """Whether the tray calls are recorded."""
+        return (self.folder / "shell32.dll").exists()
+
+    def calls(self):
+        """The tray calls so far."""
+        path = self.folder / "tray-calls"
+        data = path.read_bytes() if path.exists() else b""
+        return [TrayCall.parse(data[at:at + TrayCall.LENGTH])
+                for at in range(0, len(data) - TrayCall.LENGTH + 1, TrayCall.LENGTH)]
+
+    def refuse_tray_calls(self, refuse):
+        """Makes the shell fail every call, as if it were not there, or answer again."""
+        mark = self.folder / "tray-refuses"
+        mark.touch() if refuse else mark.unlink()
+
+    def tray_message(self, message):
+        """What the shell sends to the program for an event on the icon (LEFT_UP and so on)."""
+        self.driver.post(self.about().hwnd, WM_MOUSEMOVE, 1, message)
+
+    def icon_centre(self):
+        """Where the icon is on the screen, once it is there."""
+        x, y, width, height = until(self.display.docked_icons, "icon in the tray")[0]
+        return x + width // 2, y + height // 2
+
+    # ---- clock and report
+
+    def local(self, at):
+        """An instant with a zone; without one it is local time of the program."""
+        return at if at.tzinfo else at.replace(tzinfo=self.zone)
+
+    def hurry(self):
+        """Lets the second pass faster: hands the window the timer's message. The real tick comes all the same, so a
+        test may call this and wait for what the tick brings."""
+        self.driver.post(self.main().hwnd, WM_TIMER, 1)
+
+    def ticks(self, count=3):
+        """Waits until the program has looked at its clock some times more."""
+        wanted = self.clock.readings + count
+        until(lambda: self.clock.readings >= wanted, "reading of the clock")
+        self.settle()
+
+    def move_clock(self, at):
+        """Moves the clock to an instant in another minute and waits for the update; returns its tray call."""
+        count = len(self.calls())
+        self.clock.set(self.local(at))
+        self.hurry()
+        until(lambda: len(self.calls()) > count, "update after the clock has moved")
+        return self.calls()[-1]
+
+    def report(self):
+        """What stands on the window: lines (from top to bottom), label (the dark fraction)."""
+        labels = [window for window in self.inside("Tidewell") if window.class_ == "Static"]
+        lines = sorted((label for label in labels if label.place[1] > 150), key=lambda label: label.place[1])
+        others = [label for label in labels if label not in lines]
+        return SimpleNamespace(lines=[line.text for line in lines], label=others[0].text)
+
+
+class Bench:
+    """Everything a test needs; one for the session."""
+
+    def __init__(self, exe, folders, tools, display, wine, driver):
+        self.exe, self.folders, self.tools = exe, folders, tools
+        self.display, self.wine, self.driver = display, wine, driver
+        self.running = []
+        self._numbers = itertools.count(1)
+
+    def folder(self, recorded=True):
+        """A new program folder with a copy of Tidewell.exe; recorded puts the stand-in for the shell beside it."""
+        folder = self.folders.programs / f"{next(self._numbers):03}"
+        folder.mkdir()
+        shutil.copy(self.exe, folder / IMAGE)
+        if recorded:
+            shutil.copy(self.tools["shell32.dll"], folder)
+        return folder
+
+    def start(self, folder=None, zone="UTC", locale="en_US", at=START, recorded=True, wait=True, arguments=()):
+        """Starts Tidewell in a folder (a new one by default), in a zone and a locale, at an instant. With wait it
+        returns when the program is on the screen and its first second over; otherwise when the process is there."""
+        program = Program(self, folder or self.folder(recorded), zone, locale, at, arguments)
+        self.running.append(program)
+        return program.wait_until_running() if wait else program
+
+    def end_programs(self):
+        """Ends what a test has left running."""
+        while self.running:
+            self.running.pop().close()
+        until(lambda: not self.display.docked_icons(), "tray without icons")
+        self.driver.release()
+        self.display.rest()
+
+    def locale_names(self, locale):
+        """What Windows itself gives for a locale: months, am, pm, decimal."""
+        log = self.folders.logs / f"locale-{locale}"
+        log.unlink(missing_ok=True)
+        self.wine.start(self.tools["driver.exe"], "locale", log=log, environment={"LC_ALL": self.wine.locale(locale)}).wait()
+        return SimpleNamespace(**json.loads(log.read_text().splitlines()[-1]))
+
+    def picture_of_failure(self, name):
+        """Saves the screen, the windows and the logs of the programs for a failed test."""
+        folder = self.folders.failures / name
+        shutil.rmtree(folder, ignore_errors=True)
+        folder.mkdir(parents=True)
+        self.display.save(folder / "screen.png")
+        (folder / "x-windows.txt").write_text(self.display.tree())
+        for number, program in enumerate(self.running):
+            try:
+                windows = "\n".join(map(str, program.windows())) if program.pid else ""
+            except DriverError as error:
+                windows = str(error)
+            state = f"ended with {program.process.returncode}" if program.ended else "running"
+            (folder / f"program-{number}.txt").write_text(
+                f"{program.folder}, {state}, clock at {program.clock.at}\n{windows}\n"
+                + "".join(f"{call}\n" for call in ((c.command, c.succeeded, c.tip, c.icon) for c in program.calls())))
+            shutil.copy(program.folder / "program.log", folder / f"program-{number}.log")

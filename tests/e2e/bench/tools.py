@@ -1,0 +1,39 @@
+"""Builds the native helpers from native/, each when its source is newer than it."""
+
+import shutil
+import subprocess
+
+from bench.folders import NATIVE
+
+WINDOWS = ["i686-w64-mingw32-g++-posix", "i686-w64-mingw32-g++"]
+LINUX_32 = ["i686-linux-gnu-gcc"]
+WARNINGS = ["-O1", "-Wall", "-Wextra", "-Werror"]
+
+
+def compiler(names):
+    """The first of the compilers that is installed."""
+    for name in names:
+        if shutil.which(name):
+            return name
+    raise RuntimeError(f"none of these compilers is installed: {' '.join(names)} (tools/setup.sh test installs it)")
+
+
+def build(folder):
+    """Builds the helpers into the folder; returns their paths by name."""
+    recipes = {
+        "clock_preload.so": (LINUX_32, ["-ffreestanding", "-fPIC", "-shared", "-nostdlib"],
+                             ["clock_preload.c"], ["-lgcc"]),
+        "driver.exe": (WINDOWS, ["-std=c++20", "-static"], ["driver.cpp"],
+                       ["-loleacc", "-lpsapi", "-lole32", "-loleaut32", "-lshell32", "-luuid"]),
+        "shell32.dll": (WINDOWS, ["-std=c++20", "-static", "-shared"], ["shell_stand_in.cpp", "shell_stand_in.def"],
+                        ["-Wl,--enable-stdcall-fixup", "-lgdi32"]),
+    }
+    for name, (compilers, options, sources, libraries) in recipes.items():
+        target = folder / name
+        paths = [NATIVE / source for source in sources]
+        if target.exists() and all(path.stat().st_mtime < target.stat().st_mtime for path in paths):
+            continue
+        made = target.with_suffix(".new")
+        subprocess.run([compiler(compilers), *WARNINGS, *options, "-o", made, *paths, *libraries], check=True)
+        made.rename(target)
+    return {name: folder / name for name in recipes}

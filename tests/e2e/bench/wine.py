@@ -1,0 +1,99 @@
+"""The Wine prefix of the bench, and starting programs in it."""
+
+import hashlib
+import os
+import shutil
+import subprocess
+from pathlib import Path
+
+REGISTRY = r"""REGEDIT4
+
+; Wine ignores the aliases of fontconfig.
+[HKEY_CURRENT_USER\Software\Wine\Fonts\Replacements]
+"Arial"="Liberation Sans"
+
+; There is no window manager: Wine draws the title bars and moves the focus by itself.
+[HKEY_CURRENT_USER\Software\Wine\X11 Driver]
+"Managed"="N"
+
+; A shell32.dll beside the program goes before the system's.
+[HKEY_CURRENT_USER\Software\Wine\AppDefaults\Tidewell.exe\DllOverrides]
+"shell32"="native,builtin"
+
+; A crash ends the program instead of asking.
+[HKEY_CURRENT_USER\Software\Wine\WineDbg]
+"ShowCrashDialog"=dword:00000000
+"""
+
+LOCALE_SOURCES = {"en_US", "de_DE", "el_GR", "sv_SE", "ja_JP"}
+
+
+class Wine:
+    """A prefix with its server, on a display; ends with close(), and every program in it."""
+
+    def __init__(self, folders, display):
+        self._folders = folders
+        self.prefix = folders.prefix
+        self._environment = {
+            "WINEPREFIX": str(self.prefix), "WINEARCH": "win32", "WINEDEBUG": "-all",
+            "WINEDLLOVERRIDES": "mscoree=;mshtml=;winemenubuilder.exe=",
+            "LOCPATH": str(folders.locales), "LC_ALL": "C.UTF-8", "TZ": "UTC",
+        }
+        self._make_prefix()
+        self._environment |= display.environment
+        # The server, and the system's programs that start with the first one, must outlive every single program and
+        # have nothing of its environment.
+        self._server("-p")
+
+    def close(self):
+        self._server("-k")
+        self._server("-w")
+
+    def _server(self, option, **more):
+        with open(self._folders.logs / "wineserver.log", "a") as log:
+            subprocess.run(["wineserver", option], env=os.environ | self._environment, stdin=subprocess.DEVNULL,
+                           stdout=log, stderr=log, **more)
+
+    def _make_prefix(self):
+        complete = self.prefix / "complete"
+        wanted = hashlib.sha256(REGISTRY.encode()).hexdigest()
+        if complete.exists() and complete.read_text() == wanted:
+            return
+        if self.prefix.exists():
+            self._server("-k")
+            shutil.rmtree(self.prefix)
+        self.prefix.mkdir()
+        self._environment["DISPLAY"] = ""  # no "updating" window
+        self.run("wineboot", "--init")
+        for font in Path("/usr/share/wine/fonts").glob("*"):
+            (self.prefix / "drive_c/windows/Fonts" / font.name).symlink_to(font)
+        settings = self.prefix / "drive_c/settings.reg"
+        settings.write_text(REGISTRY)
+        self.run("regedit", "/S", r"C:\settings.reg")
+        shutil.copy(self.prefix / "drive_c/windows/system32/shell32.dll", self.prefix / "drive_c/real_shell32.dll")
+        self.close()  # the server writes the registry to disk only as it ends
+        complete.write_text(wanted)
+
+    def locale(self, name):
+        """Makes a locale of the C library, like de_DE, and returns its full name."""
+        full = f"{name}.UTF-8"
+        if not (self._folders.locales / full).exists():
+            made = self._folders.locales / f"{name}.new"
+            subprocess.run(["localedef", "-i", name, "-f", "UTF-8", made], check=True)
+            made.rename(self._folders.locales / full)
+        return full
+
+    def start(self, *command, log, environment=None, **more):
+        """Starts a Windows program; its output goes to the log, since a pipe would stay open with Wine's server."""
+        with open(log, "ab") as output:
+            return subprocess.Popen(["wine", *map(str, command)], env=os.environ | self._environment | (environment or {}),
+                                    **({"stdin": subprocess.DEVNULL, "stdout": output, "stderr": output} | more))
+
+    def run(self, *command, environment=None):
+        """Runs a Windows program to its end; returns its status."""
+        return self.start(*command, log=self._folders.logs / "wine.log", environment=environment).wait(timeout=120)
+
+
+def windows_path(path):
+    """A path of the host as Windows sees it."""
+    return "Z:" + str(Path(path).resolve()).replace("/", "\\")

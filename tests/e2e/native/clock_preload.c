@@ -1,0 +1,83 @@
+/* A movable clock for one Wine process. Preloaded (32-bit) into the program, it answers for the C library's readings of
+ * the real-time clock from a file that the test maps too: the clock stands still at the instant in the file until the
+ * test moves it. The other clocks, on which timers and waiting go, are left alone. Each reading is counted.
+ *
+ * Built without the C library's headers, which a cross compiler need not have for 32 bits.
+ */
+#include <stddef.h>
+#include <stdint.h>
+
+enum { clock_realtime = 0, clock_realtime_coarse = 5 };
+enum { open_read_write = 02, close_on_exec = 02000000, protection_read_write = 3, map_shared = 1, call_clock_gettime64 = 403 };
+
+char* getenv(const char* name);
+int open(const char* name, int flags, ...);
+int close(int file);
+void* mmap(void* address, size_t length, int protection, int flags, int file, long offset);
+long syscall(long number, ...);
+
+struct clock_file { /* laid out the same way in bench/clock.py */
+  volatile uint32_t version; /* odd while the test writes */
+  volatile uint32_t readings;
+  volatile int64_t microseconds; /* since 1970-01-01 0 h, Universal Time */
+};
+
+struct time64 {
+  int64_t seconds;
+  int32_t fraction; /* nano- or microseconds: the low half of 64 bits */
+  int32_t padding;
+};
+
+static struct clock_file* the_clock;
+
+__attribute__((constructor)) static void map_clock(void) {
+  const char* name = getenv("TIDEWELL_E2E_CLOCK");
+  int file = name ? open(name, open_read_write | close_on_exec) : -1;
+  if (file < 0) return;
+  void* mapped = mmap(NULL, sizeof *the_clock, protection_read_write, map_shared, file, 0);
+  if (mapped != (void*)-1) the_clock = mapped;
+  close(file);
+}
+
+/* Microseconds since 1970. */
+static int64_t now(void) {
+  struct time64 real;
+  uint32_t version;
+  int64_t microseconds;
+  if (!the_clock) {
+    syscall(call_clock_gettime64, clock_realtime, &real);
+    return real.seconds * 1000000 + real.fraction / 1000;
+  }
+  __atomic_add_fetch(&the_clock->readings, 1, __ATOMIC_RELAXED);
+  do {
+    version = the_clock->version;
+    __atomic_thread_fence(__ATOMIC_SEQ_CST);
+    microseconds = the_clock->microseconds;
+    __atomic_thread_fence(__ATOMIC_SEQ_CST);
+  } while ((version & 1) != 0 || version != the_clock->version);
+  return microseconds;
+}
+
+int __gettimeofday64(struct time64* time, void* zone) {
+  (void)zone;
+  const int64_t t = now();
+  const int64_t microsecond = (t % 1000000 + 1000000) % 1000000; /* before 1970 too */
+  *time = (struct time64){.seconds = (t - microsecond) / 1000000, .fraction = (int32_t)microsecond};
+  return 0;
+}
+
+int __clock_gettime64(int clock, struct time64* time) {
+  if (clock != clock_realtime && clock != clock_realtime_coarse) {
+    return syscall(call_clock_gettime64, clock, time) == 0 ? 0 : -1;
+  }
+  __gettimeofday64(time, NULL);
+  time->fraction *= 1000;
+  return 0;
+}
+
+int64_t __time64(int64_t* time) {
+  struct time64 t;
+  __gettimeofday64(&t, NULL);
+  if (time) *time = t.seconds;
+  return t.seconds;
+}

@@ -1,0 +1,526 @@
+// The bench's hands and eyes inside Windows: a program that does to Tidewell's windows from outside what a test asks.
+//
+// Reads one request a line from its input and answers each with one line of JSON; an unknown or failed request answers
+// {"error": ...}. With arguments it answers that one request and ends. Numbers are decimal.
+//
+//   processes NAME            ids of the processes that run the image NAME
+//   windows PID               every window of a process, parents before children
+//   send HWND MSG W L         SendMessage, with its result; gives up after 20 s
+//   post HWND MSG W L         PostMessage
+//   broadcast NAME            posts the registered message NAME to all top-level windows
+//   notify COMMAND HWND ID    Shell_NotifyIcon for the icon that another window owns
+//   input HWND                focus, active window, capture and menu of the window's thread
+//   accessible HWND           MSAA name, role and state
+//   tips                      texts of the tool tips that are shown, of every process
+//   usage PID                 private bytes and handles
+//   redraw HWND               RedrawWindow of the window and its children, at once
+//   hold PATH                 opens a file, without sharing it; releases the one held before
+//   release                   releases it
+//   locale                    the user's month names, day markers and decimal separator
+//   keys KEY KEY...           presses keys one after the other on the keyboard; KEY is a virtual-key code, or several
+//                             joined by + that are held together
+//   end PID                   ends a process at once
+//   menu X Y TEXT|TEXT|...    shows a menu of its own at X, Y until the next request (to compare pictures with)
+
+#include <windows.h>
+// After windows.h, which they build on.
+#include <oleacc.h>
+#include <psapi.h>
+#include <shellapi.h>
+#include <tlhelp32.h>
+
+#include <cstdint>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr UINT kPatience = 20000;  // ms that a window may take to answer
+
+std::string Utf8(const std::wstring& text) {
+  const int length =
+      WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0, nullptr, nullptr);
+  std::string bytes(static_cast<std::size_t>(length), '\0');
+  WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes.data(), length, nullptr, nullptr);
+  return bytes;
+}
+
+std::wstring Wide(const std::string& bytes) {
+  const int length = MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()), nullptr, 0);
+  std::wstring text(static_cast<std::size_t>(length), L'\0');
+  MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()), text.data(), length);
+  return text;
+}
+
+// ---- JSON
+
+std::string Quoted(const std::wstring& text) {
+  std::string json = "\"";
+  for (const char c : Utf8(text)) {
+    if (c == '"' || c == '\\') {
+      json += '\\';
+      json += c;
+    } else if (static_cast<unsigned char>(c) < 0x20) {
+      constexpr char kDigits[] = "0123456789abcdef";
+      json += std::string("\\u00") + kDigits[c >> 4] + kDigits[c & 15];
+    } else {
+      json += c;
+    }
+  }
+  return json + "\"";
+}
+
+std::string Quoted(const std::string& text) { return Quoted(Wide(text)); }
+
+std::string Number(HWND window) { return std::to_string(reinterpret_cast<std::uintptr_t>(window)); }
+
+std::string Truth(bool value) { return value ? "true" : "false"; }
+
+std::string Array(const std::vector<std::string>& items) {
+  std::string json;
+  for (const std::string& item : items) {
+    json += (json.empty() ? "" : ", ") + item;
+  }
+  return "[" + json + "]";
+}
+
+using Members = std::vector<std::pair<const char*, std::string>>;
+
+std::string Object(const Members& members) {
+  std::string json;
+  for (const auto& [name, value] : members) {
+    json += (json.empty() ? "\"" : ", \"") + std::string(name) + "\": " + value;
+  }
+  return "{" + json + "}";
+}
+
+std::string Error(const std::string& text) { return Object({{"error", Quoted(text)}}); }
+
+std::string Place(const RECT& place) {
+  return Array({std::to_string(place.left), std::to_string(place.top), std::to_string(place.right - place.left),
+                std::to_string(place.bottom - place.top)});
+}
+
+// ---- requests
+
+using Arguments = std::vector<std::string>;
+
+long long AsNumber(const std::string& text) { return std::stoll(text); }
+
+HWND AsWindow(const std::string& text) { return reinterpret_cast<HWND>(static_cast<std::uintptr_t>(AsNumber(text))); }
+
+LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  DWORD_PTR result = 0;
+  SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, kPatience, &result);
+  return static_cast<LRESULT>(result);
+}
+
+std::wstring TextOf(HWND window) {
+  std::wstring text(1024, L'\0');
+  text.resize(static_cast<std::size_t>(Ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+  return text;
+}
+
+std::wstring ClassOf(HWND window) {
+  wchar_t name[256] = L"";
+  GetClassNameW(window, name, 256);
+  return name;
+}
+
+std::string Processes(const Arguments& arguments) {
+  const std::wstring wanted = Wide(arguments.at(0));
+  std::vector<std::string> ids;
+  const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+  PROCESSENTRY32W entry{};
+  entry.dwSize = sizeof entry;
+  for (BOOL more = Process32FirstW(snapshot, &entry); more; more = Process32NextW(snapshot, &entry)) {
+    if (lstrcmpiW(entry.szExeFile, wanted.c_str()) == 0) {
+      ids.push_back(std::to_string(entry.th32ProcessID));
+    }
+  }
+  CloseHandle(snapshot);
+  return Array(ids);
+}
+
+std::string Describe(HWND window) {
+  RECT screen{};
+  RECT client{};
+  RECT place{};
+  GetWindowRect(window, &screen);
+  GetClientRect(window, &client);
+  place = screen;
+  const HWND parent = GetAncestor(window, GA_PARENT);
+  MapWindowPoints(HWND_DESKTOP, parent, reinterpret_cast<POINT*>(&place), 2);
+  POINT origin{};
+  ClientToScreen(window, &origin);
+  const LONG style = GetWindowLongW(window, GWL_STYLE);
+  const bool button = ClassOf(window) == L"Button";
+  return Object({{"hwnd", Number(window)},
+                 {"parent", Number(parent == GetDesktopWindow() ? nullptr : parent)},
+                 {"class", Quoted(ClassOf(window))},
+                 {"text", Quoted(TextOf(window))},
+                 {"id", std::to_string(parent == GetDesktopWindow() ? 0 : GetDlgCtrlID(window))},
+                 {"screen", Place(screen)},
+                 {"place", Place(place)},
+                 {"client", Place(client)},
+                 {"client_origin", Array({std::to_string(origin.x), std::to_string(origin.y)})},
+                 {"visible", Truth((style & WS_VISIBLE) != 0)},
+                 {"shown", Truth(IsWindowVisible(window))},
+                 {"enabled", Truth(IsWindowEnabled(window))},
+                 {"minimised", Truth(IsIconic(window))},
+                 {"checked", button ? std::to_string(Ask(window, BM_GETCHECK, 0, 0)) : "null"},
+                 {"style", std::to_string(static_cast<DWORD>(style))},
+                 {"exstyle", std::to_string(static_cast<DWORD>(GetWindowLongW(window, GWL_EXSTYLE)))}});
+}
+
+struct Gathering {
+  DWORD process;
+  std::vector<HWND> windows;
+};
+
+BOOL CALLBACK GatherTopLevel(HWND window, LPARAM parameter) {
+  auto& gathering = *reinterpret_cast<Gathering*>(parameter);
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  if (process == gathering.process) {
+    gathering.windows.push_back(window);
+  }
+  return TRUE;
+}
+
+BOOL CALLBACK GatherChild(HWND window, LPARAM parameter) {
+  reinterpret_cast<Gathering*>(parameter)->windows.push_back(window);
+  return TRUE;
+}
+
+std::string Windows(const Arguments& arguments) {
+  Gathering top = {.process = static_cast<DWORD>(AsNumber(arguments.at(0))), .windows = {}};
+  EnumWindows(GatherTopLevel, reinterpret_cast<LPARAM>(&top));
+  std::vector<std::string> described;
+  for (const HWND window : top.windows) {
+    Gathering tree = {.process = top.process, .windows = {window}};
+    EnumChildWindows(window, GatherChild, reinterpret_cast<LPARAM>(&tree));
+    for (const HWND member : tree.windows) {
+      described.push_back(Describe(member));
+    }
+  }
+  return Array(described);
+}
+
+std::string Send(const Arguments& arguments) {
+  DWORD_PTR result = 0;
+  SetLastError(0);
+  const LRESULT answered =
+      SendMessageTimeoutW(AsWindow(arguments.at(0)), static_cast<UINT>(AsNumber(arguments.at(1))),
+                          static_cast<WPARAM>(AsNumber(arguments.at(2))),
+                          static_cast<LPARAM>(AsNumber(arguments.at(3))), SMTO_NORMAL, kPatience, &result);
+  if (answered == 0) {
+    return Error("no answer from the window, error " + std::to_string(GetLastError()));
+  }
+  return std::to_string(static_cast<LONG>(result));
+}
+
+std::string Post(const Arguments& arguments) {
+  return Truth(PostMessageW(AsWindow(arguments.at(0)), static_cast<UINT>(AsNumber(arguments.at(1))),
+                            static_cast<WPARAM>(AsNumber(arguments.at(2))),
+                            static_cast<LPARAM>(AsNumber(arguments.at(3)))) != FALSE);
+}
+
+std::string Broadcast(const Arguments& arguments) {
+  const UINT message = RegisterWindowMessageW(Wide(arguments.at(0)).c_str());
+  return Truth(PostMessageW(HWND_BROADCAST, message, 0, 0) != FALSE);
+}
+
+std::string Notify(const Arguments& arguments) {
+  NOTIFYICONDATAW icon{};
+  icon.cbSize = sizeof icon;
+  icon.hWnd = AsWindow(arguments.at(1));
+  icon.uID = static_cast<UINT>(AsNumber(arguments.at(2)));
+  return Truth(Shell_NotifyIconW(static_cast<DWORD>(AsNumber(arguments.at(0))), &icon) != FALSE);
+}
+
+std::string Input(const Arguments& arguments) {
+  GUITHREADINFO info{};
+  info.cbSize = sizeof info;
+  if (GetGUIThreadInfo(GetWindowThreadProcessId(AsWindow(arguments.at(0)), nullptr), &info) == FALSE) {
+    return Error("no such thread");
+  }
+  return Object({{"active", Number(info.hwndActive)},
+                 {"focus", Number(info.hwndFocus)},
+                 {"capture", Number(info.hwndCapture)},
+                 {"menu", Number(info.hwndMenuOwner)},
+                 {"foreground", Number(GetForegroundWindow())}});
+}
+
+std::string Accessible(const Arguments& arguments) {
+  IAccessible* object = nullptr;
+  if (FAILED(AccessibleObjectFromWindow(AsWindow(arguments.at(0)), static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+                                        reinterpret_cast<void**>(&object)))) {
+    return Error("no accessible object");
+  }
+  VARIANT self{};
+  self.vt = VT_I4;
+  self.lVal = CHILDID_SELF;
+  BSTR name = nullptr;
+  VARIANT role{};
+  VARIANT state{};
+  object->get_accName(self, &name);
+  object->get_accRole(self, &role);
+  object->get_accState(self, &state);
+  std::string json = Object({{"name", name != nullptr ? Quoted(std::wstring(name)) : "null"},
+                             {"role", std::to_string(role.lVal)},
+                             {"state", std::to_string(state.lVal)}});
+  SysFreeString(name);
+  object->Release();
+  return json;
+}
+
+BOOL CALLBACK GatherTip(HWND window, LPARAM parameter) {
+  if (IsWindowVisible(window) != FALSE && ClassOf(window) == L"tooltips_class32") {
+    reinterpret_cast<std::vector<std::string>*>(parameter)->push_back(Quoted(TextOf(window)));
+  }
+  return TRUE;
+}
+
+std::string Tips(const Arguments&) {
+  std::vector<std::string> tips;
+  EnumWindows(GatherTip, reinterpret_cast<LPARAM>(&tips));
+  return Array(tips);
+}
+
+std::string Usage(const Arguments& arguments) {
+  const HANDLE process =
+      OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, static_cast<DWORD>(AsNumber(arguments.at(0))));
+  if (process == nullptr) {
+    return Error("no such process");
+  }
+  PROCESS_MEMORY_COUNTERS_EX memory{};
+  memory.cb = sizeof memory;
+  GetProcessMemoryInfo(process, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof memory);
+  DWORD handles = 0;
+  GetProcessHandleCount(process, &handles);
+  CloseHandle(process);
+  return Object({{"private", std::to_string(memory.PrivateUsage)}, {"handles", std::to_string(handles)}});
+}
+
+std::string Redraw(const Arguments& arguments) {
+  return Truth(RedrawWindow(AsWindow(arguments.at(0)), nullptr, nullptr,
+                            RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW | RDW_FRAME) != FALSE);
+}
+
+HANDLE held = INVALID_HANDLE_VALUE;
+
+std::string Release(const Arguments&) {
+  if (held != INVALID_HANDLE_VALUE) {
+    CloseHandle(held);
+    held = INVALID_HANDLE_VALUE;
+  }
+  return "true";
+}
+
+std::string Hold(const Arguments& arguments) {
+  Release(arguments);
+  held = CreateFileW(Wide(arguments.at(0)).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
+                     FILE_ATTRIBUTE_NORMAL, nullptr);
+  return held != INVALID_HANDLE_VALUE ? "true" : Error("cannot hold it, error " + std::to_string(GetLastError()));
+}
+
+std::string LocaleText(LCTYPE type) {
+  wchar_t text[80] = L"";
+  GetLocaleInfoW(LOCALE_USER_DEFAULT, type, text, 80);
+  return Quoted(std::wstring(text));
+}
+
+std::string Locale(const Arguments&) {
+  std::vector<std::string> months;
+  for (LCTYPE month = 0; month < 12; ++month) {
+    months.push_back(LocaleText(LOCALE_SABBREVMONTHNAME1 + month));
+  }
+  return Object({{"name", LocaleText(LOCALE_SNAME)},
+                 {"months", Array(months)},
+                 {"am", LocaleText(LOCALE_S1159)},
+                 {"pm", LocaleText(LOCALE_S2359)},
+                 {"decimal", LocaleText(LOCALE_SDECIMAL)}});
+}
+
+void Press(const std::vector<WORD>& together) {
+  std::vector<INPUT> inputs;
+  const auto add = [&](WORD key, DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
+    input.ki.dwFlags = flags;
+    inputs.push_back(input);
+  };
+  for (const WORD key : together) {
+    add(key, 0);
+  }
+  for (auto key = together.rbegin(); key != together.rend(); ++key) {
+    add(*key, KEYEVENTF_KEYUP);
+  }
+  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+std::string Keys(const Arguments& arguments) {
+  std::istringstream strokes(arguments.at(0));
+  for (std::string stroke; strokes >> stroke;) {
+    std::istringstream joined(stroke);
+    std::vector<WORD> together;
+    for (std::string key; std::getline(joined, key, '+');) {
+      together.push_back(static_cast<WORD>(AsNumber(key)));
+    }
+    Press(together);
+  }
+  return "true";
+}
+
+std::string End(const Arguments& arguments) {
+  const HANDLE process = OpenProcess(PROCESS_TERMINATE, FALSE, static_cast<DWORD>(AsNumber(arguments.at(0))));
+  const BOOL ended = TerminateProcess(process, 1);
+  CloseHandle(process);
+  return Truth(ended != FALSE);
+}
+
+// The menu runs in a thread of its own, so that requests are still read.
+struct OwnMenu {
+  POINT at;
+  std::vector<std::wstring> entries;
+};
+
+DWORD WINAPI ShowOwnMenu(void* parameter) {
+  auto* const own = static_cast<OwnMenu*>(parameter);
+  const HWND owner =
+      CreateWindowExW(WS_EX_TOOLWINDOW, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+  const HMENU menu = CreatePopupMenu();
+  UINT id = 1;
+  for (const std::wstring& entry : own->entries) {
+    AppendMenuW(menu, MF_STRING, id++, entry.c_str());
+  }
+  SetForegroundWindow(owner);
+  TrackPopupMenu(menu, TPM_RETURNCMD | TPM_NONOTIFY, own->at.x, own->at.y, 0, owner, nullptr);
+  DestroyMenu(menu);
+  DestroyWindow(owner);
+  delete own;
+  return 0;
+}
+
+HANDLE menuThread = nullptr;
+DWORD menuThreadId = 0;
+
+std::string Menu(const Arguments& arguments) {
+  auto* const own =
+      new OwnMenu{.at = {static_cast<LONG>(AsNumber(arguments.at(0))), static_cast<LONG>(AsNumber(arguments.at(1)))},
+                  .entries = {}};
+  std::wistringstream entries(Wide(arguments.at(2)));
+  for (std::wstring entry; std::getline(entries, entry, L'|');) {
+    own->entries.push_back(entry);
+  }
+  menuThread = CreateThread(nullptr, 0, ShowOwnMenu, own, 0, &menuThreadId);
+  return std::to_string(GetCurrentProcessId());
+}
+
+void CloseOwnMenu() {
+  if (menuThread == nullptr) {
+    return;
+  }
+  GUITHREADINFO info{};
+  info.cbSize = sizeof info;
+  while (WaitForSingleObject(menuThread, 20) == WAIT_TIMEOUT) {
+    if (GetGUIThreadInfo(menuThreadId, &info) != FALSE && info.hwndMenuOwner != nullptr) {
+      PostMessageW(info.hwndMenuOwner, WM_CANCELMODE, 0, 0);
+    }
+  }
+  CloseHandle(menuThread);
+  menuThread = nullptr;
+}
+
+// ---- answering
+
+// The number of arguments says where the last one, which may hold spaces, begins.
+struct Request {
+  std::size_t arguments;
+  std::string (*answer)(const Arguments&);
+};
+
+const std::map<std::string, Request> kRequests = {
+    {"processes", {1, Processes}},
+    {"windows", {1, Windows}},
+    {"send", {4, Send}},
+    {"post", {4, Post}},
+    {"broadcast", {1, Broadcast}},
+    {"notify", {3, Notify}},
+    {"input", {1, Input}},
+    {"accessible", {1, Accessible}},
+    {"tips", {0, Tips}},
+    {"usage", {1, Usage}},
+    {"redraw", {1, Redraw}},
+    {"hold", {1, Hold}},
+    {"release", {0, Release}},
+    {"locale", {0, Locale}},
+    {"menu", {3, Menu}},
+    {"keys", {1, Keys}},
+    {"end", {1, End}},
+};
+
+std::string Answer(const std::string& line) {
+  std::istringstream words(line);
+  std::string name;
+  words >> name;
+  const auto request = kRequests.find(name);
+  if (request == kRequests.end()) {
+    return Error("unknown request: " + line);
+  }
+  Arguments arguments;
+  for (std::size_t number = 1; number <= request->second.arguments; ++number) {
+    std::string argument;
+    words >> std::ws;
+    number < request->second.arguments ? words >> argument : std::getline(words, argument);
+    arguments.push_back(argument);
+  }
+  try {
+    return request->second.answer(arguments);
+  } catch (const std::exception& error) {
+    return Error(line + ": " + error.what());
+  }
+}
+
+void Write(const std::string& answer) {
+  const std::string line = answer + "\n";
+  DWORD written = 0;
+  WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
+}
+
+bool ReadRequest(std::string& line) {
+  line.clear();
+  char c = 0;
+  DWORD read = 0;
+  while (ReadFile(GetStdHandle(STD_INPUT_HANDLE), &c, 1, &read, nullptr) != FALSE && read == 1) {
+    if (c == '\n') {
+      return true;
+    }
+    line += c;
+  }
+  return false;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  CoInitialize(nullptr);
+  std::string line;
+  if (count > 1) {
+    for (int number = 1; number < count; ++number) {
+      line += (line.empty() ? "" : " ") + std::string(arguments[number]);
+    }
+    Write(Answer(line));
+    return 0;
+  }
+  while (ReadRequest(line)) {
+    CloseOwnMenu();
+    Write(Answer(line));
+  }
+  return 0;
+}

@@ -1,0 +1,88 @@
+// A shell32.dll that lies beside the program and stands between it and the real one, which lies at C:\real_shell32.dll.
+//
+// Each call is appended to the file "tray-calls" beside the program as one entry, laid out the same way in
+// bench/program.py: command, result, the 88 bytes of the caller's record, and the record's icon as 16 x 16 pixels
+// (blue, green, red, 0), drawn on magenta. While there is a file "tray-refuses", the shell is not there: every call
+// fails.
+
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+
+#include <cstring>
+#include <string>
+
+namespace {
+
+constexpr int kIconSize = 16;
+constexpr std::size_t kRecordSize = 88;
+constexpr COLORREF kMagenta = RGB(255, 0, 255);
+
+struct Entry {
+  DWORD command;
+  DWORD result;
+  unsigned char record[kRecordSize];
+  DWORD pixels[kIconSize * kIconSize];
+};
+
+std::wstring BesideTheProgram(const wchar_t* name) {
+  wchar_t path[MAX_PATH] = L"";
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  const std::wstring program = path;
+  return program.substr(0, program.rfind(L'\\') + 1) + name;
+}
+
+void DrawIconInto(DWORD* pixels, HICON icon) {
+  BITMAPINFO description{};
+  description.bmiHeader.biSize = sizeof description.bmiHeader;
+  description.bmiHeader.biWidth = kIconSize;
+  description.bmiHeader.biHeight = -kIconSize;  // top down
+  description.bmiHeader.biPlanes = 1;
+  description.bmiHeader.biBitCount = 32;
+  void* bits = nullptr;
+  const HDC dc = CreateCompatibleDC(nullptr);
+  const HBITMAP bitmap = CreateDIBSection(dc, &description, DIB_RGB_COLORS, &bits, nullptr, 0);
+  const HGDIOBJ former = SelectObject(dc, bitmap);
+  const HBRUSH magenta = CreateSolidBrush(kMagenta);
+  const RECT all = {0, 0, kIconSize, kIconSize};
+  FillRect(dc, &all, magenta);
+  DrawIconEx(dc, 0, 0, icon, kIconSize, kIconSize, 0, nullptr, DI_NORMAL);
+  GdiFlush();
+  std::memcpy(pixels, bits, sizeof(DWORD) * kIconSize * kIconSize);
+  DeleteObject(magenta);
+  SelectObject(dc, former);
+  DeleteObject(bitmap);
+  DeleteDC(dc);
+}
+
+using NotifyIcon = BOOL(WINAPI*)(DWORD, void*);
+
+BOOL CallTheRealOne(DWORD command, void* record) {
+  static const auto real = reinterpret_cast<NotifyIcon>(
+      reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(L"C:\\real_shell32.dll"), "Shell_NotifyIconA")));
+  return real != nullptr ? real(command, record) : FALSE;
+}
+
+void Append(const Entry& entry) {
+  const HANDLE file =
+      CreateFileW(BesideTheProgram(L"tray-calls").c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                  nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  DWORD written = 0;
+  WriteFile(file, &entry, sizeof entry, &written, nullptr);
+  CloseHandle(file);
+}
+
+}  // namespace
+
+extern "C" __declspec(dllexport) BOOL WINAPI Shell_NotifyIconA(DWORD command, void* record) {
+  Entry entry{};
+  entry.command = command;
+  std::memcpy(entry.record, record, kRecordSize);
+  HICON icon = nullptr;
+  std::memcpy(&icon, entry.record + 20, sizeof icon);
+  DrawIconInto(entry.pixels, icon);
+  const bool refused = GetFileAttributesW(BesideTheProgram(L"tray-refuses").c_str()) != INVALID_FILE_ATTRIBUTES;
+  const BOOL result = refused ? FALSE : CallTheRealOne(command, record);
+  entry.result = static_cast<DWORD>(result);
+  Append(entry);
+  return result;
+}

@@ -1,0 +1,208 @@
+"""The four lines, the tip, the icon and the dark fraction, at many instants, against the independent oracle."""
+
+import datetime
+import random
+import re
+import struct
+
+import moon_oracle
+import pytest
+
+from bench.clock import UTC
+from bench.driver import NIM_ADD, NIM_MODIFY
+
+# Whole, half and quarter hours, both sides of the date line; * keeps summer time, two of them in the south. Each is
+# run in one of three locales.
+ZONES = {
+    "America/New_York": "en_US",    # -5 *
+    "America/St_Johns": "de_DE",    # -3:30 *
+    "Europe/Berlin": "de_DE",       # +1 *
+    "Asia/Kolkata": "el_GR",        # +5:30
+    "Asia/Kathmandu": "en_US",      # +5:45
+    "Australia/Adelaide": "el_GR",  # +9:30 *
+    "Pacific/Chatham": "en_US",     # +12:45 *
+    "Pacific/Kiritimati": "de_DE",  # +14
+    "Pacific/Pago_Pago": "el_GR",   # -11
+}
+
+# Universal Time.
+INSTANTS = [datetime.datetime.fromisoformat(text).replace(tzinfo=UTC) for text in (
+    "1975-05-11 07:05:00",
+    "1999-12-31 23:59:59",
+    "2000-02-29 12:00:00",
+    "2024-01-15 23:10:30",
+    "2024-07-15 03:20:10",
+    "2026-11-24 02:52:00",
+    "2038-01-19 03:14:08",  # one second beyond 32 bits
+    "2100-03-01 00:00:30",  # the day after 28 February
+)]
+
+
+def reading(instant, zone):
+    """The clock's reading in a zone, with summer time, and the zone's standard offset in minutes."""
+    local = instant.astimezone(zone)
+    return local, (local.utcoffset() - local.dst()) // datetime.timedelta(minutes=1)
+
+
+def wanted_report(instant, zone, southern=False, offset=None):
+    """The oracle's report at an instant."""
+    local, standard = reading(instant, zone)
+    return moon_oracle.report(local.year, local.month, local.day, local.hour, local.minute, local.second,
+                              standard if offset is None else offset, southern)
+
+
+def localised(line, names):
+    """An English line in the month names and day markers of a locale."""
+    def exchange(match):
+        month = names.months[moon_oracle.MONTHS.index(match[2])]
+        marker = {"AM": names.am or "AM", "PM": names.pm or "PM"}[match[4]]
+        return f"{match[1]}-{month}-{match[3]} {marker}"
+    exchanged, count = re.subn(r"(\d\d)-(\w{3})-(\d\d \d+:\d\d) ([AP]M)$", exchange, line)
+    assert count == 1
+    return exchanged
+
+
+def some_instants(zone, seed):
+    """Instants all over the years, and some at which the finder meets a phase of earlier in the day."""
+    chance = random.Random(seed)
+    instants = [datetime.datetime(chance.randint(1971, 2099), 1, 1, tzinfo=UTC)
+                + datetime.timedelta(seconds=chance.randrange(365 * 86400)) for _ in range(3)]
+    day = instants[0]
+    while sum(wanted_report(instant, zone)["corrected"] for instant in instants) < 2:
+        day += datetime.timedelta(days=1)
+        local = day.astimezone(zone).replace(hour=23, minute=chance.randrange(60))
+        if wanted_report(local, zone)["corrected"]:
+            instants.append(local)
+    return instants
+
+
+def check(program, call, instant, names=None, southern=False):
+    """Compares everything that the program shows with the oracle."""
+    wanted = wanted_report(instant, program.zone, southern)
+    shown = program.report()
+    lines, label = wanted["lines"], wanted["label1"]
+    if names:
+        lines, label = [localised(line, names) for line in lines], label.replace(".", names.decimal)
+    assert shown.lines == lines
+    assert call.tip == wanted["tip"]
+    assert call.icon == wanted["icon"] % 28
+    assert shown.label == label
+    return wanted
+
+
+@pytest.mark.parametrize("zone, locale", ZONES.items())
+def test_reports_agree_with_the_oracle(start, bench, zone, locale):
+    names = bench.locale_names(locale)
+    assert names.name == locale.replace("_", "-")
+    program = start(zone=zone, locale=locale)
+    instants = INSTANTS + some_instants(program.zone, zone)
+    corrected = 0
+    for instant in instants:
+        call = program.move_clock(instant)
+        assert (call.command, call.succeeded) == (NIM_MODIFY, True)
+        corrected += check(program, call, instant, names)["corrected"]
+    assert corrected >= 2
+    assert len(program.calls()) == 2 + len(instants)
+
+
+def test_the_locales_differ_in_what_the_report_takes_from_them(bench):
+    english, german, greek = map(bench.locale_names, ("en_US", "de_DE", "el_GR"))
+    assert (english.months[4], german.months[4]) == ("May", "Mai")
+    assert greek.pm not in ("", "PM")
+    assert (english.decimal, german.decimal) == (".", ",")
+
+
+@pytest.mark.long
+@pytest.mark.parametrize("zone", ZONES)
+def test_many_reports_agree_with_the_oracle(start, zone):
+    program = start(zone=zone)
+    chance = random.Random(zone)
+    for _ in range(1000):
+        instant = datetime.datetime(1971, 1, 1, tzinfo=UTC) + datetime.timedelta(seconds=chance.randrange(129 * 365 * 86400))
+        check(program, program.move_clock(instant), instant)
+
+
+def test_the_first_report_takes_the_phases_in_universal_time(start):
+    program = start(zone="America/New_York")
+    first, second = program.calls()[:2]
+    assert (first.command, second.command) == (NIM_ADD, NIM_MODIFY)
+    assert first.tip == wanted_report(program.clock.at, program.zone, offset=0)["tip"]
+    assert second.tip == wanted_report(program.clock.at, program.zone)["tip"]
+    assert first.tip != second.tip
+
+
+def test_with_the_southern_view_stored_the_first_report_has_the_offset(start, bench):
+    folder = bench.folder()
+    record = bytearray(274)
+    struct.pack_into("<h", record, 270, -1)
+    (folder / "vesk.dat").write_bytes(bytes(16 * 512) + record)
+    program = start(folder, zone="America/New_York")
+    wanted = wanted_report(program.clock.at, program.zone, southern=True)
+    assert program.calls()[0].tip == wanted["tip"]
+    check(program, program.calls()[0], program.clock.at, southern=True)
+
+
+LAST_SECONDS = [datetime.datetime.fromisoformat(day + " 23:59:59") for day in (
+    "2023-05-16",  # midnight
+    "2023-04-30",  # month
+    "2023-12-31",  # year
+    "2023-02-28",  # no leap day
+    "2024-02-28",  # leap day
+    "2024-02-29",
+)]
+
+
+@pytest.mark.parametrize("zone", ["UTC", "Europe/Berlin", "Pacific/Chatham"])
+def test_changes_of_the_date_while_it_runs(start, zone):
+    program = start(zone=zone)
+    for at in LAST_SECONDS:
+        at = program.local(at)
+        check(program, program.move_clock(at), at)
+        count = len(program.calls())
+        at = (at.astimezone(UTC) + datetime.timedelta(seconds=1)).astimezone(program.zone)
+        assert (at.hour, at.minute, at.second) == (0, 0, 0)
+        check(program, program.move_clock(at), at)
+        assert len(program.calls()) == count + 1
+
+
+@pytest.mark.parametrize("zone, change", [
+    ("Europe/Berlin", "2024-03-31 01:00:00"), ("Europe/Berlin", "2024-10-27 01:00:00"),
+    ("Pacific/Chatham", "2024-04-06 14:00:00"), ("Pacific/Chatham", "2024-09-28 14:00:00"),
+])
+def test_summer_time_moves_the_clock_and_not_the_phases(start, zone, change):
+    instant = datetime.datetime.fromisoformat(change).replace(tzinfo=UTC)
+    program = start(zone=zone, at=instant - datetime.timedelta(seconds=1))
+    before = program.report().lines
+    check(program, program.calls()[-1], program.clock.at)
+    check(program, program.move_clock(instant), instant)
+    assert program.report().lines == before
+
+
+def test_the_clock_set_back_a_year_and_forward_ten(program):
+    for at in ("2023-02-28 12:00:10", "2033-02-28 12:00:10", "2023-02-28 12:00:10"):
+        at = program.local(datetime.datetime.fromisoformat(at))
+        check(program, program.move_clock(at), at)
+
+
+def test_one_update_a_minute_and_none_in_between(program):
+    count = len(program.calls())
+    for _ in range(2):
+        for second in 11, 59:
+            program.clock.set(program.clock.at.replace(second=second))
+            program.hurry()
+            program.ticks()
+            assert len(program.calls()) == count
+        program.clock.advance(seconds=1)
+        program.hurry()
+        program.ticks()
+        count += 1
+        assert len(program.calls()) == count
+        check(program, program.calls()[-1], program.clock.at)
+
+
+def test_the_report_goes_on_while_the_window_is_hidden(program):
+    program.click("Restore in System Tray")
+    program.click("Close")
+    at = program.local(datetime.datetime(2026, 11, 24, 12, 0, 0))
+    check(program, program.move_clock(at), at)
+    assert not program.main().shown

@@ -1,0 +1,147 @@
+"""The settings file under every fault that can be made: nothing on disk is lost or half-written."""
+
+import random
+import shutil
+import subprocess
+
+import pytest
+
+from bench.driver import BM_CLICK, DriverError
+from bench.waiting import until
+from bench.wine import windows_path
+
+RECORD, RECORD_SIZE = 16 * 512, 274
+RESTORE_IN_TRAY, AUTO_START, SOUTHERN_VIEW = (RECORD + offset for offset in (266, 268, 270))
+OPTIONS = range(RESTORE_IN_TRAY, SOUTHERN_VIEW + 2)
+SOUTH, RESTORE = "Enable Southern Hemisphere View", "Restore in System Tray"
+TRUE = b"\xff\xff"
+
+
+def tick(program, box):
+    """Clicks an option; on return it is handled."""
+    program.driver.send(program.control(box).hwnd, BM_CLICK)
+    program.settle()
+
+
+def all_bytes(size):
+    """Different bytes everywhere, none of which makes an option true."""
+    return bytes((7 * i + i // 256) % 255 for i in range(size))
+
+
+@pytest.mark.parametrize("size", [None, 0, 1, 8191, 8192, 8465, 8466, 100_000])
+def test_a_file_of_any_length_is_read_and_kept(bench, start, size):
+    folder = bench.folder()
+    path = folder / "vesk.dat"
+    before = all_bytes(size or 0)
+    if size is not None:
+        path.write_bytes(before)
+    program = start(folder=folder)
+    assert path.read_bytes() == before, "reading changes nothing"
+    assert not program.control(SOUTH).checked
+    tick(program, SOUTH)
+    expected = bytearray(before.ljust(RECORD + RECORD_SIZE, b"\0"))
+    expected[SOUTHERN_VIEW:SOUTHERN_VIEW + 2] = TRUE
+    assert path.read_bytes() == bytes(expected)
+
+
+@pytest.mark.parametrize("stored, ticked", [(b"\xff\xff", True), (b"\x01\x00", False), (b"\xff\x00", False)])
+def test_minus_one_alone_is_true(bench, start, stored, ticked):
+    folder = bench.folder()
+    (folder / "vesk.dat").write_bytes(bytes(RECORD + 266) + stored * 3 + bytes(2))
+    program = start(folder=folder)
+    assert bool(program.control(SOUTH).checked) == ticked
+    assert not program.control(RESTORE).checked, "it starts unticked whatever is stored"
+    icon = program.calls()[-1].icon
+    program.close()
+    assert (icon != start().calls()[-1].icon) == ticked
+
+
+def test_each_option_is_stored_by_itself(program):
+    path = program.folder / "vesk.dat"
+    tick(program, RESTORE)
+    assert path.read_bytes()[RESTORE_IN_TRAY:SOUTHERN_VIEW + 2] == TRUE + bytes(4)
+    tick(program, SOUTH)
+    assert path.read_bytes()[RESTORE_IN_TRAY:SOUTHERN_VIEW + 2] == TRUE + bytes(2) + TRUE
+    tick(program, RESTORE)
+    assert path.read_bytes()[RESTORE_IN_TRAY:SOUTHERN_VIEW + 2] == bytes(4) + TRUE
+
+
+def test_what_another_writer_changes_between_two_clicks_is_kept(program):
+    path = program.folder / "vesk.dat"
+    tick(program, SOUTH)
+    other = bytearray(all_bytes(RECORD + RECORD_SIZE))
+    path.write_bytes(other)
+    tick(program, RESTORE)
+    other[RESTORE_IN_TRAY:RESTORE_IN_TRAY + 2] = TRUE
+    assert path.read_bytes() == bytes(other)
+
+
+def test_the_file_lies_beside_the_program_whatever_the_current_folder(bench, start, tmp_path, monkeypatch):
+    folder = bench.folder()
+    began = bench.wine.start
+    monkeypatch.setattr(bench.wine, "start", lambda *command, **more: began(*command, **(more | {"cwd": tmp_path})))
+    program = start(folder=folder)
+    tick(program, SOUTH)
+    assert (folder / "vesk.dat").exists()
+    assert not list(tmp_path.iterdir())
+
+
+def test_nobody_takes_the_file_for_himself_while_the_program_runs(program):
+    with pytest.raises(DriverError):
+        program.driver.hold(windows_path(program.folder / "vesk.dat"))
+    tick(program, SOUTH)
+    assert (program.folder / "vesk.dat").read_bytes()[SOUTHERN_VIEW:][:2] == TRUE
+
+
+def test_a_full_disk_is_said_and_leaves_the_file_as_it_was(bench, start, tmp_path):
+    if subprocess.run(["mount", "-t", "tmpfs", "-o", "size=16m", "tmpfs", tmp_path], capture_output=True).returncode != 0:
+        pytest.skip("this machine does not let a small file system be mounted")
+    try:
+        shutil.copytree(bench.folder(), tmp_path, dirs_exist_ok=True)
+        program = start(folder=tmp_path)
+        with open(tmp_path / "filler", "wb", buffering=0) as filler:
+            try:
+                while filler.write(bytes(4096)):
+                    pass
+            except OSError:
+                pass
+        program.driver.post(program.control(SOUTH).hwnd, BM_CLICK)
+        text = "Run-time error '61':\n\nDisk full"
+        until(lambda: (box := program.message_box()) and text in box.texts, "message box for the full disk")
+        assert (tmp_path / "vesk.dat").read_bytes() == b""
+        program.close()
+    finally:
+        bench.end_programs()
+        subprocess.run(["umount", "--lazy", tmp_path], check=True)  # the bench still has its clock mapped there
+
+
+def kill_while_clicking(bench, start, times):
+    """Kills the program at random moments in a storm of clicks and looks at the file after each."""
+    moments = random.Random(1)
+    folder = bench.folder(recorded=False)
+    path = folder / "vesk.dat"
+    whole = bytearray(all_bytes(RECORD + RECORD_SIZE))
+    whole[RESTORE_IN_TRAY:SOUTHERN_VIEW + 2] = bytes(6)
+    path.write_bytes(whole)
+    for _ in range(times):
+        program = start(folder=folder)
+        boxes = [program.control(box).hwnd for box in (SOUTH, RESTORE)]
+        for _ in range(moments.randrange(60)):
+            program.driver.post(moments.choice(boxes), BM_CLICK)
+        program.driver.end(program.pid)
+        program.wait_for_end()
+        after = path.read_bytes()
+        assert len(after) == len(whole)
+        assert all(after[i] == whole[i] for i in range(len(whole)) if i not in OPTIONS), "a reserved byte has changed"
+        for option in (RESTORE_IN_TRAY, AUTO_START, SOUTHERN_VIEW):
+            assert after[option:option + 2] in (bytes(2), TRUE), "half an option"
+        bench.end_programs()
+
+
+def test_a_killed_program_leaves_a_whole_file(bench, start):
+    kill_while_clicking(bench, start, 10)
+
+
+@pytest.mark.long
+def test_a_program_killed_200_times_leaves_a_whole_file(bench, start):
+    kill_while_clicking(bench, start, 200)

@@ -1,0 +1,276 @@
+"""The icon in the tray: real clicks, the menu, the tip, and a shell that goes and comes."""
+
+import pytest
+
+from bench.display import RIGHT
+from bench.driver import (LEFT_DOUBLE, LEFT_DOWN, LEFT_UP, NIM_ADD, NIM_DELETE, NIM_MODIFY, RIGHT_DOUBLE, RIGHT_DOWN,
+                          RIGHT_UP, SC_MINIMIZE, WM_SYSCOMMAND)
+from bench.program import MAGENTA, phase_pictures
+from bench.waiting import until
+
+ENTRIES = ["About", "Show Main Window", "Exit"]
+SOME_WHERE_ELSE = (100, 100)
+
+
+def open_menu(program):
+    """Opens the menu by a real click on the icon."""
+    program.display.click(*program.icon_centre(), RIGHT)
+    return until(program.menu, "menu")
+
+
+def choose(program, entry):
+    """Opens the menu and clicks on an entry."""
+    x, y, width, height = open_menu(program).screen
+    row = height / len(ENTRIES)
+    program.display.click(x + width // 2, int(y + row * (ENTRIES.index(entry) + 0.5)))
+
+
+def wait_for_main(program, shown):
+    until(lambda: program.main().shown == shown, f"main window {'shown' if shown else 'hidden'}")
+
+
+# ---- clicks
+
+def test_left_clicks_hide_and_show_the_main_window(program):
+    centre = program.icon_centre()
+    for shown in (False, True, False, True):
+        program.display.click(*centre)
+        wait_for_main(program, shown)
+
+
+def test_a_window_that_is_shown_comes_with_the_keyboard(program):
+    program.display.click(*program.icon_centre())
+    wait_for_main(program, False)
+    program.display.click(*program.icon_centre())
+    main = until(lambda: program.main().shown and program.main(), "main window shown")
+    until(lambda: program.driver.input(main.hwnd).foreground == main.hwnd, "main window in the foreground")
+
+
+@pytest.mark.parametrize("message", [LEFT_DOWN, LEFT_DOUBLE, RIGHT_DOWN, RIGHT_DOUBLE, 512, 519, 520])
+def test_other_messages_of_the_icon_do_nothing(program, message):
+    program.tray_message(message)
+    program.settle()
+    assert program.main().shown
+    assert program.menu() is None
+    assert not program.about().shown
+
+
+# ---- menu
+
+def test_the_menu_stands_on_the_screen_with_its_entries(program):
+    menu = open_menu(program)
+    x, y, width, height = menu.screen
+    program.display.rest()
+    until(lambda: program.display.grab(x, y, width, height) == program.display.grab(x, y, width, height), "still menu")
+    of_the_program = program.display.grab(x, y, width, height)
+    program.driver.keys("Escape")
+    until(lambda: program.menu() is None, "menu closed")
+    # The same entries in a menu of the driver's, at the same place, give the same picture.
+    program.driver.own_menu(x, y, *ENTRIES)
+    until(lambda: program.display.grab(x, y, width, height) == of_the_program, "menu with the same picture")
+
+
+def test_about_shows_the_about_box(program):
+    choose(program, "About")
+    until(lambda: program.about().shown, "About box")
+    assert program.main().shown
+
+
+def test_show_main_window_shows_it_and_leaves_a_shown_one(program):
+    program.display.click(*program.icon_centre())
+    wait_for_main(program, False)
+    choose(program, "Show Main Window")
+    wait_for_main(program, True)
+    choose(program, "Show Main Window")
+    until(lambda: program.menu() is None, "menu closed")
+    program.settle()
+    assert program.main().shown
+
+
+def test_show_main_window_brings_back_a_minimised_one(program):
+    program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_MINIMIZE)
+    until(lambda: program.main().minimised, "minimised window")
+    choose(program, "Show Main Window")
+    until(lambda: not program.main().minimised and program.main().shown, "window back on the screen")
+
+
+def test_exit_ends_the_program_and_takes_the_icon_away(program):
+    choose(program, "Exit")
+    assert program.wait_for_end() == 0
+    assert program.calls()[-1].command == NIM_DELETE
+    assert program.calls()[-1].succeeded
+    until(lambda: not program.display.docked_icons(), "tray without icons")
+
+
+def test_exit_ends_it_although_restore_in_system_tray_is_ticked(program):
+    program.click("Restore in System Tray")
+    until(lambda: program.control("Restore in System Tray").checked, "tick")
+    choose(program, "Exit")
+    assert program.wait_for_end() == 0
+
+
+def test_escape_closes_the_menu(program):
+    open_menu(program)
+    program.driver.keys("Escape")
+    until(lambda: program.menu() is None, "menu closed")
+    assert program.main().shown
+    assert not program.about().shown
+
+
+def test_a_click_elsewhere_closes_the_menu(program):
+    open_menu(program)
+    program.display.click(*SOME_WHERE_ELSE)
+    until(lambda: program.menu() is None, "menu closed")
+    assert open_menu(program), "and it opens again"
+
+
+def test_the_menu_works_by_keyboard(program):
+    open_menu(program)
+    program.driver.keys("Down", "Enter")
+    until(lambda: program.about().shown, "About box")
+    program.driver.keys("Escape")
+    until(lambda: not program.about().shown, "About box hidden")
+    open_menu(program)
+    program.driver.keys("Up", "Enter")
+    assert program.wait_for_end() == 0
+
+
+def test_a_second_right_click_opens_no_second_menu(program):
+    open_menu(program)
+    program.tray_message(RIGHT_UP)
+    program.tray_message(RIGHT_DOWN)
+    program.tray_message(RIGHT_UP)
+    program.settle()
+    menus = [window for window in program.windows() if window.class_ == "#32768" and window.shown]
+    assert len(menus) == 1
+    program.driver.keys("Escape")
+    until(lambda: program.menu() is None, "menu closed")
+    program.settle()
+    assert program.menu() is None
+
+
+def test_the_report_goes_on_while_the_menu_is_open(program):
+    open_menu(program)
+    count = len(program.calls())
+    program.clock.advance(minutes=1)
+    until(lambda: len(program.calls()) > count, "update")
+    assert program.menu()
+
+
+# ---- record and tip
+
+def test_the_record_is_filled_as_the_shell_wants_it(program):
+    about = program.about().hwnd
+    added, changed = program.calls()[:2]
+    assert (added.command, changed.command) == (NIM_ADD, NIM_MODIFY)
+    for call in (added, changed):
+        assert call.succeeded
+        assert (call.size, call.hwnd, call.id, call.flags, call.message) == (88, about, 1, 7, 512)
+        assert len(call.tip) == 64
+        assert call.tip.startswith("Moon's Age - ")
+
+
+def test_hovering_shows_the_tip(program):
+    program.display.point(*program.icon_centre())
+    tip = program.calls()[-1].tip
+    until(lambda: any(shown.rstrip() == tip.rstrip() for shown in program.driver.tips()), "tip")
+
+
+def test_the_icon_in_the_tray_shows_the_phase_picture(program):
+    """The 16 x 16 picture stands in the middle of the docked icon; only its opaque pixels are compared."""
+    wanted = next(picture for picture, number in phase_pictures().items() if number == program.calls()[-1].icon)
+
+    def shown():
+        x, y, width, height = program.display.docked_icons()[0]
+        grabbed = program.display.grab(x + (width - 16) // 2, y + (height - 16) // 2, 16, 16)
+        return all(grabbed.pixel(at % 16, at // 16) == colour for at, colour in enumerate(wanted) if colour != MAGENTA)
+    until(shown, "phase picture in the tray")
+
+
+# ---- the shell
+
+def lose_the_icon(program):
+    """What happens to the icon when the shell ends."""
+    assert program.driver.notify(NIM_DELETE, program.about().hwnd)
+    until(lambda: not program.display.docked_icons(), "tray without icons")
+
+
+def test_a_new_shell_gets_the_icon_again(program):
+    lose_the_icon(program)
+    program.driver.broadcast("TaskbarCreated")
+    until(program.display.docked_icons, "icon in the tray")
+    modified, added = program.calls()[-2:]
+    assert (modified.command, modified.succeeded) == (NIM_MODIFY, False)
+    assert (added.command, added.succeeded) == (NIM_ADD, True)
+    assert added.tip == modified.tip
+    program.display.click(*program.icon_centre())
+    wait_for_main(program, False)
+
+
+def test_a_new_shell_gets_the_icon_of_a_program_in_hiding(program):
+    program.display.click(*program.icon_centre())
+    wait_for_main(program, False)
+    lose_the_icon(program)
+    program.driver.broadcast("TaskbarCreated")
+    program.display.click(*program.icon_centre())
+    wait_for_main(program, True)
+
+
+def test_a_message_of_the_shell_that_kept_the_icon_makes_no_second_one(program):
+    count = len(program.calls())
+    program.driver.broadcast("TaskbarCreated")
+    until(lambda: len(program.calls()) > count, "tray call")
+    program.settle()
+    assert [(call.command, call.succeeded) for call in program.calls()[count:]] == [(NIM_MODIFY, True)]
+    assert len(program.display.docked_icons()) == 1
+
+
+def test_an_icon_that_was_lost_in_silence_is_back_with_the_next_minute(program):
+    lose_the_icon(program)
+    program.clock.advance(minutes=1)
+    program.hurry()
+    until(program.display.docked_icons, "icon in the tray")
+
+
+def test_a_shell_that_comes_late_gets_the_icon(start, bench):
+    folder = bench.folder()
+    (folder / "tray-refuses").touch()
+    program = start(folder)
+    assert program.calls()[0].command == NIM_ADD
+    assert not program.calls()[0].succeeded
+    assert not program.display.docked_icons()
+    program.refuse_tray_calls(False)
+    program.clock.advance(minutes=1)
+    program.hurry()
+    until(program.display.docked_icons, "icon in the tray")
+    assert (program.calls()[-1].command, program.calls()[-1].succeeded) == (NIM_ADD, True)
+
+
+def test_a_shell_that_comes_late_and_says_so_gets_the_icon_at_once(start, bench):
+    folder = bench.folder()
+    (folder / "tray-refuses").touch()
+    program = start(folder)
+    program.refuse_tray_calls(False)
+    program.driver.broadcast("TaskbarCreated")
+    until(program.display.docked_icons, "icon in the tray")
+
+
+def test_without_a_shell_the_program_works_on(start, bench):
+    folder = bench.folder()
+    (folder / "tray-refuses").touch()
+    program = start(folder)
+    program.clock.advance(minutes=1)
+    program.hurry()
+    until(lambda: len(program.calls()) >= 4, "more tries")
+    assert not any(call.succeeded for call in program.calls())
+    assert program.main().shown
+    assert program.report().lines[0].startswith("Last ")
+    program.click("Close")
+    assert program.wait_for_end() == 0
+
+
+def test_after_the_end_no_message_of_the_shell_brings_the_icon_back(program):
+    program.click("Close")
+    assert program.wait_for_end() == 0
+    program.driver.broadcast("TaskbarCreated")
+    until(lambda: not program.display.docked_icons(), "tray without icons")

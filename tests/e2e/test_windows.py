@@ -1,0 +1,310 @@
+"""The main window and the About box: what stands on them, where, and that the keyboard alone is enough."""
+
+import datetime
+
+import moon_oracle
+import pytest
+
+from bench.driver import LEFT_UP, SC_MINIMIZE, WM_CLOSE, WM_MOUSEMOVE, WM_SYSCOMMAND
+from bench.program import START
+from bench.waiting import until
+from test_tray import choose
+
+TWIPS = 15  # to a pixel
+
+# Text (the lines and the dark fraction by their place), window class, left, top, width, height in twips, what it lies
+# in, enabled, visible.
+MAIN = [
+    ("", "TidewellFrame", 90, 3690, 3645, 855, "Tidewell", True, True),
+    ("Restore in System Tray", "Button", 180, 180, 2595, 255, "", True, True),
+    ("Automatically Start at Start-up", "Button", 3300, 480, 2955, 255, "", False, True),
+    ("Enable Southern Hemisphere View", "Button", 180, 480, 2955, 255, "", True, True),
+    ("Close", "Button", 2700, 4680, 1065, 345, "Tidewell", True, True),
+    ("{label1}", "Static", 90, 120, 1035, 255, "Tidewell", True, False),
+    ("{lines[0]}", "Static", -210, 2520, 4275, 255, "Tidewell", True, True),
+    ("{lines[1]}", "Static", -210, 2820, 4275, 255, "Tidewell", True, True),
+    ("{lines[2]}", "Static", -210, 3120, 4275, 255, "Tidewell", True, True),
+    ("{lines[3]}", "Static", -210, 3420, 4275, 255, "Tidewell", True, True),
+]
+ABOUT = [
+    ("Tidewell 1.0", "Static", 180, 150, 3885, 480, "About Moon", True, True),
+    ("Developed by Quorvane Systems", "Static", 180, 705, 3885, 660, "About Moon", True, True),
+    ("OK", "Button", 2820, 1470, 1260, 345, "About Moon", True, True),
+]
+
+RESTORE, SOUTH = "Restore in System Tray", "Enable Southern Hemisphere View"
+FACE = (0xF5, 0xF5, 0xF5)  # Wine's colour of windows, which shows through where nothing is drawn
+WHITE, BLACK = (255, 255, 255), (0, 0, 0)
+
+
+def focus(program, form="Tidewell"):
+    """The text of the control with the keyboard, or None."""
+    hwnd = program.driver.input(program.top(form).hwnd).focus
+    return next((window.text for window in program.windows() if window.hwnd == hwnd), None)
+
+
+def bring_to_front(program, form="Tidewell"):
+    """Gives a window the keyboard by a click on its title bar."""
+    x, y, width, _ = program.top(form).screen
+    program.display.click(x + width // 2, y + 10)
+    until(lambda: program.driver.input(program.top(form).hwnd).foreground == program.top(form).hwnd, "keyboard")
+
+
+def show_about(program):
+    choose(program, "About")
+    until(lambda: program.about().shown and program.driver.input(program.about().hwnd).foreground == program.about().hwnd,
+          "About box with the keyboard")
+
+
+def pixels(place):
+    """A place in twips as pixels."""
+    return [round(length / TWIPS) for length in place]
+
+
+# ---- contents
+
+@pytest.mark.parametrize("form, wanted", [("Tidewell", MAIN), ("About Moon", ABOUT)])
+def test_every_control_stands_in_its_place(program, form, wanted):
+    report = moon_oracle.report(*START.timetuple()[:6], 0, False)
+    windows = {window.hwnd: window for window in program.windows()}
+    found = [(window.text, window.class_, *window.place, windows[window.parent].text, window.enabled, window.visible)
+             for window in program.inside(form) if window.place[1] < windows[window.parent].client[3]]
+    assert found == [(text.format(**report), class_, *pixels(place), parent, enabled, visible)
+                     for text, class_, *place, parent, enabled, visible in wanted]
+
+
+@pytest.mark.parametrize("form, size", [("Tidewell", [0, 0, 257, 342]), ("About Moon", [0, 0, 283, 137])])
+def test_the_windows_have_their_sizes_and_are_topmost(program, form, size):
+    program.tray_message(512)  # each message of the icon makes the About window topmost
+    program.settle()
+    window = program.top(form)
+    assert window.client == size
+    assert window.exstyle & 0x8
+
+
+@pytest.mark.parametrize("form", ["Tidewell", "About Moon"])
+def test_every_control_tells_a_screen_reader_its_name(program, form):
+    """The name of what is shown is its text. (The roles are Wine's matter: it gives them all the same.)"""
+    named = [program.top(form)] + [window for window in program.inside(form) if window.visible and window.text]
+    for window in named:
+        assert program.driver.accessible(window.hwnd).name == window.text
+    assert len(named) == {"Tidewell": 9, "About Moon": 4}[form]
+
+
+def test_the_pictures_of_the_about_form_lie_below_its_edge(program):
+    below = [window for window in program.inside("About Moon") if window.place[1] >= 137]
+    assert len(below) == 28
+    assert {tuple(window.place[2:]) for window in below} == {(16, 16)}
+    assert not any(window.visible for window in below)
+
+
+def test_the_third_box_is_cut_off_by_the_frame(program):
+    program.display.rest()
+    box = program.control("Automatically Start at Start-up")
+    frame = next(window for window in program.inside("Tidewell") if window.class_ == "TidewellFrame")
+    right = frame.screen[0] + frame.screen[2]
+    assert box.screen[0] < right < box.screen[0] + box.screen[2]
+    main = program.main()
+    edge = main.screen[0] + main.screen[2]
+    beyond = program.display.grab(right, box.screen[1], edge - 3 - right, box.screen[3])
+    assert beyond.colours() == {FACE}
+
+
+def test_the_title_bar_has_the_window_icon(program):
+    x, y, _, _ = program.main().screen
+    icon = program.display.grab(x + 5, y + 4, 16, 16)
+    assert {(0, 0, 128), (255, 255, 0)} <= icon.colours()  # its night sky and its Moon
+
+
+# ---- picture
+
+def moon(program):
+    """The picture of the Moon: the 131 pixels square, at once the surroundings of its disc."""
+    program.display.rest()
+    x, y = program.main().client_origin
+    return program.display.grab(x + 60, y + 20, 131, 131)
+
+
+def test_the_picture_is_lit_as_the_label_says(program):
+    picture = moon(program)
+    assert picture.colours() == {FACE, WHITE, BLACK}
+    # Across the middle, waning: the rim, white up to the terminator, black.
+    row = [picture.pixel(x, 65) for x in range(131)]
+    terminator = 65 + 130 * (0.5 - float(program.report().label))
+    assert row[2:int(terminator) - 1] == [WHITE] * (int(terminator) - 3)
+    assert row[int(terminator) + 3:130] == [BLACK] * (127 - int(terminator))
+
+
+def test_the_southern_view_mirrors_picture_and_icon(program):
+    north = moon(program)
+    count = len(program.calls())
+    program.click(SOUTH)
+    until(lambda: len(program.calls()) > count, "update")
+    program.settle()
+    wanted = [north.pixel(130 - x, y) for y in range(131) for x in range(131)]
+
+    def differing():
+        south = moon(program)
+        return sum(south.pixel(x, y) != wanted[y * 131 + x] for y in range(131) for x in range(131))
+    until(lambda: differing() <= 131, "mirrored picture")  # the two halves meet in a column that is not the middle
+    assert (program.calls()[count - 1].icon, program.calls()[-1].icon) == (18, 10)
+    program.click(SOUTH)
+    until(lambda: moon(program) == north, "northern picture")
+
+
+def test_the_picture_survives_being_painted_anew(program):
+    before = moon(program)
+    program.driver.redraw(program.main().hwnd)
+    program.settle()
+    assert moon(program) == before
+    program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_MINIMIZE)
+    until(lambda: program.main().minimised, "minimised window")
+    choose(program, "Show Main Window")
+    until(lambda: not program.main().minimised, "restored window")
+    until(lambda: moon(program) == before, "the same picture")
+
+
+# ---- keyboard
+
+def test_tab_goes_round_in_order(program):
+    bring_to_front(program)
+    order = [focus(program)]
+    for _ in range(3):
+        program.driver.keys("Tab")
+        until(lambda: focus(program) != order[-1], "next control")
+        order.append(focus(program))
+    assert order == [RESTORE, SOUTH, "Close", RESTORE]
+    program.driver.keys("Shift+Tab")
+    until(lambda: focus(program) == "Close", "going back")
+
+
+def test_space_ticks_and_unticks(program):
+    bring_to_front(program)
+    for state in (1, 0, 1):
+        program.driver.keys("Space")
+        until(lambda: program.control(RESTORE).checked == state, f"state {state}")
+
+
+def test_the_keyboard_alone_hides_and_ends_it(program):
+    bring_to_front(program)
+    program.driver.keys("Space", "Tab", "Tab", "Space")  # tick, go to Close, press it
+    until(lambda: not program.main().shown, "hidden window")
+    program.tray_message(LEFT_UP)
+    until(lambda: focus(program) == "Close", "window back, with the focus where it was")
+    program.driver.keys("Tab", "Space")
+    until(lambda: program.control(RESTORE).checked == 0, "no tick")
+    program.driver.keys("Shift+Tab", "Enter")
+    assert program.wait_for_end() == 0
+
+
+def test_enter_presses_close_only_where_the_focus_is_on_it(program):
+    bring_to_front(program)
+    program.driver.keys("Enter", "Escape")
+    program.settle()
+    program.ticks()
+    assert not program.ended
+    assert program.main().shown
+    assert program.control(RESTORE).checked == 0
+    program.driver.keys("Tab", "Tab", "Enter")
+    assert program.wait_for_end() == 0
+
+
+def test_alt_f4_ends_it(program):
+    bring_to_front(program)
+    program.driver.keys("Alt+F4")
+    assert program.wait_for_end() == 0
+    assert program.calls()[-1].command == 2
+
+
+def test_the_real_keyboard_of_the_screen_works_too(program):
+    bring_to_front(program)
+    program.display.type("Tab")
+    until(lambda: focus(program) == SOUTH, "next control")
+    program.display.type("space")
+    until(lambda: program.control(SOUTH).checked == 1, "tick")
+
+
+# ---- closing
+
+def test_the_close_box_ends_it(program):
+    x, y, width, _ = program.main().screen
+    program.display.click(x + width - 13, y + 12)
+    assert program.wait_for_end() == 0
+    until(lambda: not program.display.docked_icons(), "tray without icons")
+
+
+@pytest.mark.parametrize("way", ["button", "close box", "command"])
+def test_with_restore_ticked_closing_hides_it(program, way):
+    program.click(RESTORE)
+    until(lambda: program.control(RESTORE).checked == 1, "tick")
+    x, y, width, _ = program.main().screen
+    if way == "button":
+        program.click("Close")
+    elif way == "close box":
+        program.display.click(x + width - 13, y + 12)
+    else:
+        program.driver.post(program.main().hwnd, WM_CLOSE)
+    until(lambda: not program.main().shown, "hidden window")
+    assert program.display.docked_icons()
+    program.display.click(*program.icon_centre())
+    until(lambda: program.main().shown, "window back")
+    assert program.control(RESTORE).checked == 1
+
+
+# ---- About box
+
+@pytest.mark.parametrize("way", ["OK", "Escape", "Enter", "Alt+F4", "close box"])
+def test_every_way_to_close_the_about_box_hides_it_and_the_tray_works_on(program, way):
+    show_about(program)
+    if way == "OK":
+        program.click("OK", "About Moon")
+    elif way == "close box":
+        x, y, width, _ = program.about().screen
+        program.display.click(x + width - 13, y + 12)
+    else:
+        program.driver.keys(way)
+    until(lambda: program.about() and not program.about().shown, "hidden About box")
+    assert not program.ended
+    show_about(program)
+    assert program.main().shown
+    program.display.click(*program.icon_centre())
+    until(lambda: not program.main().shown, "hidden main window")
+
+
+def test_the_about_box_has_the_keyboard_on_ok(program):
+    show_about(program)
+    assert focus(program, "About Moon") == "OK"
+
+
+def test_the_pointer_over_the_about_box_is_no_message_of_the_icon(program):
+    """At the X of a click's number: the box is not that wide, so such a number comes from the icon alone."""
+    show_about(program)
+    x, y, width, height = program.about().screen
+    for step in range(5, width - 5, 20):
+        program.display.point(x + step, y + height // 2)
+    program.driver.send(program.about().hwnd, WM_MOUSEMOVE, 0, 282 | 100 << 16)
+    program.settle()
+    assert program.main().shown
+    assert program.menu() is None
+    assert program.about().shown
+
+
+def test_the_about_box_stays_where_it_was_dragged_to(program):
+    """Each message of the icon makes it topmost where it stands."""
+    show_about(program)
+    x, y, _, _ = program.about().screen
+    program.display.drag((x + 60, y + 10), (x + 160, y + 90))
+    until(lambda: program.about().screen[:2] == [x + 100, y + 80], "About box in its new place")
+    program.tray_message(512)
+    program.settle()
+    assert program.about().screen[:2] == [x + 100, y + 80]
+
+
+def test_the_about_box_shows_while_the_main_window_is_hidden(program):
+    program.tray_message(LEFT_UP)
+    until(lambda: not program.main().shown, "hidden main window")
+    show_about(program)
+    assert not program.main().shown
+    at = program.local(datetime.datetime(2026, 11, 24, 12, 0, 0))
+    program.move_clock(at)
+    assert program.about().shown

@@ -1,0 +1,71 @@
+// The picture and the icon number for any fraction.
+// Input: fraction (a double), flag and southern view (16 bits each), a second value for the icons (a double).
+
+#include "fuzz/fuzzing.h"
+#include "report/settings.h"
+#include "support/recording_form.h"
+#include "tray/phase_drawing.h"
+
+using namespace fuzzing;
+using namespace mMoon;
+
+namespace {
+
+constexpr double kRadius = 65;
+
+float IconOf(double value) {
+  PhaseToIconNumber(value);
+  Require(Within(0, IconNumber, 28) && IconNumber == std::floor(IconNumber), "an icon number");
+  Require(IcoNumFromIconNumber() == IconNumber, "the icon number is handed on");
+  return IconNumber;
+}
+
+void RequirePicture(const forms::DrawingList& drawing) {
+  Require(drawing.Primitives().size() == 5, "disc, dark half, rim, terminator, rim");
+  for (const forms::DrawingList::Primitive& primitive : drawing.Primitives()) {
+    if (const auto* ellipse = std::get_if<forms::Ellipse>(&primitive)) {
+      Require(Within(0, ellipse->halfWidth, kRadius) && Within(0, ellipse->halfHeight, kRadius), "inside the disc");
+      Require(ellipse->halfWidth == kRadius || ellipse->halfHeight == kRadius, "the radius is the larger half-axis");
+      const forms::Box box = ellipse->Bounds();
+      Require(box.left >= 60 && box.top >= 20 && box.right <= 191 && box.bottom <= 151, "inside the disc's square");
+      Require(box.left < box.right && box.top < box.bottom, "at least one pixel");
+    }
+  }
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  Input input(bytes, size);
+  const auto lit = input.Take<double>();
+  const auto flag = input.Take<std::int16_t>();
+  Settings.SouthernView = input.Take<Boolean>();
+  const auto other = input.Take<double>();
+
+  support::RecordingForm form;
+  double fraction = lit;
+  std::int16_t waning = flag;
+  const auto error = ErrorOf([&] { DrawMoonPhase(form, fraction, waning); });
+  const double dark = std::fabs(1 - lit);
+  if (dark == 0.49999) {
+    Require(error == ErrorNumber::DivisionByZero && form.label1 == L"Label1", "0.49999 divides by zero");
+  } else if (std::isnan(lit)) {
+    Require(error == ErrorNumber::InvalidProcedureCall, "a NaN is error 5");
+  } else if (dark > 1e306) {
+    Require(!error || error == ErrorNumber::Overflow, "a number that is too large is error 6");
+  } else {
+    Require(!error, "there is a picture");
+    const std::int16_t want = Settings.SouthernView == True ? (flag == 0 ? 1 : 0) : flag;
+    Require(waning == want, "the southern view inverts the flag");
+    Require(fraction == (waning == 1 ? (dark + 1) * 100 : (1 - dark) * 100), "the icons' scale");
+    RequirePicture(form.drawing);
+    const float icon = IconNumber;
+    Require(icon == IconOf(fraction), "the icon of the scale");
+  }
+
+  if (lit <= other) {
+    const float lower = IconOf(lit);
+    Require(lower <= IconOf(other), "a later phase has no earlier icon");
+  }
+  return 0;
+}
