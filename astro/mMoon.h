@@ -16,9 +16,8 @@
 ///   - T: Julian centuries of 36525 days since JD 2415020.0.
 ///   - Angles are degrees where nothing else is said.
 ///   - "Int" rounds toward minus infinity.
-///   - A routine with several results leaves them in module variables, which the caller reads at once. All of it runs
-///   on
-///     one thread; no routine is re-entered.
+///   - A routine with several results leaves them in module variables, which the caller reads at once. All of it
+///     runs on one thread; no routine is re-entered.
 ///   - Errors: each step is tested. Besides the errors named with a routine, any step may raise 6 Overflow or 5 Invalid
 ///     procedure call or argument. Variables assigned before the failing step keep their new values.
 namespace mMoon {
@@ -48,9 +47,8 @@ double DayFraction(std::int16_t day, std::int16_t hour, std::int16_t minute);
 /// Given:    year, month  calendar year and month
 ///           day          day of the month with the time of day as its fraction
 /// Returned: Julian day
-/// Written:  year, month  for January and February the year before and month 13 or 14, deliberately left in the
-/// caller's
-///                        variables: a caller that still needs its own hands in copies
+/// Written:  year, month  for January and February the year before and month 13 or 14, on purpose left in the
+///                        caller's variables: a caller that still needs its own hands in copies
 /// Error:    6 Overflow when year or month leave 16 bits
 ///
 /// The Gregorian correction is applied to every date: there is no cut-over in 1582 (JulianToCivil has one; the

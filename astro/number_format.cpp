@@ -38,8 +38,7 @@ DecimalDigits ToDecimal(double magnitude) {
   return result;
 }
 
-/// The number times ten to the power `decimals` as a whole number's digits, rounded half away from zero. Empty for
-/// zero.
+/// The number times ten to the power `decimals` as a whole number's digits, rounded half away from zero. Empty for 0.
 std::string ScaledDigits(const DecimalDigits& number, int decimals) {
   const int kept = number.pointPlace + decimals;
   if (kept < 0) {

@@ -65,6 +65,7 @@ void FindPhases(std::int16_t year, double jd, double jdJan1) {
   YearPercent = (Checked(jd) - jdJan1) / 365 * 100;
   const Checked kNew = NearestLunation(year);
 
+  // Each evaluation leaves its lunation's anomalies behind; the last one's stay.
   NewMoonJD = PhaseInstant(kNew);
   FullMoonJD = PhaseInstant(kNew + 0.5);
   if (NewMoonJD < jd) {
@@ -72,7 +73,7 @@ void FindPhases(std::int16_t year, double jd, double jdJan1) {
   }
   if (FullMoonJD < jd) {
     // A Full Moon in the past is deliberately not moved on: the caller asks again from a later day. Evaluating the same
-    // lunation again leaves its anomalies behind as the last ones.
+    // lunation again leaves its anomalies, and not the next New Moon's, as the last ones.
     FullMoonJD = PhaseInstant(kNew + 0.5);
   }
   WaningFlag = Checked(NewMoonJD) - jd < Checked(FullMoonJD) - jd ? 1 : 0;

@@ -19,11 +19,10 @@ double SunDeclination = 0;
 void SunPosition(double /*jd*/) {
   const Checked T = Centuries;
   const Checked T2 = Pow(T, 2);
-  const Checked T3 = Pow(T, 3);
 
   SunMeanLongitude = 279.69668 + 36000.76892 * T + 0.0003025 * T2;
   SunMeanLongitude = NormalizeAngle(SunMeanLongitude);
-  SunMeanAnomaly = 358.47583 + 35999.04975 * T - 0.00015 * T2 - 0.0000033 * T3;
+  SunMeanAnomaly = 358.47583 + 35999.04975 * T - 0.00015 * T2 - 0.0000033 * Pow(T, 3);
   SunMeanAnomaly = NormalizeAngle(SunMeanAnomaly);
   EarthEccentricity = 0.01675104 - 0.0000418 * T - 0.000000126 * T2;
 

@@ -51,7 +51,9 @@ DateValue DateSerial(int year, int month, int day) {
   RequireYear(year);
   const sys_days firstOfMonth =
       std::chrono::year{year} / std::chrono::month{static_cast<unsigned>(month)} / std::chrono::day{1};
-  return static_cast<double>((firstOfMonth + days{day - 1} - kEpoch).count());
+  const sys_days date = firstOfMonth + days{day - 1};
+  RequireYear(static_cast<int>(std::chrono::year_month_day{date}.year()));
+  return static_cast<double>((date - kEpoch).count());
 }
 
 DateValue AddTime(DateValue date, int hours, int minutes, int seconds) {

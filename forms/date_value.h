@@ -16,7 +16,7 @@ struct DateParts {
   std::int16_t year, month, day, hour, minute, second;
 };
 
-/// Returns the date at 0 h. A day beyond the end of the month runs on into the next ones.
+/// Returns the date at 0 h. The month is 1..12; a day beyond the end of the month runs on into the next ones.
 /// Error: 5 Invalid procedure call or argument outside the years 100 to 9999.
 [[nodiscard]] DateValue DateSerial(int year, int month, int day);
 
@@ -40,8 +40,7 @@ struct DateParts {
 /// The time of day, or the part of a day in a duration, in the form "h:mm": 7:48.
 [[nodiscard]] std::wstring HoursText(DateValue date);
 
-/// A whole number in decimal digits. Unlike std::to_wstring it does without the wide printf of the run-time library, 12
-/// kB.
+/// A whole number in decimal digits. Unlike std::to_wstring it does without the run-time library's wide printf (12 kB).
 [[nodiscard]] std::wstring WholeText(int value);
 
 }  // namespace forms

@@ -6,8 +6,7 @@
 
 namespace forms {
 
-/// How many twips (1/1440 inch) one pixel of the screen measures in each direction; 15 at the standard 96 pixels an
-/// inch.
+/// How many twips (1/1440 inch) one pixel of the screen measures in each direction; 15 at 96 pixels an inch.
 struct TwipsPerPixel {
   double x, y;
 };

@@ -7,8 +7,7 @@
 
 namespace forms {
 
-/// Releases a system handle with its function. Functions of the system never fail in a way that a destructor could
-/// mend.
+/// Releases a system handle with its function. What such a function answers is of no use to a destructor.
 template <auto Release>
 struct Releaser {
   template <class T>

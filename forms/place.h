@@ -4,8 +4,8 @@
 
 namespace forms {
 
-/// Returns the outer edges of a window with the given client area in pixels, centred on the work area of the main
-/// screen.
+/// Returns the outer edges of a window with the given client area in pixels, centred on the main screen's work
+/// area.
 [[nodiscard]] RECT CentredPlace(SIZE client, DWORD style, DWORD exStyle);
 
 /// Shows a window and brings it to the foreground, restored if it was minimised.

@@ -25,10 +25,9 @@ struct SettingsRecord {
   std::int16_t Reserved4 = 0;
   std::int16_t Reserved5 = 0;
   std::int16_t Reserved6 = 0;
-  std::uint64_t Reserved7 =
-      0;  ///< a double or a date: kept as bits, since a signalling NaN does not survive a copy on x87
+  std::uint64_t Reserved7 = 0;  ///< a double or a date, kept as bits: a copy through the x87 would change some NaNs
   std::int16_t Reserved8 = 0;
-  std::uint64_t Reserved9 = 0;
+  std::uint64_t Reserved9 = 0;  ///< likewise
   std::uint32_t Reserved10 = 0;
   std::int16_t Reserved11 = 0;
   std::uint32_t Reserved12 = 0;

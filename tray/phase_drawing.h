@@ -28,14 +28,14 @@ extern float IconNumber;
 ///          fraction  lit fraction of the disc, 0..1
 ///          waning    1 while the Moon wanes, any other value while it waxes
 /// Written: fraction  the phase on the icons' scale: 0..100 waxing, 100..200 waning
-///          waning    inverted in the southern view (Settings.SouthernView), which shows the lit side the other way
-///          round
+///          waning    inverted in the southern view (Settings.SouthernView), which shows the lit side mirrored
 /// Errors:  those of DrawDarkFraction; then IconNumber keeps its value
 void DrawMoonPhase(PhaseForm& form, double& fraction, std::int16_t& waning);
 
 /// The painting of DrawMoonPhase: the disc for a dark fraction p, 0 (Full) to 1 (New), with the right half dark for
-/// waning = 1 and the left half otherwise, and p in Label1. Error: 11 Division by zero for exactly 0.49999, which 1 -
-/// fraction never is in doubles: the drawing stays without terminator and final rim, the label keeps its caption.
+/// waning = 1 and the left half otherwise, and p in Label1.
+/// Error: 11 Division by zero for exactly 0.49999, which 1 - fraction never is in doubles: the drawing stays without
+/// terminator and final rim, the label keeps its caption.
 void DrawDarkFraction(PhaseForm& form, double p, std::int16_t waning);
 
 /// Sets IconNumber from a phase on the icons' scale. A value that is not a number gives 0.
