@@ -9,7 +9,7 @@ set(icon_folder ${PROJECT_BINARY_DIR}/generated/icons)
 set(icons ${icon_folder}/window.ico)
 set(phase_icons_rc "")
 foreach(index RANGE 27)
-  math(EXPR id "100 + ${index}")
+  math(EXPR id "100 + ${index}")  # 100: IDI_PHASE0 in resources/resource_ids.h
   string(LENGTH ${index} digits)
   set(number ${index})
   if(digits EQUAL 1)

@@ -34,7 +34,8 @@ struct DateParts {
 /// The date in the form "dd-mmm-yy": 24-Nov-26, with the locale's abbreviation of the month.
 [[nodiscard]] std::wstring DateText(DateValue date, const LocaleNames& locale);
 
-/// The time of day in the form "h:mm AM/PM": 9:05 PM, with the locale's markers.
+/// The time of day in the form "h:mm AM/PM": 9:05 PM, with the locale's markers, or AM and PM
+/// where it has none.
 [[nodiscard]] std::wstring TimeText(DateValue date, const LocaleNames& locale);
 
 /// The time of day, or the part of a day in a duration, in the form "h:mm": 7:48.

@@ -49,6 +49,7 @@ void EndOnCurrentException() noexcept {
   if (BeforeRunTimeEnd != nullptr) {
     BeforeRunTimeEnd();
   }
+  EndMenu();  // a menu that is being tracked would take the first clicks on the box
   ShowRunTimeError(number);
   ExitProcess(1);
 }

@@ -33,8 +33,11 @@ class Window {
  protected:
   Window() = default;
 
-  /// Detaches before it destroys: by now the derived object is gone.
-  ~Window() {
+  ~Window() { Destroy(); }
+
+  /// Destroys the window, detached first: no message reaches the object any more. To be called in the destructor of a
+  /// form whose members its window uses, like its fonts and icons.
+  void Destroy() noexcept {
     if (hwnd_ != nullptr) {
       const HWND window = hwnd_;
       Detach();
@@ -81,13 +84,13 @@ class Window {
       SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
     }
     auto* const self = reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (self != nullptr && message == WM_NCDESTROY) {
+      self->Detach();
+      return DefWindowProcW(window, message, wParam, lParam);
+    }
     // Once the program is ending no handler runs; a window that still stands behind an error's box goes on showing
     // itself.
     if (self == nullptr || (Ending() && message != WM_PAINT)) {
-      return DefWindowProcW(window, message, wParam, lParam);
-    }
-    if (message == WM_NCDESTROY) {
-      self->Detach();
       return DefWindowProcW(window, message, wParam, lParam);
     }
     try {

@@ -1,5 +1,7 @@
 #include "report/frmMoon.h"
 
+#include <string_view>
+
 #include "forms/clock.h"
 #include "forms/place.h"
 #include "forms/replay.h"
@@ -24,6 +26,21 @@ forms::unique_icon LoadWindowIcon(int widthMetric, int heightMetric) {
   return forms::unique_icon(
       static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_WINDOW), IMAGE_ICON,
                                     GetSystemMetrics(widthMetric), GetSystemMetrics(heightMetric), LR_DEFAULTCOLOR)));
+}
+
+/// Whether a notice of the system says that the clock or the zone was set, the computer has resumed from sleep, or the
+/// locale has changed.
+bool ChangesTheReport(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_TIMECHANGE:
+      return true;
+    case WM_POWERBROADCAST:
+      return wParam == PBT_APMRESUMEAUTOMATIC;
+    case WM_SETTINGCHANGE:
+      return lParam != 0 && std::wstring_view(reinterpret_cast<const wchar_t*>(lParam)) == L"intl";
+    default:
+      return false;
+  }
 }
 
 }  // namespace
@@ -105,10 +122,17 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         frmAbout_.EndProgram();  // the end of the session is never a mere hiding
       }
       return 0;
-    case WM_TIMECHANGE:      // the clock or the zone was set
-    case WM_POWERBROADCAST:  // among others: resumed from sleep
-    case WM_SETTINGCHANGE:   // among others: the locale
-      LastUpdate = 0;        // so that the next tick updates, within the same minute too
+    case WM_TIMECHANGE:
+    case WM_POWERBROADCAST:
+    case WM_SETTINGCHANGE:
+      if (ChangesTheReport(message, wParam, lParam)) {
+        LastUpdate = 0;  // so that the next tick updates, within the same minute too
+      }
+      return DefaultHandling(message, wParam, lParam);
+    case WM_SYSCOMMAND:
+      if ((wParam & 0xFFF0) == SC_MINIMIZE) {  // the low bits are the system's own
+        focus_.Save(hwnd());
+      }
       return DefaultHandling(message, wParam, lParam);
     default:
       return DefaultHandling(message, wParam, lParam);

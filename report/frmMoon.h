@@ -22,6 +22,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   static constexpr const wchar_t* kWindowClass = L"TidewellMoon";
 
   frmMoon();
+  ~frmMoon() { Destroy(); }
 
   /// Loads the window, which stays hidden: options, first report, tray icon.
   /// Errors: those of the settings file and of the report.
@@ -39,7 +40,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
  private:
   friend Window<frmMoon>;
 
-  /// The controls, made together with the window, in tab order.
+  /// The controls, made together with the window; the tab stops in tab order.
   struct Controls {
     explicit Controls(HWND form);
     forms::Frame Frame1;

@@ -18,6 +18,12 @@ constexpr std::uint32_t kRecord = 17;
 
 std::optional<forms::RandomFile> settingsFile;
 
+/// The system's code page, which stays for the life of a process.
+const forms::CodePage& CodePage() {
+  static const forms::CodePage page = forms::ReadSystemCodePage();
+  return page;
+}
+
 const forms::RandomFile& OpenFile() {
   if (!settingsFile) {
     throw RuntimeError(ErrorNumber::BadFileNameOrNumber);
@@ -37,10 +43,10 @@ void OpenSettingsFile() {
 void ReadSettings() {
   SettingsBytes bytes{};
   OpenFile().Read(kRecord, bytes);
-  Settings = Unpack(bytes, forms::ReadSystemCodePage());
+  Settings = Unpack(bytes, CodePage());
 }
 
-void WriteSettings() { OpenFile().Write(kRecord, Pack(Settings, forms::ReadSystemCodePage())); }
+void WriteSettings() { OpenFile().Write(kRecord, Pack(Settings, CodePage())); }
 
 void CloseSettingsFile() noexcept { settingsFile.reset(); }
 

@@ -24,7 +24,8 @@ void Run(int showCommand) {
   mMoon::frmMoon frmMoon;
   mMoon::Surroundings = {.frmMoon = &frmMoon, .Now = forms::Now, .ReadLocale = forms::ReadUserLocale};
   frmMoon.Load();
-  ShowWindow(frmMoon.hwnd(), showCommand);
+  // A shortcut may ask for a maximised window; this one has a fixed size.
+  ShowWindow(frmMoon.hwnd(), showCommand == SW_SHOWMAXIMIZED ? SW_SHOWNORMAL : showCommand);
   forms::RunMessageLoop();
 }
 

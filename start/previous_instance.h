@@ -10,15 +10,17 @@ namespace start {
 /// start in the same instant: one of them creates the mutex, the other one finds it.
 class PreviousInstanceTest {
  public:
-  PreviousInstanceTest() noexcept
-      : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\Tidewell is running")),
-        anotherIsRunning_(GetLastError() == ERROR_ALREADY_EXISTS) {}
+  PreviousInstanceTest() noexcept : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\Tidewell is running")) {
+    const DWORD reason = GetLastError();
+    // Access is denied to the mutex of a copy with higher rights: it runs all the same.
+    anotherIsRunning_ = reason == ERROR_ALREADY_EXISTS || (!mutex_ && reason == ERROR_ACCESS_DENIED);
+  }
 
   [[nodiscard]] bool AnotherIsRunning() const noexcept { return anotherIsRunning_; }
 
  private:
   forms::unique_mutex mutex_;
-  bool anotherIsRunning_;
+  bool anotherIsRunning_ = false;
 };
 
 }  // namespace start

@@ -55,6 +55,8 @@ void frmAbout::Load() {
           .style = kStyle,
           .exStyle = kExStyle,
           .place = forms::CentredPlace({client.right, client.bottom}, kStyle, kExStyle)});
+  // To a copy with higher rights than the shell's the broadcast would not get through.
+  ChangeWindowMessageFilterEx(hwnd(), taskbarCreated_, MSGFLT_ALLOW, nullptr);
   controls_.emplace(hwnd());
   for (int index = 0; index < layout::kPicMoonCount; ++index) {
     const auto at = static_cast<std::size_t>(index);
@@ -99,10 +101,10 @@ void frmAbout::TaskbarCreated() {
 }
 
 void frmAbout::EndProgram() {
+  forms::End();  // first: the shell may send more of the icon's messages while it takes the icon away
   std::int16_t IcoNum = 0;
   UpdateMoonIcon(static_cast<std::int32_t>(TrayCommand::Delete), IcoNum);
   CloseSettingsFile();
-  forms::End();
 }
 
 LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -153,6 +155,9 @@ void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double /*
   SendMessageW(hwnd(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(mainForm_.Icon()));
   forms::MakeTopmost(hwnd());
   MouseMsg = DecodeTrayMessage(X, scaleMode_, twipsPerPixel_.x);
+  if (menuOpen_) {
+    return;  // the icon's messages arrive while the menu is tracked, too: no toggling behind it, no second menu
+  }
   switch (MouseMsg) {
     case kLeftButtonUp:
       mainForm_.Visible() ? mainForm_.Hide() : mainForm_.Show();
@@ -166,9 +171,6 @@ void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double /*
 }
 
 void frmAbout::PopupMenu() {
-  if (menuOpen_) {
-    return;  // the icon's messages arrive while the menu is tracked, too
-  }
   menuOpen_ = true;
   POINT pointer{};
   GetCursorPos(&pointer);

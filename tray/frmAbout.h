@@ -35,6 +35,7 @@ class frmAbout final : public forms::Window<frmAbout> {
   static constexpr const wchar_t* kWindowClass = L"TidewellAbout";
 
   explicit frmAbout(MainForm& mainForm) : mainForm_(mainForm) {}
+  ~frmAbout() { Destroy(); }
 
   /// Adds (Value 0), changes (1) or removes (2) the tray icon, with the tip that the report left in TrayIconData.
   ///

@@ -20,6 +20,8 @@ constexpr std::int32_t kDaylight = 2;
 
 TimeZoneReading zone;
 
+const Boolean kAtTheStart = UseDaylightBias;
+
 class LocalTimeOffsetTest : public support::ModuleTest {
  protected:
   LocalTimeOffsetTest() {
@@ -28,6 +30,8 @@ class LocalTimeOffsetTest : public support::ModuleTest {
 };
 
 }  // namespace
+
+TEST_F(LocalTimeOffsetTest, IgnoresDaylightSavingFromTheStart) { EXPECT_EQ(kAtTheStart, False); }
 
 TEST_F(LocalTimeOffsetTest, IsUniversalTimeUntilTheSystemsReaderIsThere) {
   support::ResetModule();

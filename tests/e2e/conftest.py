@@ -29,7 +29,8 @@ THE_BENCH = pytest.StashKey()
 
 
 def pytest_addoption(parser):
-    parser.addoption("--program", default=str(REPOSITORY / "build/windows/Tidewell.exe"), help="the Tidewell.exe to test")
+    parser.addoption("--program", default=str(REPOSITORY / "build/windows/Tidewell.exe"),
+                     help="the Tidewell.exe to test")
     parser.addoption("--bench-folder", default=str(REPOSITORY / "build/e2e"),
                      help="where the bench keeps its Wine prefix and its results; two runs at a time need two folders")
 

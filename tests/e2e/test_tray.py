@@ -3,8 +3,8 @@
 import pytest
 
 from bench.display import RIGHT
-from bench.driver import (LEFT_DOUBLE, LEFT_DOWN, LEFT_UP, NIM_ADD, NIM_DELETE, NIM_MODIFY, RIGHT_DOUBLE, RIGHT_DOWN,
-                          RIGHT_UP, SC_MINIMIZE, WM_SYSCOMMAND)
+from bench.driver import (LEFT_DOUBLE, LEFT_DOWN, NIM_ADD, NIM_DELETE, NIM_MODIFY, RIGHT_DOUBLE, RIGHT_DOWN, RIGHT_UP,
+                          SC_MINIMIZE, WM_SYSCOMMAND)
 from bench.program import MAGENTA, phase_pictures
 from bench.waiting import until
 
@@ -18,11 +18,15 @@ def open_menu(program):
     return until(program.menu, "menu")
 
 
+def place_of(entry, menu):
+    """Where an entry of the open menu is on the screen."""
+    x, y, width, height = menu.screen
+    return x + width // 2, int(y + height / len(ENTRIES) * (ENTRIES.index(entry) + 0.5))
+
+
 def choose(program, entry):
     """Opens the menu and clicks on an entry."""
-    x, y, width, height = open_menu(program).screen
-    row = height / len(ENTRIES)
-    program.display.click(x + width // 2, int(y + row * (ENTRIES.index(entry) + 0.5)))
+    program.display.click(*place_of(entry, open_menu(program)))
 
 
 def wait_for_main(program, shown):
@@ -43,7 +47,7 @@ def test_a_window_that_is_shown_comes_with_the_keyboard(program):
     wait_for_main(program, False)
     program.display.click(*program.icon_centre())
     main = until(lambda: program.main().shown and program.main(), "main window shown")
-    until(lambda: program.driver.input(main.hwnd).foreground == main.hwnd, "main window in the foreground")
+    until(lambda: program.foreground() == main.hwnd, "main window in the foreground")
 
 
 @pytest.mark.parametrize("message", [LEFT_DOWN, LEFT_DOUBLE, RIGHT_DOWN, RIGHT_DOUBLE, 512, 519, 520])
@@ -68,6 +72,12 @@ def test_the_menu_stands_on_the_screen_with_its_entries(program):
     # The same entries in a menu of the driver's, at the same place, give the same picture.
     program.driver.own_menu(x, y, *ENTRIES)
     until(lambda: program.display.grab(x, y, width, height) == of_the_program, "menu with the same picture")
+
+
+def test_the_menu_has_the_foreground(program):
+    """Without it the menu would stay open on Windows when the user clicks elsewhere."""
+    open_menu(program)
+    until(lambda: program.foreground() == program.about().hwnd, "menu in the foreground")
 
 
 def test_about_shows_the_about_box(program):
@@ -122,6 +132,15 @@ def test_a_click_elsewhere_closes_the_menu(program):
     program.display.click(*SOME_WHERE_ELSE)
     until(lambda: program.menu() is None, "menu closed")
     assert open_menu(program), "and it opens again"
+
+
+def test_the_right_button_chooses_nothing(program):
+    program.display.click(*place_of("Exit", open_menu(program)), RIGHT)
+    program.settle()
+    program.ticks()
+    assert not program.ended
+    choose(program, "About")
+    until(lambda: program.about().shown, "About box")
 
 
 def test_the_menu_works_by_keyboard(program):

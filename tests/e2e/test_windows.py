@@ -47,13 +47,12 @@ def bring_to_front(program, form="Tidewell"):
     """Gives a window the keyboard by a click on its title bar."""
     x, y, width, _ = program.top(form).screen
     program.display.click(x + width // 2, y + 10)
-    until(lambda: program.driver.input(program.top(form).hwnd).foreground == program.top(form).hwnd, "keyboard")
+    until(lambda: program.foreground() == program.top(form).hwnd, "keyboard")
 
 
 def show_about(program):
     choose(program, "About")
-    until(lambda: program.about().shown and program.driver.input(program.about().hwnd).foreground == program.about().hwnd,
-          "About box with the keyboard")
+    until(lambda: program.about().shown and program.foreground() == program.about().hwnd, "About box with the keyboard")
 
 
 def pixels(place):
@@ -249,6 +248,15 @@ def test_with_restore_ticked_closing_hides_it(program, way):
     program.display.click(*program.icon_centre())
     until(lambda: program.main().shown, "window back")
     assert program.control(RESTORE).checked == 1
+
+
+def test_a_stored_restore_counts_for_nothing_until_it_is_ticked(start, bench):
+    folder = bench.folder()
+    (folder / "vesk.dat").write_bytes(bytes(16 * 512 + 266) + b"\xff\xff" + bytes(6))
+    program = start(folder)
+    assert program.control(RESTORE).checked == 0
+    program.click("Close")
+    assert program.wait_for_end() == 0
 
 
 # ---- About box

@@ -51,6 +51,7 @@ TEST(DateSerial, RunsOnBeyondTheEndOfTheMonth) {
 TEST(DateSerial, RefusesYearsThatNoDateHas) {
   EXPECT_NO_THROW((void)DateSerial(100, 1, 1));
   EXPECT_NO_THROW((void)DateSerial(9999, 12, 31));
+  EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(9999, 12, 32); }));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(99, 12, 31); }));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(10000, 1, 1); }));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(-32768, 1, 1); }));

@@ -1,6 +1,8 @@
 // Dates: any double taken apart, any parts put together.
 // Input: two dates (doubles), year, month, day, hours, minutes, seconds (16 bits each).
 
+#include <chrono>
+
 #include "forms/date_value.h"
 #include "forms/locale_names.h"
 #include "fuzz/fuzzing.h"
@@ -63,7 +65,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   const auto seconds = input.Take<std::int16_t>();
   DateValue date = 0;
   const auto serialError = ErrorOf([&] { date = DateSerial(year, month, day); });
-  Require(serialError.has_value() != Within(100, year, 9999), "years 100 to 9999");
+  const std::chrono::sys_days firstOfMonth =
+      std::chrono::year{year} / std::chrono::month{static_cast<unsigned>(month)} / std::chrono::day{1};
+  const std::chrono::year_month_day want = firstOfMonth + std::chrono::days{day - 1};
+  const bool inCalendar = Within(100, year, 9999) && Within(100, static_cast<int>(want.year()), 9999);
+  Require(serialError.has_value() != inCalendar, "years 100 to 9999");
   RequireArithmetic(serialError);
   Require(date == std::floor(date), "0 h");
   const double timed = AddTime(date, hours, minutes, seconds);

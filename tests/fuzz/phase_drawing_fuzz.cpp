@@ -63,6 +63,17 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     Require(icon == IconOf(fraction), "the icon of the scale");
   }
 
+  // A dark fraction that no lit one has: exactly 0.49999 divides by zero and leaves the drawing unfinished.
+  support::RecordingForm unfinished;
+  const auto darkError = ErrorOf([&] { DrawDarkFraction(unfinished, other, flag); });
+  Require((darkError == ErrorNumber::DivisionByZero) == (other == 0.49999), "0.49999 alone divides by zero");
+  if (darkError) {
+    RequireArithmetic(darkError);
+    Require(unfinished.label1 == L"Label1" && unfinished.drawing.Primitives().size() == 3, "no terminator, no label");
+  } else if (other >= 0) {
+    RequirePicture(unfinished.drawing);
+  }
+
   if (lit <= other) {
     const float lower = IconOf(lit);
     Require(lower <= IconOf(other), "a later phase has no earlier icon");

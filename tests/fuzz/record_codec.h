@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -50,11 +51,10 @@ void TakeCharacters(Text& text, Input& input) {
 /// What a character becomes on the way to its byte and back: itself, or the question mark's byte.
 inline void RequireTextCarried(wchar_t before, wchar_t after, const forms::CodePage& page) {
   Require(after == before || after == page.Decode(std::byte{'?'}), "a character is carried or stands as byte 3F");
-  bool known = false;
-  for (const wchar_t character : page.characters) {
-    known = known || character == before;
+  if (after != before) {
+    const auto known = std::find(page.characters.begin(), page.characters.end(), before);
+    Require(known == page.characters.end(), "a character of the page is carried");
   }
-  Require(!known || after == before, "a character of the page is carried");
 }
 
 }  // namespace fuzzing

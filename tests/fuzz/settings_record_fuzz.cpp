@@ -30,16 +30,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   Input input(bytes, size);
   forms::CodePage page = TakeCodePage(input);
   const auto file = TakeBytes<SettingsBytes>(input);
-  SettingsRecord record = mMoon::Unpack(file, page);
-  SettingsRecord foreign = record;
+  SettingsRecord foreign = mMoon::Unpack(file, page);
   TakeCharacters(foreign.Reserved2, input);
   TakeCharacters(foreign.Reserved3, input);
-  Require(mMoon::Pack(record, page) == file, "a file that is read and written stays the same to the bit");
-  RequireCarried(foreign, page);
-
   Shuffle(page, input);
-  record = mMoon::Unpack(file, page);
-  Require(mMoon::Pack(record, page) == file, "a file stays the same with the bytes in any order");
+
+  SettingsRecord record = mMoon::Unpack(file, page);
+  Require(mMoon::Pack(record, page) == file, "a file that is read and written stays the same to the bit");
   RequireCarried(foreign, page);
 
   record.SouthernView = mMoon::OptionFromState(mMoon::StateFromOption(record.SouthernView));

@@ -34,13 +34,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   const auto packed = TakeBytes<TrayIconBytes>(input);
   std::wstring tip(input.Take<std::uint8_t>(), L'\0');
   TakeCharacters(tip, input);
+  Shuffle(page, input);
 
   const TrayIconRecord record = mMoon::Unpack(packed, page);
   Require(mMoon::Pack(record, page) == packed, "a record that is read and written stays the same to the bit");
   RequireTipSet(record, tip, page);
-
-  Shuffle(page, input);
-  Require(mMoon::Pack(mMoon::Unpack(packed, page), page) == packed,
-          "a record stays the same with the bytes in any order");
   return 0;
 }

@@ -13,6 +13,11 @@ TEST(DecodeTrayMessage, DividesTwipsByTheirNumberInAPixel) {
   EXPECT_EQ(DecodeTrayMessage(517 * 12, ScaleMode::Twips, 12), kRightButtonUp);
 }
 
+TEST(DecodeTrayMessage, RoundsToTheNearest) {
+  EXPECT_EQ(DecodeTrayMessage(514 * 15 - 7, ScaleMode::Twips, 15), 514);
+  EXPECT_EQ(DecodeTrayMessage(514 * 15 + 7, ScaleMode::Twips, 15), 514);
+}
+
 TEST(DecodeTrayMessage, TakesPixelsAsTheyAre) {
   EXPECT_EQ(DecodeTrayMessage(514, ScaleMode::Pixels, 15), 514);
   EXPECT_EQ(DecodeTrayMessage(517.4, ScaleMode::Pixels, 0), 517);

@@ -89,8 +89,8 @@ class Display:
 
     def drag(self, start, end):
         """Drags from one place to another."""
-        self._run("xdotool", "mousemove", *map(str, start), "mousedown", str(LEFT), "mousemove", *map(str, end), "mouseup",
-                  str(LEFT))
+        self._run("xdotool", "mousemove", *map(str, start), "mousedown", str(LEFT),
+                  "mousemove", *map(str, end), "mouseup", str(LEFT))
 
     def type(self, *keys):
         """Real key strokes, which go to the X window with the focus (xdotool's key names)."""

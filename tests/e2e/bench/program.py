@@ -38,7 +38,8 @@ class TrayCall:
         return cls(command, result != 0, entry[8:96], entry[96:])
 
     def __post_init__(self):
-        (self.size, self.hwnd, self.id, self.flags, self.message, self.icon_handle) = struct.unpack_from("<6I", self.record)
+        fields = struct.unpack_from("<6I", self.record)
+        self.size, self.hwnd, self.id, self.flags, self.message, self.icon_handle = fields
 
     @property
     def tip(self):
@@ -130,6 +131,10 @@ class Program:
 
     def about(self):
         return self.top("About Moon")
+
+    def foreground(self):
+        """The handle of the window in the foreground."""
+        return self.driver.input(self.main().hwnd).foreground
 
     def menu(self):
         """The menu that is open, or None."""
@@ -269,7 +274,8 @@ class Bench:
         """What Windows itself gives for a locale: months, am, pm, decimal."""
         log = self.folders.logs / f"locale-{locale}"
         log.unlink(missing_ok=True)
-        self.wine.start(self.tools["driver.exe"], "locale", log=log, environment={"LC_ALL": self.wine.locale(locale)}).wait()
+        environment = {"LC_ALL": self.wine.locale(locale)}
+        self.wine.start(self.tools["driver.exe"], "locale", log=log, environment=environment).wait()
         return SimpleNamespace(**json.loads(log.read_text().splitlines()[-1]))
 
     def picture_of_failure(self, name):

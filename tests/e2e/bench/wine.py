@@ -25,8 +25,6 @@ REGISTRY = r"""REGEDIT4
 "ShowCrashDialog"=dword:00000000
 """
 
-LOCALE_SOURCES = {"en_US", "de_DE", "el_GR", "sv_SE", "ja_JP"}
-
 
 class Wine:
     """A prefix with its server, on a display; ends with close(), and every program in it."""
@@ -86,8 +84,9 @@ class Wine:
     def start(self, *command, log, environment=None, **more):
         """Starts a Windows program; its output goes to the log, since a pipe would stay open with Wine's server."""
         with open(log, "ab") as output:
-            return subprocess.Popen(["wine", *map(str, command)], env=os.environ | self._environment | (environment or {}),
-                                    **({"stdin": subprocess.DEVNULL, "stdout": output, "stderr": output} | more))
+            settings = {"stdin": subprocess.DEVNULL, "stdout": output, "stderr": output,
+                        "env": os.environ | self._environment | (environment or {})}
+            return subprocess.Popen(["wine", *map(str, command)], **settings | more)
 
     def run(self, *command, environment=None):
         """Runs a Windows program to its end; returns its status."""

@@ -8,7 +8,13 @@
 #include <stdint.h>
 
 enum { clock_realtime = 0, clock_realtime_coarse = 5 };
-enum { open_read_write = 02, close_on_exec = 02000000, protection_read_write = 3, map_shared = 1, call_clock_gettime64 = 403 };
+enum {
+  open_read_write = 02,
+  close_on_exec = 02000000,
+  protection_read_write = 3,
+  map_shared = 1,
+  call_clock_gettime64 = 403
+};
 
 char* getenv(const char* name);
 int open(const char* name, int flags, ...);
@@ -16,7 +22,7 @@ int close(int file);
 void* mmap(void* address, size_t length, int protection, int flags, int file, long offset);
 long syscall(long number, ...);
 
-struct clock_file { /* laid out the same way in bench/clock.py */
+struct clock_file {          /* laid out the same way in bench/clock.py */
   volatile uint32_t version; /* odd while the test writes */
   volatile uint32_t readings;
   volatile int64_t microseconds; /* since 1970-01-01 0 h, Universal Time */
