@@ -107,8 +107,11 @@ class WindowsTests:
     def failing_test(self):
         status, output = run(["tools/under-wine.sh", self.folder / "tests/shell_tests.exe", "--gtest_brief=1",
                               "--gtest_fail_fast"], self.tree, WINDOWS_TEST_SECONDS)
+        if status is None:
+            run(["bash", "-c", "source tools/wine-env.sh; wineserver -k"], self.tree, TEST_SECONDS)
+            return "endless"
         if status != 0:
-            return "endless" if status is None else first_failure(output)
+            return first_failure(output)
         if not self.end_to_end:
             return None
         status, output = run(["/usr/bin/python3", "-B", "-m", "pytest", "-x", "-q", "tests/e2e",
@@ -182,8 +185,8 @@ def try_mutants(mutants, tests):
     return wrong
 
 
-def chosen(arguments, windows):
-    mutants = [m for m in MUTANTS if m.windows == windows]
+def chosen(arguments):
+    mutants = [m for m in MUTANTS if m.windows == arguments.windows]
     if arguments.only:
         mutants = [m for m in mutants if any(part in m.name for part in arguments.only)]
     if arguments.sample and arguments.sample < len(mutants):
@@ -196,12 +199,11 @@ def main():
     parser.add_argument("--check", action="store_true", help="only check that the table of mutants fits the program")
     parser.add_argument("--sample", type=int, metavar="N", help="try N mutants, always the same, spread over the table")
     parser.add_argument("--only", nargs="+", metavar="PART", help="try the mutants whose name contains one of the parts")
-    parser.add_argument("--windows", action="store_true", help="try those of the windows, too, under Wine")
+    parser.add_argument("--windows", action="store_true", help="try those of the windows instead, under Wine")
     parser.add_argument("--end-to-end", action="store_true", help="with --windows: try what survives with the e2e tests")
     parser.add_argument("-j", type=int, default=2, metavar="JOBS", help="compile this many files at a time (2)")
     arguments = parser.parse_args()
 
-    wrong = 0
     try:
         check_table()
         if arguments.check:
@@ -212,11 +214,11 @@ def main():
             shutil.copytree(REPOSITORY, tree, symlinks=True,
                             ignore=lambda folder, names: {".git", "build"} & set(names) if Path(folder) == REPOSITORY
                             else {"__pycache__"} & set(names))
-            portable = chosen(arguments, windows=False)
-            if portable:
-                wrong += try_mutants(portable, NativeTests(tree, arguments.j))
-            if arguments.windows and chosen(arguments, windows=True):
-                wrong += try_mutants(chosen(arguments, windows=True), WindowsTests(tree, arguments.j, arguments.end_to_end))
+            if arguments.windows:
+                tests = WindowsTests(tree, arguments.j, arguments.end_to_end)
+            else:
+                tests = NativeTests(tree, arguments.j)
+            wrong = try_mutants(chosen(arguments), tests)
     except CannotCheck as problem:
         print(f"mutate: {problem}", file=sys.stderr)
         return 2

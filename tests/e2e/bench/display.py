@@ -71,7 +71,13 @@ class Display:
 
     def tree(self):
         """The X windows, as xwininfo lists them."""
-        return self._run("xwininfo", "-root", "-tree").decode(errors="replace")
+        def look():
+            try:
+                return self._run("xwininfo", "-root", "-tree").decode(errors="replace")
+            except subprocess.CalledProcessError:
+                return None  # a window went while xwininfo was looking
+
+        return until(look, "list of the X windows")
 
     # ---- mouse
 
