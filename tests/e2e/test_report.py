@@ -117,7 +117,7 @@ def test_the_locales_differ_in_what_the_report_takes_from_them(bench):
 def test_many_reports_agree_with_the_oracle(start, zone):
     program = start(zone=zone)
     chance = random.Random(zone)
-    for _ in range(1000):
+    for _ in range(300):
         since_1971 = datetime.timedelta(seconds=chance.randrange(129 * 365 * 86400))
         instant = datetime.datetime(1971, 1, 1, tzinfo=UTC) + since_1971
         check(program, program.move_clock(instant), instant)

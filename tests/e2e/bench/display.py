@@ -54,10 +54,11 @@ class Display:
         self.rest()
 
     def _start(self, *command, pass_fds=(), environment=None):
-        # In a session of its own, so that a Ctrl-C on the tests does not end it before Wine.
+        # In a session of its own, so that a Ctrl-C on the tests does not end it before Wine; but not for longer than the
+        # tests live, however they end.
         with open(self._logs / f"{command[0]}.log", "w") as log:
             self._processes.append(subprocess.Popen(
-                command, stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=pass_fds,
+                ["setpriv", "--pdeathsig", "KILL", *command], stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=pass_fds,
                 env=os.environ | (environment or {}), start_new_session=True))
 
     def close(self):

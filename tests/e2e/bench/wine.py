@@ -39,6 +39,7 @@ class Wine:
         }
         self._make_prefix()
         self._environment |= display.environment
+        self.close()  # what a run that was killed has left
         # The server, and the system's programs that start with the first one, must outlive every single program and
         # have nothing of its environment.
         self._server("-p")
