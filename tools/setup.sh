@@ -8,7 +8,7 @@ run=(fonts-liberation fonts-wine imagemagick trayer wine wine32:i386 x11-utils x
 # The 32-bit C compiler is the cross one: gcc-multilib conflicts with the cross
 # compilers that a developer may already have.
 test=("${build[@]}" "${run[@]}" clang clang-format clang-tidy gcc-i686-linux-gnu googletest
-  icoutils libclang-rt-14-dev libgmock-dev libgtest-dev python3-pytest x11-apps)
+  icoutils libclang-rt-14-dev libgmock-dev libgtest-dev locales python3-pytest tzdata x11-apps)
 
 wanted=()
 for group; do
