@@ -92,6 +92,6 @@ def pytest_runtest_makereport(item, call):
     report = outcome.get_result()
     the_bench = item.config.stash.get(THE_BENCH, None)
     if report.failed and report.when != "teardown" and the_bench:
-        name = re.sub(r"[^\w.-]+", "-", item.nodeid.split("/")[-1]).strip("-")
+        name = re.sub(r"[^\w.-]+", "-", f"{item.path.stem}-{item.name}").strip("-")
         the_bench.picture_of_failure(name)
         report.sections.append(("bench", f"the screen and the windows are in {the_bench.folders.failures / name}"))

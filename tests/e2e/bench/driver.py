@@ -1,5 +1,6 @@
 """Requests to the helper program inside Windows (native/driver.cpp, which lists them)."""
 
+import functools
 import json
 import queue
 import subprocess
@@ -27,15 +28,19 @@ class Driver:
     """The helper, running for the whole session; ends with close()."""
 
     def __init__(self, wine, path, log):
-        self._process = wine.start(path, log=log, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        self._answers = queue.Queue()
-        threading.Thread(target=self._listen, daemon=True).start()
+        self._launch = functools.partial(wine.start, path, log=log, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self._start()
         # The first request that concerns windows starts Wine's shell, free of the environment of any program.
         self.ask("tips")
 
-    def _listen(self):
-        for line in self._process.stdout:
-            self._answers.put(line)
+    def _start(self):
+        self._process, self._answers = self._launch(), queue.Queue()
+        threading.Thread(target=self._listen, args=(self._process.stdout, self._answers), daemon=True).start()
+
+    @staticmethod
+    def _listen(output, answers):
+        for line in output:
+            answers.put(line)
 
     def close(self):
         self._process.kill()
@@ -49,6 +54,8 @@ class Driver:
         try:
             answer = json.loads(self._answers.get(timeout=BOUND))
         except queue.Empty:
+            self.close()
+            self._start()  # so that a late answer is not taken for that of the next request
             raise DriverError(f"no answer to: {request}") from None
         if isinstance(answer, dict) and "error" in answer:
             raise DriverError(f"{request}: {answer['error']}")

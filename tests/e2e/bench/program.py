@@ -105,9 +105,9 @@ class Program:
     def close(self):
         """Ends the program in whatever state it is, and takes its icon away."""
         if not self.ended:
-            about = self.about()
-            if about:
-                self.driver.notify(NIM_DELETE, about.hwnd)
+            # By the record, since a program that hangs does not tell its windows. Otherwise Wine's shell finds out, later.
+            if calls := self.calls():
+                self.driver.notify(NIM_DELETE, calls[-1].hwnd)
             self.process.kill()
             self.process.wait()
         until(lambda: self.pid not in self.driver.processes(IMAGE), "end of the process")
