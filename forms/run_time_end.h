@@ -12,8 +12,13 @@ extern void (*BeforeRunTimeEnd)();
 /// Ends the program: no further events run, the message loop ends.
 void End() noexcept;
 
-/// Ends the program on the exception that is being handled: shows it as a run-time error, number and text, in one
-/// message box. The only place that does. To be called in a catch block.
-[[noreturn]] void EndOnCurrentException() noexcept;
+/// Ends the program on the exception that is being handled, as by End; ReportRunTimeError is still to be called. To be
+/// called in a catch block. Of several exceptions the first counts.
+void EndOnCurrentException() noexcept;
+
+/// Shows the exception that has ended the program, if one has, as a run-time error, number and text, in one message
+/// box. The only place that does. To be called outside every handler: in the middle of a menu or of a drag the box
+/// would not get the mouse. Returns the exit status of the program, 1 after an error and 0 otherwise.
+int ReportRunTimeError() noexcept;
 
 }  // namespace forms

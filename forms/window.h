@@ -97,13 +97,15 @@ class Window {
       return static_cast<Form*>(self)->OnMessage(message, wParam, lParam);
     } catch (...) {
       EndOnCurrentException();
+      return 0;
     }
   }
 
   HWND hwnd_ = nullptr;
 };
 
-/// Runs the messages of this thread until End. Tab, arrows, Space and Enter move and act within every form.
+/// Runs the messages of this thread until End, and reports the error where one has ended the program. Tab, arrows,
+/// Space and Enter move and act within every form.
 void RunMessageLoop();
 
 }  // namespace forms

@@ -4,13 +4,15 @@ namespace forms {
 
 void RunMessageLoop() {
   MSG message;
-  // -1, an error, must end the loop too, or it spins.
-  while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+  // -1, an error, must end the loop too, or it spins. A loop of the system's, as of a drag, may have taken the message
+  // that ends this one.
+  while (!Ending() && GetMessageW(&message, nullptr, 0, 0) > 0) {
     if (IsDialogMessageW(GetAncestor(message.hwnd, GA_ROOT), &message) == FALSE) {
       TranslateMessage(&message);
       DispatchMessageW(&message);
     }
   }
+  ReportRunTimeError();
 }
 
 }  // namespace forms

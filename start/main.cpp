@@ -41,5 +41,5 @@ int WINAPI wWinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, PWSTR /*comm
   } catch (...) {
     forms::EndOnCurrentException();
   }
-  return 0;
+  return forms::ReportRunTimeError();
 }
