@@ -93,5 +93,9 @@ def pytest_runtest_makereport(item, call):
     the_bench = item.config.stash.get(THE_BENCH, None)
     if report.failed and report.when != "teardown" and the_bench:
         name = re.sub(r"[^\w.-]+", "-", f"{item.path.stem}-{item.name}").strip("-")
-        the_bench.picture_of_failure(name)
-        report.sections.append(("bench", f"the screen and the windows are in {the_bench.folders.failures / name}"))
+        try:
+            the_bench.picture_of_failure(name)
+            told = f"the screen and the windows are in {the_bench.folders.failures / name}"
+        except Exception as problem:  # which must not hide the failure itself
+            told = f"no picture: {problem!r}"
+        report.sections.append(("bench", told))

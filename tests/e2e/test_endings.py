@@ -2,16 +2,23 @@
 
 import pytest
 
-from bench.driver import BM_CLICK, NIM_DELETE, WM_CLOSE, WM_ENDSESSION, WM_QUERYENDSESSION, WM_SYSCOMMAND
-from bench.program import IMAGE
+from bench.driver import BM_CLICK, NIM_DELETE, SC_CLOSE, WM_CLOSE, WM_ENDSESSION, WM_QUERYENDSESSION, WM_SYSCOMMAND
+from bench.program import IMAGE, RESTORE, SOUTH
 from bench.waiting import until
-
-RESTORE = "Restore in System Tray"
-SC_CLOSE = 0xF060
-
+from test_settings import RESTORE_IN_TRAY, TRUE, tick
+from test_windows import bring_to_front
 
 def press_close(program):
-    program.driver.post(program.control("Close").hwnd, BM_CLICK)
+    program.click("Close")
+
+
+def click_close_box(program):
+    program.click_close_box()
+
+
+def alt_f4(program):
+    bring_to_front(program)
+    program.driver.keys("Alt+F4")
 
 
 def close_command(program):
@@ -22,7 +29,13 @@ def close_message(program):
     program.driver.post(program.main().hwnd, WM_CLOSE)
 
 
-WAYS = [press_close, close_command, close_message]
+WAYS = [press_close, click_close_box, alt_f4, close_command, close_message]
+
+
+def wait_for_hiding(program):
+    until(lambda: not program.main().shown, "hidden window")
+    program.settle()
+    assert not program.ended
 
 
 @pytest.mark.parametrize("way", WAYS)
@@ -36,30 +49,44 @@ def test_closing_ends_the_program_and_takes_the_icon_away(program, way):
 
 @pytest.mark.parametrize("way", WAYS)
 def test_closing_hides_the_window_while_the_box_is_ticked(program, way):
-    program.driver.send(program.control(RESTORE).hwnd, BM_CLICK)
+    tick(program, RESTORE)
     way(program)
-    until(lambda: not program.main().visible, "hidden window")
-    assert not program.ended
-    count = len(program.calls())
-    program.clock.advance(minutes=1)
-    program.hurry()
-    until(lambda: len(program.calls()) > count, "update of the hidden program")
-    assert program.calls()[-1].command != NIM_DELETE
+    wait_for_hiding(program)
+    assert program.display.docked_icons()
+    program.display.click(*program.icon_centre())
+    until(lambda: program.main().shown, "window back")
+    assert program.control(RESTORE).checked == 1
 
 
-def test_the_box_on_the_window_decides_not_the_stored_option(program):
-    program.driver.send(program.control(RESTORE).hwnd, BM_CLICK)
-    program.driver.send(program.control(RESTORE).hwnd, BM_CLICK)
+def test_a_stored_tick_counts_for_nothing_until_the_box_is_ticked(start, bench):
+    folder = bench.folder()
+    (folder / "vesk.dat").write_bytes(bytes(RESTORE_IN_TRAY) + TRUE + bytes(6))
+    program = start(folder)
+    assert program.control(RESTORE).checked == 0
     close_command(program)
     assert program.wait_for_end() == 0
 
 
-def test_a_second_copy_ends_at_once_in_silence(bench, program):
-    second = bench.wine.start(program.folder / IMAGE, log=program.folder / "second.log", cwd=program.folder)
-    assert second.wait(timeout=60) == 0
+def test_a_ticked_box_counts_whatever_is_stored(program):
+    tick(program, RESTORE)
+    (program.folder / "vesk.dat").write_bytes(b"")
+    tick(program, SOUTH)  # which reads what is stored
+    close_command(program)
+    wait_for_hiding(program)
+
+
+@pytest.mark.parametrize("same_folder", [True, False])
+def test_a_second_copy_ends_at_once_in_silence(bench, program, same_folder):
+    folder = program.folder if same_folder else bench.folder(recorded=False)
+    second = bench.wine.start(folder / IMAGE, log=folder / "second.log", cwd=folder)
+    try:
+        until(lambda: second.poll() == 0, "end of the second copy")
+    finally:
+        second.kill()
     assert not program.ended
     assert len([window for window in program.windows() if window.text == "Tidewell" and not window.parent]) == 1
-    assert len(program.calls()) <= 2, "the second copy made no icon"
+    assert len(program.calls()) == 2, "the second copy made no icon"
+    assert len(program.display.docked_icons()) == 1
 
 
 def test_of_fifty_copies_started_at_once_one_stays(bench, start):
@@ -81,17 +108,20 @@ def test_of_fifty_copies_started_at_once_one_stays(bench, start):
                 copy.kill()
 
 
-@pytest.mark.parametrize("hidden", [False, True])
-def test_the_end_of_the_session_is_never_blocked(program, hidden):
-    program.driver.send(program.control(RESTORE).hwnd, BM_CLICK)
+@pytest.mark.parametrize("ticked, hidden", [(False, False), (True, False), (True, True)])
+def test_the_end_of_the_session_is_never_blocked(program, ticked, hidden):
+    if ticked:
+        tick(program, RESTORE)
     if hidden:
         close_command(program)
-        until(lambda: not program.main().visible, "hidden window")
-    window = program.main().hwnd
-    assert program.driver.send(window, WM_QUERYENDSESSION) == 1
-    program.driver.send(window, WM_ENDSESSION, 0)
+        wait_for_hiding(program)
+    windows = program.main().hwnd, program.about().hwnd
+    for window in windows:
+        assert program.driver.send(window, WM_QUERYENDSESSION) == 1
+    for window in windows:
+        program.driver.send(window, WM_ENDSESSION, 0)  # another program has stopped the end of the session
     program.settle()
-    assert not program.ended, "another program has stopped the end of the session"
-    program.driver.post(window, WM_ENDSESSION, 1)
+    assert not program.ended
+    program.driver.send(windows[0], WM_ENDSESSION, 1)
+    assert program.calls()[-1].command == NIM_DELETE, "once it has answered, the system may end it"
     assert program.wait_for_end() == 0
-    assert program.calls()[-1].command == NIM_DELETE

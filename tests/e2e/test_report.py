@@ -9,7 +9,9 @@ import moon_oracle
 import pytest
 
 from bench.clock import UTC
-from bench.driver import NIM_ADD, NIM_MODIFY
+from bench.driver import NIM_ADD, NIM_MODIFY, WM_POWERBROADCAST, WM_TIMECHANGE
+from bench.program import RESTORE
+from bench.waiting import until
 
 # Whole, half and quarter hours, both sides of the date line; * keeps summer time, two of them in the south. Each is
 # run in one of three locales.
@@ -184,30 +186,49 @@ def test_summer_time_moves_the_clock_and_not_the_phases(start, zone, change):
 
 
 def test_the_clock_set_back_a_year_and_forward_ten(program):
-    for at in ("2023-02-28 12:00:10", "2033-02-28 12:00:10", "2023-02-28 12:00:10"):
-        at = program.local(datetime.datetime.fromisoformat(at))
+    year = program.clock.at.year
+    for years in (-1, 10):
+        at = program.clock.at.replace(year=program.clock.at.year + years)
         check(program, program.move_clock(at), at)
+    assert program.clock.at.year == year + 9
 
 
 def test_one_update_a_minute_and_none_in_between(program):
+    """By the timer itself."""
     count = len(program.calls())
     for _ in range(2):
         for second in 11, 59:
             program.clock.set(program.clock.at.replace(second=second))
-            program.hurry()
-            program.ticks()
+            program.ticks(2)
             assert len(program.calls()) == count
         program.clock.advance(seconds=1)
-        program.hurry()
-        program.ticks()
+        program.ticks(2)
         count += 1
         assert len(program.calls()) == count
         check(program, program.calls()[-1], program.clock.at)
 
 
-def test_the_report_goes_on_while_the_window_is_hidden(program):
-    program.click("Restore in System Tray")
+def test_the_timer_goes_on_while_the_window_is_hidden(program):
+    program.click(RESTORE)
     program.click("Close")
+    until(lambda: not program.main().shown, "hidden window")
+    count = len(program.calls())
     at = program.local(datetime.datetime(2026, 11, 24, 12, 0, 0))
-    check(program, program.move_clock(at), at)
-    assert not program.main().shown
+    program.clock.set(at)
+    until(lambda: len(program.calls()) > count, "update of the hidden program")
+    check(program, program.calls()[-1], at)
+
+
+RESUME_AUTOMATIC, SUSPEND = 0x12, 4
+
+
+@pytest.mark.parametrize("notice, updates", [
+    ((WM_TIMECHANGE, 0), 1),  # the clock or the zone was set
+    ((WM_POWERBROADCAST, RESUME_AUTOMATIC), 1),
+    ((WM_POWERBROADCAST, SUSPEND), 0),
+])
+def test_the_tick_after_a_change_updates_within_the_minute(program, notice, updates):
+    count = len(program.calls())
+    program.driver.send(program.main().hwnd, *notice)
+    program.ticks(2)
+    assert len(program.calls()) == count + updates

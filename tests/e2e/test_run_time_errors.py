@@ -1,14 +1,20 @@
 """Each run-time error that can be made from outside shows its box once, and leaves no icon and no process behind."""
 
 import datetime
+import functools
+import resource
+
+import pytest
 
 from bench.driver import BM_CLICK, NIM_DELETE, WM_TIMER
+from bench.program import SOUTH
 from bench.waiting import until
 from bench.wine import windows_path
+from test_tray import open_menu, wait_for_main
 
 
 def see_the_box_and_end(program, text):
-    """The box stands alone, with its text, while timer ticks go on; "OK" ends the program."""
+    """One box stands before all other windows, with its text, while timer ticks go on; "OK" ends the program."""
     until(lambda: (box := program.message_box()) and text in box.texts, f"message box that says {text!r}")
     box = program.message_box()
     assert box.text == "Tidewell"
@@ -16,12 +22,14 @@ def see_the_box_and_end(program, text):
     if main:
         for _ in range(3):
             program.driver.send(main.hwnd, WM_TIMER, 1)
-    boxes = [window for window in program.windows() if window.class_ == "#32770" and window.shown]
-    assert len(boxes) == 1
+    shown = [window.class_ for window in program.windows() if not window.parent and window.shown]  # front to back
+    assert shown[0] == "#32770"
+    assert shown[1:] in ([], ["TidewellMoon"])
     until(lambda: not program.display.docked_icons(), "tray without icons")
     ok = [window for window in program.windows() if window.parent == box.hwnd and window.class_ == "Button"]
     assert len(ok) == 1
-    program.driver.post(ok[0].hwnd, BM_CLICK)
+    x, y, width, height = ok[0].screen
+    program.display.click(x + width // 2, y + height // 2)
     assert program.wait_for_end() == 1
 
 
@@ -43,12 +51,51 @@ def test_a_settings_file_that_another_program_holds(bench, start):
     assert (folder / "vesk.dat").read_bytes() == b"kept"
 
 
+def test_a_settings_file_that_leads_nowhere(bench, start):
+    folder = bench.folder()
+    (folder / "vesk.dat").symlink_to("vesk.dat")
+    program = start(folder=folder, wait=False)
+    see_the_box_and_end(program, "Run-time error '57':\n\nDevice I/O error")
+
+
+def test_a_disk_that_is_full(bench, start):
+    folder = bench.folder()
+    (folder / "vesk.dat").symlink_to("/dev/full")
+    program = start(folder=folder)
+    program.driver.post(program.control(SOUTH).hwnd, BM_CLICK)
+    see_the_box_and_end(program, "Run-time error '61':\n\nDisk full")
+
+
+def test_a_file_that_refuses_to_be_written_stays_as_it_was(bench, start, monkeypatch):
+    # Python ignores the signal of a file's size limit; the program has to inherit that, so that the write itself fails.
+    monkeypatch.setattr(bench.wine, "start", functools.partial(bench.wine.start, restore_signals=False))
+    folder = bench.folder()
+    before = bytes(number % 251 for number in range(20_000))
+    (folder / "vesk.dat").write_bytes(before)
+    program = start(folder=folder)
+    resource.prlimit(program.process.pid, resource.RLIMIT_FSIZE, (0, 0))
+    program.driver.post(program.control(SOUTH).hwnd, BM_CLICK)
+    see_the_box_and_end(program, "Run-time error '57':\n\nDevice I/O error")
+    assert (folder / "vesk.dat").read_bytes() == before
+
+
 def test_a_clock_at_the_end_of_the_calendar_at_start(start):
     program = start(at=datetime.datetime(9999, 12, 30, 12, 0, 10), wait=False)
     see_the_box_and_end(program, "Run-time error '5':\n\nInvalid procedure call or argument")
 
 
-def test_a_clock_at_the_end_of_the_calendar_while_it_runs(program):
+def leave_shown(program):
+    assert program.main().shown
+
+
+def hide(program):
+    program.display.click(*program.icon_centre())
+    wait_for_main(program, False)
+
+
+@pytest.mark.parametrize("prepare", [leave_shown, hide, open_menu])
+def test_a_clock_at_the_end_of_the_calendar_while_it_runs(program, prepare):
+    prepare(program)
     program.clock.set(program.local(datetime.datetime(9999, 12, 30, 12, 0, 10)))
     program.hurry()
     see_the_box_and_end(program, "Run-time error '5':\n\nInvalid procedure call or argument")

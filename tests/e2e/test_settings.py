@@ -1,19 +1,21 @@
 """The settings file under every fault that can be made: nothing on disk is lost or half-written."""
 
+import contextlib
 import random
 import shutil
 import subprocess
+import time
 
 import pytest
 
 from bench.driver import BM_CLICK, DriverError
+from bench.program import RESTORE, SOUTH, THIRD
 from bench.waiting import until
 from bench.wine import windows_path
 
 RECORD, RECORD_SIZE = 16 * 512, 274
 RESTORE_IN_TRAY, AUTO_START, SOUTHERN_VIEW = (RECORD + offset for offset in (266, 268, 270))
 OPTIONS = range(RESTORE_IN_TRAY, SOUTHERN_VIEW + 2)
-SOUTH, RESTORE = "Enable Southern Hemisphere View", "Restore in System Tray"
 TRUE = b"\xff\xff"
 
 
@@ -66,6 +68,15 @@ def test_each_option_is_stored_by_itself(program):
     assert path.read_bytes()[RESTORE_IN_TRAY:SOUTHERN_VIEW + 2] == bytes(4) + TRUE
 
 
+def test_the_disabled_box_cannot_be_clicked(program):
+    tick(program, SOUTH)
+    before = (program.folder / "vesk.dat").read_bytes()
+    program.click(THIRD)
+    program.ticks()
+    assert program.control(THIRD).checked == 0
+    assert (program.folder / "vesk.dat").read_bytes() == before
+
+
 def test_what_another_writer_changes_between_two_clicks_is_kept(program):
     path = program.folder / "vesk.dat"
     tick(program, SOUTH)
@@ -86,33 +97,40 @@ def test_the_file_lies_beside_the_program_whatever_the_current_folder(bench, sta
     assert not list(tmp_path.iterdir())
 
 
+def test_the_folder_may_have_any_name(bench, start):
+    folder = bench.folder()
+    folder = folder.rename(folder.parent / "Mond, Луна & 月 – 100 %")
+    tick(start(folder=folder), SOUTH)
+    assert (folder / "vesk.dat").read_bytes()[SOUTHERN_VIEW:][:2] == TRUE
+
+
 def test_nobody_takes_the_file_for_himself_while_the_program_runs(program):
-    with pytest.raises(DriverError):
+    with pytest.raises(DriverError, match="error 32"):
         program.driver.hold(windows_path(program.folder / "vesk.dat"))
     tick(program, SOUTH)
     assert (program.folder / "vesk.dat").read_bytes()[SOUTHERN_VIEW:][:2] == TRUE
 
 
-def test_a_full_disk_is_said_and_leaves_the_file_as_it_was(bench, start, tmp_path):
-    if subprocess.run(["mount", "-t", "tmpfs", "-o", "size=16m", "tmpfs", tmp_path], capture_output=True).returncode != 0:
+@pytest.fixture
+def small_disk(tmp_path):
+    """A folder on a file system of its own, of 16 MB."""
+    mount = shutil.which("mount")
+    if not mount or subprocess.run([mount, "-t", "tmpfs", "-o", "size=16m", "tmpfs", tmp_path], capture_output=True).returncode:
         pytest.skip("this machine does not let a small file system be mounted")
-    try:
-        shutil.copytree(bench.folder(), tmp_path, dirs_exist_ok=True)
-        program = start(folder=tmp_path)
-        with open(tmp_path / "filler", "wb", buffering=0) as filler:
-            try:
-                while filler.write(bytes(4096)):
-                    pass
-            except OSError:
-                pass
-        program.driver.post(program.control(SOUTH).hwnd, BM_CLICK)
-        text = "Run-time error '61':\n\nDisk full"
-        until(lambda: (box := program.message_box()) and text in box.texts, "message box for the full disk")
-        assert (tmp_path / "vesk.dat").read_bytes() == b""
-        program.close()
-    finally:
-        bench.end_programs()
-        subprocess.run(["umount", "--lazy", tmp_path], check=True)  # the bench still has its clock mapped there
+    yield tmp_path
+    subprocess.run(["umount", "--lazy", tmp_path], check=True)  # the bench still has its clock mapped there
+
+
+def test_a_full_disk_is_said_and_leaves_the_file_as_it_was(bench, small_disk, start):
+    shutil.copytree(bench.folder(), small_disk, dirs_exist_ok=True)
+    program = start(folder=small_disk)
+    with open(small_disk / "filler", "wb", buffering=0) as filler, contextlib.suppress(OSError):
+        while filler.write(bytes(4096)):
+            pass
+    program.driver.post(program.control(SOUTH).hwnd, BM_CLICK)
+    text = "Run-time error '61':\n\nDisk full"
+    until(lambda: (box := program.message_box()) and text in box.texts, "message box for the full disk")
+    assert (small_disk / "vesk.dat").read_bytes() == b""
 
 
 def kill_while_clicking(bench, start, times):
@@ -126,8 +144,11 @@ def kill_while_clicking(bench, start, times):
     for _ in range(times):
         program = start(folder=folder)
         boxes = [program.control(box).hwnd for box in (SOUTH, RESTORE)]
-        for _ in range(moments.randrange(60)):
+        untouched = path.stat().st_mtime_ns
+        for _ in range(moments.randint(1, 60)):
             program.driver.post(moments.choice(boxes), BM_CLICK)
+        until(lambda: path.stat().st_mtime_ns != untouched, "first write")
+        time.sleep(moments.uniform(0, 0.1))
         program.driver.end(program.pid)
         program.wait_for_end()
         after = path.read_bytes()

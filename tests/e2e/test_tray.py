@@ -3,10 +3,10 @@
 import pytest
 
 from bench.display import RIGHT
-from bench.driver import (LEFT_DOUBLE, LEFT_DOWN, NIM_ADD, NIM_DELETE, NIM_MODIFY, RIGHT_DOUBLE, RIGHT_DOWN, RIGHT_UP,
-                          SC_MINIMIZE, WM_SYSCOMMAND)
-from bench.program import MAGENTA, phase_pictures
-from bench.waiting import until
+from bench.driver import (LEFT_DOUBLE, LEFT_DOWN, LEFT_UP, NIM_ADD, NIM_DELETE, NIM_MODIFY, RIGHT_DOUBLE, RIGHT_DOWN,
+                          RIGHT_UP, SC_MINIMIZE, WM_SYSCOMMAND)
+from bench.program import MAGENTA, RESTORE, phase_pictures
+from bench.waiting import until, until_same
 
 ENTRIES = ["About", "Show Main Window", "Exit"]
 SOME_WHERE_ELSE = (100, 100)
@@ -65,8 +65,7 @@ def test_the_menu_stands_on_the_screen_with_its_entries(program):
     menu = open_menu(program)
     x, y, width, height = menu.screen
     program.display.rest()
-    until(lambda: program.display.grab(x, y, width, height) == program.display.grab(x, y, width, height), "still menu")
-    of_the_program = program.display.grab(x, y, width, height)
+    of_the_program = until_same(lambda: program.display.grab(x, y, width, height), "menu")
     program.driver.keys("Escape")
     until(lambda: program.menu() is None, "menu closed")
     # The same entries in a menu of the driver's, at the same place, give the same picture.
@@ -113,8 +112,8 @@ def test_exit_ends_the_program_and_takes_the_icon_away(program):
 
 
 def test_exit_ends_it_although_restore_in_system_tray_is_ticked(program):
-    program.click("Restore in System Tray")
-    until(lambda: program.control("Restore in System Tray").checked, "tick")
+    program.click(RESTORE)
+    until(lambda: program.control(RESTORE).checked, "tick")
     choose(program, "Exit")
     assert program.wait_for_end() == 0
 
@@ -166,6 +165,14 @@ def test_a_second_right_click_opens_no_second_menu(program):
     until(lambda: program.menu() is None, "menu closed")
     program.settle()
     assert program.menu() is None
+
+
+def test_the_icon_toggles_nothing_while_the_menu_is_open(program):
+    open_menu(program)
+    program.tray_message(LEFT_DOWN)
+    program.tray_message(LEFT_UP)
+    program.settle()
+    assert program.main().shown
 
 
 def test_the_report_goes_on_while_the_menu_is_open(program):

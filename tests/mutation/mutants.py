@@ -242,6 +242,8 @@ PORTABLE = [
 
 MAIN = "report/frmMoon.cpp"
 ABOUT = "tray/frmAbout.cpp"
+REPLAY = "forms/replay_win.cpp"
+RUN_TIME_END = "forms/run_time_end_win.cpp"
 
 WINDOWS = [
     Mutant("main-not-topmost", MAIN, "  forms::MakeTopmost(hwnd());\n", "", "a step left out", True),
@@ -252,6 +254,8 @@ WINDOWS = [
     Mutant("timer-every-tick", MAIN, "  LastUpdate = now;\n", "", "each tick updates", True),
     Mutant("other-timer-counts", MAIN, "if (wParam == kTimer1) {", "if (wParam != 0) {", "Timer2 updates, too", True),
     Mutant("clock-change-not-noticed", MAIN, "LastUpdate = 0;", "", "a step left out", True),
+    Mutant("resume-not-noticed", MAIN, "      return wParam == PBT_APMRESUMEAUTOMATIC;", "      return false;", "after sleep", True),
+    Mutant("locale-not-noticed", MAIN, "== L\"intl\"", "== L\"int1\"", "a changed locale", True),
     Mutant("offset-not-read", MAIN, "  OffsetMinutes = LocalTimeOffset();\n", "", "a step left out", True),
     Mutant("click-does-not-read", MAIN, "void frmMoon::Check1_Click(int Index) {\n  ReadSettings();",
            "void frmMoon::Check1_Click(int Index) {",
@@ -282,6 +286,18 @@ WINDOWS = [
     Mutant("right-release-does-nothing", ABOUT, "    case kRightButtonUp:\n      PopupMenu();\n", "    case kRightButtonUp:\n",
            "the menu does not open", True),
     Mutant("escape-does-nothing", ABOUT, "id == layout::kCmdOK || id == IDCANCEL", "id == layout::kCmdOK", "Escape", True),
+    Mutant("brush-never-deleted", REPLAY, "CreateSolidBrush(pie.fill));\n    const SelectScope selectPen(dc_, pen.get());\n"
+           "    const SelectScope selectBrush(dc_, brush.get());", "CreateSolidBrush(pie.fill));\n"
+           "    const SelectScope selectPen(dc_, pen.get());\n"
+           "    const SelectScope selectBrush(dc_, const_cast<unique_brush&>(brush).release());",
+           "each repaint leaves a brush behind", True),
+    Mutant("box-behind-the-window", RUN_TIME_END, "    EnumThreadWindows(GetCurrentThreadId(), LetTheBoxCover, 0);\n",
+           "    if (!endedBy) EnumThreadWindows(GetCurrentThreadId(), LetTheBoxCover, 0);\n", "a step left out", True),
+    Mutant("menu-under-the-box", RUN_TIME_END, "  EndMenu();\n", "", "the menu keeps the mouse", True),
+    Mutant("box-in-the-handler", RUN_TIME_END, "  EndMenu();\n}", "  EndMenu();\n  ReportRunTimeError();\n}",
+           "the box opens in the middle of a menu", True),
+    Mutant("box-ended-at-once", RUN_TIME_END, "    PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);\n", "",
+           "the box takes the end of the message loop for its own", True),
     Mutant("menu-twice", ABOUT, "  menuOpen_ = true;\n", "", "the menu opens over itself", True),
 ]
 

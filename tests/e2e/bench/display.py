@@ -8,7 +8,7 @@ from bench.waiting import until
 
 WIDTH, HEIGHT = 1024, 768
 MARGIN = (5, 5)  # where the pointer rests, away from every window
-LEFT, MIDDLE, RIGHT = 1, 2, 3
+LEFT, RIGHT = 1, 3
 
 
 class Picture:

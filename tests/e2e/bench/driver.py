@@ -1,5 +1,6 @@
 """Requests to the helper program inside Windows (native/driver.cpp, which lists them)."""
 
+import contextlib
 import functools
 import json
 import queue
@@ -10,9 +11,10 @@ from types import SimpleNamespace
 from bench.waiting import BOUND
 
 # Messages and codes of Windows that tests use.
-WM_CLOSE, WM_TIMER, WM_COMMAND, WM_MOUSEMOVE = 0x10, 0x113, 0x111, 0x200
+WM_CLOSE, WM_TIMER, WM_MOUSEMOVE, WM_POWERBROADCAST = 0x10, 0x113, 0x200, 0x218
 WM_TIMECHANGE, WM_SYSCOMMAND, WM_QUERYENDSESSION, WM_ENDSESSION = 0x1E, 0x112, 0x11, 0x16
-BM_CLICK, SC_MINIMIZE, SC_RESTORE = 0xF5, 0xF020, 0xF120
+BM_CLICK, BM_GETSTATE, BM_SETSTATE, BST_PUSHED = 0xF5, 0xF2, 0xF3, 4
+SC_MINIMIZE, SC_CLOSE = 0xF020, 0xF060
 LEFT_DOWN, LEFT_UP, RIGHT_DOWN, RIGHT_UP = 513, 514, 516, 517
 LEFT_DOUBLE, RIGHT_DOUBLE = 515, 518
 NIM_ADD, NIM_MODIFY, NIM_DELETE = 0, 1, 2
@@ -41,6 +43,7 @@ class Driver:
     def _listen(output, answers):
         for line in output:
             answers.put(line)
+        answers.put(None)
 
     def close(self):
         self._process.kill()
@@ -49,14 +52,16 @@ class Driver:
     def ask(self, *words):
         """One request; returns the answer."""
         request = " ".join(map(str, words))
-        self._process.stdin.write(request.encode() + b"\n")
-        self._process.stdin.flush()
-        try:
-            answer = json.loads(self._answers.get(timeout=BOUND))
-        except queue.Empty:
+        line = None
+        with contextlib.suppress(OSError, queue.Empty):
+            self._process.stdin.write(request.encode() + b"\n")
+            self._process.stdin.flush()
+            line = self._answers.get(timeout=BOUND)
+        if line is None:
             self.close()
             self._start()  # so that a late answer is not taken for that of the next request
-            raise DriverError(f"no answer to: {request}") from None
+            raise DriverError(f"no answer to: {request}")
+        answer = json.loads(line)
         if isinstance(answer, dict) and "error" in answer:
             raise DriverError(f"{request}: {answer['error']}")
         return answer
@@ -87,20 +92,20 @@ class Driver:
         return self.ask("notify", command, hwnd, icon)
 
     def input(self, hwnd):
-        """Focus, active window, capture, menu owner and the foreground window, as handles."""
+        """The focus of a window's thread and the foreground window, as handles."""
         return SimpleNamespace(**self.ask("input", hwnd))
 
     def accessible(self, hwnd):
-        """MSAA name, role and state of a window."""
+        """The MSAA name of a window."""
         return SimpleNamespace(**self.ask("accessible", hwnd))
 
     def tips(self):
         """Texts of the tool tips on the screen."""
         return self.ask("tips")
 
-    def usage(self, pid):
-        """Private bytes and handles of a process."""
-        return SimpleNamespace(**self.ask("usage", pid))
+    def handles(self, pid):
+        """How many kernel handles, gdi objects and windows a process has."""
+        return SimpleNamespace(**self.ask("handles", pid))
 
     def redraw(self, hwnd):
         """Makes a window and its children paint themselves anew."""
@@ -123,5 +128,5 @@ class Driver:
         return self.ask("end", pid)
 
     def own_menu(self, x, y, *entries):
-        """Shows a menu of the driver's own until the next request; returns the driver's process id."""
+        """Shows a menu of the driver's own until the next request."""
         return self.ask("menu", x, y, "|".join(entries))

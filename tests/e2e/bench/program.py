@@ -11,12 +11,14 @@ from dataclasses import dataclass
 from types import SimpleNamespace
 
 from bench.clock import Clock
-from bench.driver import DriverError, NIM_DELETE, WM_MOUSEMOVE, WM_TIMER
+from bench.driver import BM_GETSTATE, BM_SETSTATE, BST_PUSHED, DriverError, NIM_DELETE, WM_MOUSEMOVE, WM_TIMER
 from bench.folders import REPOSITORY
-from bench.waiting import until
+from bench.waiting import until, until_same
 
 IMAGE = "Tidewell.exe"
 START = datetime.datetime(2024, 2, 28, 12, 0, 10)  # local time; an ordinary day
+READINGS_PER_LOOK = 3  # what Wine makes of one question for the time
+RESTORE, THIRD, SOUTH = "Restore in System Tray", "Automatically Start at Start-up", "Enable Southern Hemisphere View"
 PICTURE_SIZE = 16
 MAGENTA = (255, 0, 255)
 
@@ -38,8 +40,7 @@ class TrayCall:
         return cls(command, result != 0, entry[8:96], entry[96:])
 
     def __post_init__(self):
-        fields = struct.unpack_from("<6I", self.record)
-        self.size, self.hwnd, self.id, self.flags, self.message, self.icon_handle = fields
+        self.size, self.hwnd, self.id, self.flags, self.message = struct.unpack_from("<5I", self.record)
 
     @property
     def tip(self):
@@ -70,12 +71,12 @@ def phase_pictures():
 class Program:
     """A running Tidewell in a folder of its own. Made by Bench.start()."""
 
-    def __init__(self, bench, folder, zone, locale, at, arguments=()):
+    def __init__(self, bench, folder, zone, locale, at):
         self._bench, self.folder, self.zone = bench, folder, zoneinfo.ZoneInfo(zone)
         self.driver, self.display = bench.driver, bench.display
         self.clock = Clock(folder / "clock", self.local(at))
         former = set(self.driver.processes(IMAGE))
-        self.process = bench.wine.start(folder / IMAGE, *arguments, log=folder / "program.log", environment={
+        self.process = bench.wine.start(folder / IMAGE, log=folder / "program.log", environment={
             "LD_PRELOAD": str(bench.tools["clock_preload.so"]), "TIDEWELL_E2E_CLOCK": str(self.clock.path),
             "TZ": zone, "LC_ALL": bench.wine.locale(locale)}, cwd=folder)
         started = until(lambda: self.ended or set(self.driver.processes(IMAGE)) - former, "process of the program")
@@ -116,7 +117,7 @@ class Program:
 
     def windows(self):
         """All windows: objects with hwnd, parent, class_, text, id, screen, place, client (x, y, width, height each),
-        client_origin, visible, shown, enabled, minimised, checked, style, exstyle."""
+        client_origin, visible, shown, enabled, minimised, checked, exstyle."""
         return self.driver.windows(self.pid)
 
     def top(self, caption, windows=None):
@@ -168,13 +169,22 @@ class Program:
         return found[0]
 
     def settle(self):
-        """Waits until the program has handled every message that it got so far."""
-        self.driver.send(self.main().hwnd, 0)
+        """Waits until the program has handled every message that it got so far, whether sent or posted: a posted one
+        shows by the third box, which nobody else presses."""
+        box = self.control(THIRD).hwnd
+        self.driver.post(box, BM_SETSTATE, 1)
+        until(lambda: self.driver.send(box, BM_GETSTATE) & BST_PUSHED, "end of the messages")
+        self.driver.send(box, BM_SETSTATE, 0)
 
     def click(self, text, form="Tidewell"):
         """A real click on a control, by its text; the control must be on the screen."""
         x, y, _, height = self.control(text, form).screen
         self.display.click(x + 8, y + height // 2)
+
+    def click_close_box(self, form="Tidewell"):
+        """A real click on the X in the title bar."""
+        x, y, width, _ = self.top(form).screen
+        self.display.click(x + width - 13, y + 12)
 
     # ---- tray
 
@@ -200,8 +210,8 @@ class Program:
         self.driver.post(self.about().hwnd, WM_MOUSEMOVE, 1, message)
 
     def icon_centre(self):
-        """Where the icon is on the screen, once it is there."""
-        x, y, width, height = until(self.display.docked_icons, "icon in the tray")[0]
+        """Where the icon is on the screen, once it is there: the tray lays it out after it has docked."""
+        x, y, width, height = until_same(self.display.docked_icons, "icon in the tray")[0]
         return x + width // 2, y + height // 2
 
     # ---- clock and report
@@ -215,9 +225,9 @@ class Program:
         test may call this and wait for what the tick brings."""
         self.driver.post(self.main().hwnd, WM_TIMER, 1)
 
-    def ticks(self, count=3):
+    def ticks(self, count=1):
         """Waits until the program has looked at its clock some times more."""
-        wanted = self.clock.readings + count
+        wanted = self.clock.readings + count * READINGS_PER_LOOK
         until(lambda: self.clock.readings >= wanted, "reading of the clock")
         self.settle()
 
@@ -255,10 +265,10 @@ class Bench:
             shutil.copy(self.tools["shell32.dll"], folder)
         return folder
 
-    def start(self, folder=None, zone="UTC", locale="en_US", at=START, recorded=True, wait=True, arguments=()):
+    def start(self, folder=None, zone="UTC", locale="en_US", at=START, recorded=True, wait=True):
         """Starts Tidewell in a folder (a new one by default), in a zone and a locale, at an instant. With wait it
         returns when the program is on the screen and its first second over; otherwise when the process is there."""
-        program = Program(self, folder or self.folder(recorded), zone, locale, at, arguments)
+        program = Program(self, folder or self.folder(recorded), zone, locale, at)
         self.running.append(program)
         return program.wait_until_running() if wait else program
 

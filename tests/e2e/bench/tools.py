@@ -1,7 +1,8 @@
-"""Builds the native helpers from native/, each when its source is newer than it."""
+"""Builds the native helpers from native/, each when its source, or its recipe here, is newer than it."""
 
 import shutil
 import subprocess
+from pathlib import Path
 
 from bench.folders import NATIVE
 
@@ -24,14 +25,15 @@ def build(folder):
         "clock_preload.so": (LINUX_32, ["-ffreestanding", "-fPIC", "-shared", "-nostdlib"],
                              ["clock_preload.c"], ["-lgcc"]),
         "driver.exe": (WINDOWS, ["-std=c++20", "-static"], ["driver.cpp"],
-                       ["-loleacc", "-lpsapi", "-lole32", "-loleaut32", "-lshell32", "-luuid"]),
+                       ["-loleacc", "-lole32", "-loleaut32", "-lshell32", "-luuid"]),
         "shell32.dll": (WINDOWS, ["-std=c++20", "-static", "-shared"], ["shell_stand_in.cpp", "shell_stand_in.def"],
                         ["-Wl,--enable-stdcall-fixup", "-lgdi32"]),
     }
     for name, (compilers, options, sources, libraries) in recipes.items():
         target = folder / name
         paths = [NATIVE / source for source in sources]
-        if target.exists() and all(path.stat().st_mtime < target.stat().st_mtime for path in paths):
+        made_from = [Path(__file__), *paths]
+        if target.exists() and all(path.stat().st_mtime < target.stat().st_mtime for path in made_from):
             continue
         made = target.with_suffix(".new")
         subprocess.run([compiler(compilers), *WARNINGS, *options, "-o", made, *paths, *libraries], check=True)

@@ -19,3 +19,16 @@ def until(condition, what, bound=BOUND, pause=0.02):
         if time.monotonic() > end:
             raise Timeout(f"within {bound} s there was no {what}; last: {result!r}")
         time.sleep(pause)
+
+
+def until_same(look, what):
+    """Looks again and again; returns what it sees, when that is something and the same twice running."""
+    seen = None
+
+    def still():
+        nonlocal seen
+        before, seen = seen, look()
+        return before and seen == before
+
+    until(still, f"{what} that stays the same")
+    return seen

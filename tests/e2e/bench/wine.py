@@ -55,7 +55,8 @@ class Wine:
 
     def _make_prefix(self):
         complete = self.prefix / "complete"
-        wanted = hashlib.sha256(REGISTRY.encode()).hexdigest()
+        version = subprocess.run(["wine", "--version"], check=True, stdout=subprocess.PIPE).stdout
+        wanted = hashlib.sha256(REGISTRY.encode() + version).hexdigest()
         if complete.exists() and complete.read_text() == wanted:
             return
         if self.prefix.exists():

@@ -9,10 +9,10 @@
 //   post HWND MSG W L         PostMessage
 //   broadcast NAME            posts the registered message NAME to all top-level windows
 //   notify COMMAND HWND ID    Shell_NotifyIcon for the icon that another window owns
-//   input HWND                focus, active window, capture and menu of the window's thread
-//   accessible HWND           MSAA name, role and state
+//   input HWND                the focus of the window's thread, and the foreground window
+//   accessible HWND           MSAA name
 //   tips                      texts of the tool tips that are shown, of every process
-//   usage PID                 private bytes and handles
+//   handles PID               how many kernel handles, GDI objects and windows a process has
 //   redraw HWND               RedrawWindow of the window and its children, at once
 //   hold PATH                 opens a file, without sharing it; releases the one held before
 //   release                   releases it
@@ -25,10 +25,11 @@
 #include <windows.h>
 // After windows.h, which they build on.
 #include <oleacc.h>
-#include <psapi.h>
 #include <shellapi.h>
 #include <tlhelp32.h>
+#include <winternl.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <sstream>
@@ -171,7 +172,6 @@ std::string Describe(HWND window) {
                  {"enabled", Truth(IsWindowEnabled(window))},
                  {"minimised", Truth(IsIconic(window))},
                  {"checked", button ? std::to_string(Ask(window, BM_GETCHECK, 0, 0)) : "null"},
-                 {"style", std::to_string(static_cast<DWORD>(style))},
                  {"exstyle", std::to_string(static_cast<DWORD>(GetWindowLongW(window, GWL_EXSTYLE)))}});
 }
 
@@ -195,16 +195,21 @@ BOOL CALLBACK GatherChild(HWND window, LPARAM parameter) {
   return TRUE;
 }
 
-std::string Windows(const Arguments& arguments) {
-  Gathering top = {.process = static_cast<DWORD>(AsNumber(arguments.at(0))), .windows = {}};
+std::vector<HWND> WindowsOf(DWORD process) {
+  Gathering top = {.process = process, .windows = {}};
   EnumWindows(GatherTopLevel, reinterpret_cast<LPARAM>(&top));
-  std::vector<std::string> described;
+  Gathering all = {.process = process, .windows = {}};
   for (const HWND window : top.windows) {
-    Gathering tree = {.process = top.process, .windows = {window}};
-    EnumChildWindows(window, GatherChild, reinterpret_cast<LPARAM>(&tree));
-    for (const HWND member : tree.windows) {
-      described.push_back(Describe(member));
-    }
+    all.windows.push_back(window);
+    EnumChildWindows(window, GatherChild, reinterpret_cast<LPARAM>(&all));
+  }
+  return all.windows;
+}
+
+std::string Windows(const Arguments& arguments) {
+  std::vector<std::string> described;
+  for (const HWND window : WindowsOf(static_cast<DWORD>(AsNumber(arguments.at(0))))) {
+    described.push_back(Describe(window));
   }
   return Array(described);
 }
@@ -247,11 +252,7 @@ std::string Input(const Arguments& arguments) {
   if (GetGUIThreadInfo(GetWindowThreadProcessId(AsWindow(arguments.at(0)), nullptr), &info) == FALSE) {
     return Error("no such thread");
   }
-  return Object({{"active", Number(info.hwndActive)},
-                 {"focus", Number(info.hwndFocus)},
-                 {"capture", Number(info.hwndCapture)},
-                 {"menu", Number(info.hwndMenuOwner)},
-                 {"foreground", Number(GetForegroundWindow())}});
+  return Object({{"focus", Number(info.hwndFocus)}, {"foreground", Number(GetForegroundWindow())}});
 }
 
 std::string Accessible(const Arguments& arguments) {
@@ -264,14 +265,8 @@ std::string Accessible(const Arguments& arguments) {
   self.vt = VT_I4;
   self.lVal = CHILDID_SELF;
   BSTR name = nullptr;
-  VARIANT role{};
-  VARIANT state{};
   object->get_accName(self, &name);
-  object->get_accRole(self, &role);
-  object->get_accState(self, &state);
-  std::string json = Object({{"name", name != nullptr ? Quoted(std::wstring(name)) : "null"},
-                             {"role", std::to_string(role.lVal)},
-                             {"state", std::to_string(state.lVal)}});
+  std::string json = Object({{"name", name != nullptr ? Quoted(std::wstring(name)) : "null"}});
   SysFreeString(name);
   object->Release();
   return json;
@@ -290,19 +285,65 @@ std::string Tips(const Arguments&) {
   return Array(tips);
 }
 
-std::string Usage(const Arguments& arguments) {
-  const HANDLE process =
-      OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, static_cast<DWORD>(AsNumber(arguments.at(0))));
+// Wine answers GetProcessHandleCount and GetGuiResources with 0 for another process. Hence the handles are tried one by
+// one, and the GDI objects are counted in the table that every 32-bit process has, as Wine lays it out.
+
+int KernelHandles(HANDLE process) {
+  constexpr std::uintptr_t kBeyondTheLast = 0x10000;
+  int count = 0;
+  for (std::uintptr_t handle = 4; handle < kBeyondTheLast; handle += 4) {
+    HANDLE copy = nullptr;
+    if (DuplicateHandle(process, reinterpret_cast<HANDLE>(handle), GetCurrentProcess(), &copy, 0, FALSE,
+                        DUPLICATE_SAME_ACCESS)) {
+      ++count;
+      CloseHandle(copy);
+    }
+  }
+  return count;
+}
+
+struct GdiEntry {
+  std::uint64_t object;
+  std::uint32_t owner;
+  std::uint16_t unique;
+  std::uint8_t type;  // 0 where the entry is free
+  std::uint8_t flags;
+  std::uint64_t user;
+};
+
+int GdiObjects(HANDLE process) {
+  constexpr std::size_t kEntries = 0x4000;
+  constexpr std::uintptr_t kTableInProcessBlock = 0x94;
+  const auto query = reinterpret_cast<decltype(&NtQueryInformationProcess)>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQueryInformationProcess")));
+  PROCESS_BASIC_INFORMATION basic{};
+  query(process, ProcessBasicInformation, &basic, sizeof basic, nullptr);
+  const auto block = reinterpret_cast<std::uintptr_t>(basic.PebBaseAddress);
+  void* table = nullptr;
+  std::vector<GdiEntry> entries(kEntries);
+  if (!ReadProcessMemory(process, reinterpret_cast<void*>(block + kTableInProcessBlock), &table, sizeof table,
+                         nullptr) ||
+      !ReadProcessMemory(process, table, entries.data(), entries.size() * sizeof(GdiEntry), nullptr)) {
+    return -1;
+  }
+  return static_cast<int>(std::ranges::count_if(entries, [](const GdiEntry& entry) { return entry.type != 0; }));
+}
+
+std::string Handles(const Arguments& arguments) {
+  const auto id = static_cast<DWORD>(AsNumber(arguments.at(0)));
+  const HANDLE process = OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ | PROCESS_DUP_HANDLE, FALSE, id);
   if (process == nullptr) {
     return Error("no such process");
   }
-  PROCESS_MEMORY_COUNTERS_EX memory{};
-  memory.cb = sizeof memory;
-  GetProcessMemoryInfo(process, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof memory);
-  DWORD handles = 0;
-  GetProcessHandleCount(process, &handles);
+  const int kernel = KernelHandles(process);
+  const int gdi = GdiObjects(process);
   CloseHandle(process);
-  return Object({{"private", std::to_string(memory.PrivateUsage)}, {"handles", std::to_string(handles)}});
+  if (gdi <= 0) {
+    return Error("no table of GDI objects where it was expected");
+  }
+  return Object({{"kernel", std::to_string(kernel)},
+                 {"gdi", std::to_string(gdi)},
+                 {"windows", std::to_string(WindowsOf(id).size())}});
 }
 
 std::string Redraw(const Arguments& arguments) {
@@ -455,7 +496,7 @@ const std::map<std::string, Request> kRequests = {
     {"input", {1, Input}},
     {"accessible", {1, Accessible}},
     {"tips", {0, Tips}},
-    {"usage", {1, Usage}},
+    {"handles", {1, Handles}},
     {"redraw", {1, Redraw}},
     {"hold", {1, Hold}},
     {"release", {0, Release}},
