@@ -286,11 +286,10 @@ WINDOWS = [
     Mutant("right-release-does-nothing", ABOUT, "    case kRightButtonUp:\n      PopupMenu();\n", "    case kRightButtonUp:\n",
            "the menu does not open", True),
     Mutant("escape-does-nothing", ABOUT, "id == layout::kCmdOK || id == IDCANCEL", "id == layout::kCmdOK", "Escape", True),
-    Mutant("brush-never-deleted", REPLAY, "CreateSolidBrush(pie.fill));\n    const SelectScope selectPen(dc_, pen.get());\n"
-           "    const SelectScope selectBrush(dc_, brush.get());", "CreateSolidBrush(pie.fill));\n"
-           "    const SelectScope selectPen(dc_, pen.get());\n"
-           "    const SelectScope selectBrush(dc_, const_cast<unique_brush&>(brush).release());",
-           "each repaint leaves a brush behind", True),
+    Mutant("brush-never-deleted", REPLAY, "const unique_brush brush(CreateSolidBrush(pie.fill));\n"
+           "    const SelectScope selectPen(dc_, pen.get());\n    const SelectScope selectBrush(dc_, brush.get());",
+           "const HBRUSH brush = CreateSolidBrush(pie.fill);\n    const SelectScope selectPen(dc_, pen.get());\n"
+           "    const SelectScope selectBrush(dc_, brush);", "each repaint leaves a brush behind", True),
     Mutant("box-behind-the-window", RUN_TIME_END, "    EnumThreadWindows(GetCurrentThreadId(), LetTheBoxCover, 0);\n",
            "    if (!endedBy) EnumThreadWindows(GetCurrentThreadId(), LetTheBoxCover, 0);\n", "a step left out", True),
     Mutant("menu-under-the-box", RUN_TIME_END, "  EndMenu();\n", "", "the menu keeps the mouse", True),

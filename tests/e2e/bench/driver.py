@@ -83,6 +83,10 @@ class Driver:
         """PostMessage: for what may block, like a menu."""
         return self.ask("post", hwnd, message, wparam, lparam)
 
+    def signal(self, hwnd, message, wparam=0, lparam=0):
+        """SendNotifyMessage: before all that is posted, into an open menu too, and without waiting."""
+        return self.ask("signal", hwnd, message, wparam, lparam)
+
     def broadcast(self, name):
         """Posts a registered message, like TaskbarCreated, to all top-level windows."""
         return self.ask("broadcast", name)

@@ -207,7 +207,7 @@ class Program:
 
     def tray_message(self, message):
         """What the shell sends to the program for an event on the icon (LEFT_UP and so on)."""
-        self.driver.post(self.about().hwnd, WM_MOUSEMOVE, 1, message)
+        self.driver.signal(self.about().hwnd, WM_MOUSEMOVE, 1, message)
 
     def icon_centre(self):
         """Where the icon is on the screen, once it is there: the tray lays it out after it has docked."""

@@ -7,6 +7,7 @@
 //   windows PID               every window of a process, parents before children
 //   send HWND MSG W L         SendMessage, with its result; gives up after 20 s
 //   post HWND MSG W L         PostMessage
+//   signal HWND MSG W L       SendNotifyMessage, the shell's own way to tell of an icon
 //   broadcast NAME            posts the registered message NAME to all top-level windows
 //   notify COMMAND HWND ID    Shell_NotifyIcon for the icon that another window owns
 //   input HWND                the focus of the window's thread, and the foreground window
@@ -227,10 +228,11 @@ std::string Send(const Arguments& arguments) {
   return std::to_string(static_cast<LONG>(result));
 }
 
-std::string Post(const Arguments& arguments) {
-  return Truth(PostMessageW(AsWindow(arguments.at(0)), static_cast<UINT>(AsNumber(arguments.at(1))),
-                            static_cast<WPARAM>(AsNumber(arguments.at(2))),
-                            static_cast<LPARAM>(AsNumber(arguments.at(3)))) != FALSE);
+template <auto Function>
+std::string HandOver(const Arguments& arguments) {
+  return Truth(Function(AsWindow(arguments.at(0)), static_cast<UINT>(AsNumber(arguments.at(1))),
+                        static_cast<WPARAM>(AsNumber(arguments.at(2))),
+                        static_cast<LPARAM>(AsNumber(arguments.at(3)))) != FALSE);
 }
 
 std::string Broadcast(const Arguments& arguments) {
@@ -490,7 +492,8 @@ const std::map<std::string, Request> kRequests = {
     {"processes", {1, Processes}},
     {"windows", {1, Windows}},
     {"send", {4, Send}},
-    {"post", {4, Post}},
+    {"post", {4, HandOver<PostMessageW>}},
+    {"signal", {4, HandOver<SendNotifyMessageW>}},
     {"broadcast", {1, Broadcast}},
     {"notify", {3, Notify}},
     {"input", {1, Input}},
