@@ -21,7 +21,7 @@ struct CodePage {
 /// Stands in for a byte that the code page cannot turn into a character of its own.
 [[nodiscard]] constexpr wchar_t PrivateCharacter(unsigned byte) noexcept { return static_cast<wchar_t>(0xF700 + byte); }
 
-/// Reads the system's code page.
-[[nodiscard]] CodePage ReadSystemCodePage();
+/// The system's code page, which stays for the life of a process.
+[[nodiscard]] const CodePage& SystemCodePage();
 
 }  // namespace forms

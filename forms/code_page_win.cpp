@@ -4,6 +4,8 @@
 
 namespace forms {
 
+namespace {
+
 CodePage ReadSystemCodePage() {
   CodePage page{};
   for (unsigned byte = 0; byte < page.characters.size(); ++byte) {
@@ -16,6 +18,13 @@ CodePage ReadSystemCodePage() {
                               back == narrow;
     page.characters.at(byte) = ownCharacter ? wide : PrivateCharacter(byte);
   }
+  return page;
+}
+
+}  // namespace
+
+const CodePage& SystemCodePage() {
+  static const CodePage page = ReadSystemCodePage();
   return page;
 }
 

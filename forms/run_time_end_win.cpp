@@ -1,8 +1,9 @@
 #include <windows.h>
 
+#include <array>
+#include <cstdio>
 #include <new>
 #include <optional>
-#include <string>
 
 #include "astro/runtime_error.h"
 #include "forms/run_time_end.h"
@@ -34,11 +35,12 @@ BOOL CALLBACK LetTheBoxCover(HWND window, LPARAM /*parameter*/) noexcept {
   return TRUE;
 }
 
-void ShowRunTimeError(mMoon::ErrorNumber number) {
-  const std::string text =
-      "Run-time error '" + std::to_string(static_cast<int>(number)) + "':\n\n" + mMoon::ErrorText(number);
+void ShowRunTimeError(mMoon::ErrorNumber number) noexcept {
+  std::array<char, 128> text{};  // no allocation: the error may be that there is no memory
+  std::snprintf(text.data(), text.size(), "Run-time error '%d':\n\n%s", static_cast<int>(number),
+                mMoon::ErrorText(number));
   // Task modal: the program's own windows are disabled while the box stands.
-  MessageBoxA(nullptr, text.c_str(), "Tidewell", MB_OK | MB_ICONERROR | MB_TASKMODAL | MB_SETFOREGROUND | MB_TOPMOST);
+  MessageBoxA(nullptr, text.data(), "Tidewell", MB_OK | MB_ICONERROR | MB_TASKMODAL | MB_SETFOREGROUND | MB_TOPMOST);
 }
 
 }  // namespace
@@ -47,7 +49,10 @@ bool Ending() noexcept { return ending; }
 
 void End() noexcept {
   ending = true;
-  PostQuitMessage(0);
+  EndMenu();
+  // Wakes the message loop, which then sees that the program is ending. Not PostQuitMessage: menus and drags may take
+  // that message away, and the box of a run-time error would end on it at once.
+  PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 
 void EndOnCurrentException() noexcept {
@@ -60,7 +65,6 @@ void EndOnCurrentException() noexcept {
   if (BeforeRunTimeEnd != nullptr) {
     BeforeRunTimeEnd();
   }
-  EndMenu();
 }
 
 int ReportRunTimeError() noexcept {
@@ -69,9 +73,6 @@ int ReportRunTimeError() noexcept {
   }
   if (!reported) {
     reported = true;
-    // What End posted ends the first message loop that meets it, and that must not be the box's own.
-    MSG quit;
-    PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
     // Not every system obeys MB_TOPMOST, and the box would open behind a topmost window.
     EnumThreadWindows(GetCurrentThreadId(), LetTheBoxCover, 0);
     ShowRunTimeError(*endedBy);

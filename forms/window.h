@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "astro/runtime_error.h"
 #include "forms/run_time_end.h"
 
 namespace forms {
@@ -45,7 +46,8 @@ class Window {
     }
   }
 
-  /// Creates the window; hwnd() stays null when the system refuses.
+  /// Creates the window. Throws RuntimeError 7 "Out of memory" when the system refuses: a program without its window
+  /// would go on unseen.
   void Create(const WindowSettings& settings) {
     const HINSTANCE instance = GetModuleHandleW(nullptr);
     WNDCLASSEXW windowClass = {.cbSize = sizeof windowClass,
@@ -65,6 +67,9 @@ class Window {
                     settings.place.top, settings.place.right - settings.place.left,
                     settings.place.bottom - settings.place.top, settings.parent, reinterpret_cast<HMENU>(settings.id),
                     instance, static_cast<Window*>(this));
+    if (hwnd_ == nullptr) {
+      throw mMoon::RuntimeError(mMoon::ErrorNumber::OutOfMemory);
+    }
   }
 
   LRESULT DefaultHandling(UINT message, WPARAM wParam, LPARAM lParam) noexcept {

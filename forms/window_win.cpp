@@ -4,8 +4,7 @@ namespace forms {
 
 void RunMessageLoop() {
   MSG message;
-  // -1, an error, must end the loop too, or it spins. A loop of the system's, as of a drag, may have taken the message
-  // that ends this one.
+  // -1, an error, must end the loop too, or it spins.
   while (!Ending() && GetMessageW(&message, nullptr, 0, 0) > 0) {
     if (IsDialogMessageW(GetAncestor(message.hwnd, GA_ROOT), &message) == FALSE) {
       TranslateMessage(&message);

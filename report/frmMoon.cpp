@@ -203,8 +203,6 @@ void frmMoon::Check1_Click(int Index) {
     case 2:
       Settings.SouthernView = option;
       break;
-    default:
-      break;
   }
   WriteSettings();
   Refresh();

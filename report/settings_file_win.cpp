@@ -18,12 +18,6 @@ constexpr std::uint32_t kRecord = 17;
 
 std::optional<forms::RandomFile> settingsFile;
 
-/// The system's code page, which stays for the life of a process.
-const forms::CodePage& CodePage() {
-  static const forms::CodePage page = forms::ReadSystemCodePage();
-  return page;
-}
-
 const forms::RandomFile& OpenFile() {
   if (!settingsFile) {
     throw RuntimeError(ErrorNumber::BadFileNameOrNumber);
@@ -43,10 +37,10 @@ void OpenSettingsFile() {
 void ReadSettings() {
   SettingsBytes bytes{};
   OpenFile().Read(kRecord, bytes);
-  Settings = Unpack(bytes, CodePage());
+  Settings = Unpack(bytes, forms::SystemCodePage());
 }
 
-void WriteSettings() { OpenFile().Write(kRecord, Pack(Settings, CodePage())); }
+void WriteSettings() { OpenFile().Write(kRecord, Pack(Settings, forms::SystemCodePage())); }
 
 void CloseSettingsFile() noexcept { settingsFile.reset(); }
 

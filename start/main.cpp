@@ -14,6 +14,15 @@
 
 namespace {
 
+/// A shortcut may ask for a maximised window; this one has a fixed size. The system may heed the shortcut the first
+/// time a window is shown, whatever is asked for here.
+void ShowMainWindow(HWND window, int showCommand) {
+  ShowWindow(window, showCommand == SW_SHOWMAXIMIZED ? SW_SHOWNORMAL : showCommand);
+  if (IsZoomed(window) != FALSE) {
+    ShowWindow(window, SW_SHOWNORMAL);
+  }
+}
+
 void Run(int showCommand) {
   const INITCOMMONCONTROLSEX controls = {.dwSize = sizeof controls, .dwICC = ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&controls);
@@ -24,8 +33,9 @@ void Run(int showCommand) {
   mMoon::frmMoon frmMoon;
   mMoon::Surroundings = {.frmMoon = &frmMoon, .Now = forms::Now, .ReadLocale = forms::ReadUserLocale};
   frmMoon.Load();
-  // A shortcut may ask for a maximised window; this one has a fixed size.
-  ShowWindow(frmMoon.hwnd(), showCommand == SW_SHOWMAXIMIZED ? SW_SHOWNORMAL : showCommand);
+  if (!forms::Ending()) {
+    ShowMainWindow(frmMoon.hwnd(), showCommand);
+  }
   forms::RunMessageLoop();
 }
 

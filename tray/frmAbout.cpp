@@ -85,17 +85,20 @@ void frmAbout::UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum) {
   TrayIconData.hIcon = HandleBits(pictures_.at(static_cast<std::size_t>(IcoNum)).get());
 
   const auto command = static_cast<TrayCommand>(Value);
+  if (forms::Ending() && command != TrayCommand::Delete) {
+    return;  // a handler that was interrupted by the end must not bring the icon back
+  }
   if (command != TrayCommand::Modify) {
     iconWanted_ = command == TrayCommand::Add;
   }
-  if (!NotifyShell(command) && command == TrayCommand::Modify && iconWanted_) {
+  if (!NotifyShell(command) && command == TrayCommand::Modify && iconWanted_ && !forms::Ending()) {
     NotifyShell(TrayCommand::Add);
   }
 }
 
 void frmAbout::TaskbarCreated() {
   // It also comes while the icon is still there: adding a living icon fails, so it is changed first.
-  if (iconWanted_ && !NotifyShell(TrayCommand::Modify)) {
+  if (iconWanted_ && !NotifyShell(TrayCommand::Modify) && !forms::Ending()) {
     NotifyShell(TrayCommand::Add);
   }
 }
@@ -182,6 +185,9 @@ void frmAbout::PopupMenu() {
   // And without a message behind it the next click on the icon could close the next menu at once.
   PostMessageW(hwnd(), WM_NULL, 0, 0);
   menuOpen_ = false;
+  if (forms::Ending()) {
+    return;
+  }
   switch (entry) {
     case mnuAbout:
       mnuAbout_Click();

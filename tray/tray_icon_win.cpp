@@ -11,7 +11,7 @@
 namespace mMoon {
 
 bool NotifyShell(TrayCommand command) noexcept {
-  static const forms::CodePage codePage = forms::ReadSystemCodePage();  // it stays for the life of a process
+  const forms::CodePage& codePage = forms::SystemCodePage();
   // The shell takes the first, 88-byte form of its record by the size in it.
   NOTIFYICONDATAA shellRecord{};
   static_assert(sizeof shellRecord >= kTrayIconRecordSize);

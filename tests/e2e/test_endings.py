@@ -6,6 +6,7 @@ from bench.driver import BM_CLICK, NIM_DELETE, SC_CLOSE, WM_CLOSE, WM_ENDSESSION
 from bench.program import IMAGE, RESTORE, SOUTH
 from bench.waiting import until
 from test_settings import RESTORE_IN_TRAY, TRUE, tick
+from test_tray import open_menu
 from test_windows import bring_to_front
 
 def press_close(program):
@@ -45,6 +46,13 @@ def test_closing_ends_the_program_and_takes_the_icon_away(program, way):
     assert [call.command for call in program.calls()].count(NIM_DELETE) == 1
     assert program.calls()[-1].command == NIM_DELETE
     until(lambda: not program.display.docked_icons(), "tray without icons")
+
+
+def test_closing_ends_it_while_the_menu_is_open(program):
+    open_menu(program)
+    close_message(program)
+    assert program.wait_for_end() == 0
+    assert program.calls()[-1].command == NIM_DELETE
 
 
 @pytest.mark.parametrize("way", WAYS)

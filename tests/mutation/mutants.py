@@ -272,8 +272,8 @@ WINDOWS = [
     Mutant("picture-28", ABOUT, "IcoNum >= layout::kPicMoonCount", "IcoNum > layout::kPicMoonCount", "one icon too far", True),
     Mutant("negative-icon", ABOUT, "  if (IcoNum < 0) {\n    throw RuntimeError(ErrorNumber::ControlArrayElementDoesNotExist);\n"
            "  }\n", "  if (IcoNum < 0) {\n    IcoNum = 0;\n  }\n", "no error", True),
-    Mutant("icon-not-added-again", ABOUT, "  if (!NotifyShell(command) && command == TrayCommand::Modify && iconWanted_) {\n"
-           "    NotifyShell(TrayCommand::Add);\n  }\n", "  NotifyShell(command);\n", "a failed change is not made good", True),
+    Mutant("icon-not-added-again", ABOUT, "  if (!NotifyShell(command) && command == TrayCommand::Modify && iconWanted_ "
+           "&& !forms::Ending()) {\n    NotifyShell(TrayCommand::Add);\n  }\n", "  NotifyShell(command);\n", "a failed change is not made good", True),
     Mutant("task-bar-not-noticed", ABOUT, "  if (message == taskbarCreated_ && taskbarCreated_ != 0) {\n    TaskbarCreated();\n",
            "  if (message == taskbarCreated_ && taskbarCreated_ != 0) {\n", "the icon is not added to a new task bar", True),
     Mutant("icon-left-behind", ABOUT, "  UpdateMoonIcon(static_cast<std::int32_t>(TrayCommand::Delete), IcoNum);\n", "",
@@ -293,10 +293,8 @@ WINDOWS = [
     Mutant("box-behind-the-window", RUN_TIME_END, "    EnumThreadWindows(GetCurrentThreadId(), LetTheBoxCover, 0);\n",
            "    if (!endedBy) EnumThreadWindows(GetCurrentThreadId(), LetTheBoxCover, 0);\n", "a step left out", True),
     Mutant("menu-under-the-box", RUN_TIME_END, "  EndMenu();\n", "", "the menu keeps the mouse", True),
-    Mutant("box-in-the-handler", RUN_TIME_END, "  EndMenu();\n}", "  EndMenu();\n  ReportRunTimeError();\n}",
-           "the box opens in the middle of a menu", True),
-    Mutant("box-ended-at-once", RUN_TIME_END, "    PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);\n", "",
-           "the box takes the end of the message loop for its own", True),
+    Mutant("box-in-the-handler", RUN_TIME_END, "    BeforeRunTimeEnd();\n  }\n",
+           "    BeforeRunTimeEnd();\n  }\n  ReportRunTimeError();\n", "the box opens in the middle of a menu", True),
     Mutant("menu-twice", ABOUT, "  menuOpen_ = true;\n", "", "the menu opens over itself", True),
 ]
 

@@ -43,7 +43,7 @@ TEST(Locale, HasTwelveMonthsAndASeparator) {
 }
 
 TEST(CodePage, TakesEveryByteToTextAndBack) {
-  const forms::CodePage page = forms::ReadSystemCodePage();
+  const forms::CodePage& page = forms::SystemCodePage();
   for (int value = 0; value < 256; ++value) {
     const auto byte = static_cast<std::byte>(value);
     ASSERT_EQ(page.Encode(page.Decode(byte)), byte) << value;

@@ -6,6 +6,7 @@ add_executable(shell_tests
   shell/picture_test.cpp
   shell/random_file_test.cpp
   shell/settings_file_test.cpp
+  shell/window_test.cpp
 )
 target_link_libraries(shell_tests PRIVATE tidewell_shell tidewell_resources GTest::gtest_main)
 add_test(NAME shell_tests COMMAND shell_tests)
