@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdint>
 #include <limits>
+#include <tuple>
 
 #include "astro/mMoon.h"
 #include "astro/number_format.h"
@@ -130,6 +132,24 @@ TEST_F(JulianToCivilTest, GivesDateAndTime) {
 
   JulianToCivil(kMidnight + (17 * 60 + 26.5) / 1440);
   ExpectCivil(2003, 8, 19, 17, 26);
+}
+
+/// Against the standard library's calendar, each day at 6 h, on the way there and back.
+TEST_F(JulianToCivilTest, AgreesWithTheGregorianCalendarOnEveryDayFrom1583To2199) {
+  using std::chrono::sys_days;
+  constexpr double kJulianDayOf1970 = 2440587.5;
+  for (sys_days day = std::chrono::year(1583) / 1 / 1; day < std::chrono::year(2200) / 1 / 1;
+       day += std::chrono::days(1)) {
+    const std::chrono::year_month_day date(day);
+    const int year = static_cast<int>(date.year());
+    const unsigned month = static_cast<unsigned>(date.month());
+    const unsigned dayOfMonth = static_cast<unsigned>(date.day());
+    const double julianDay = kJulianDayOf1970 + static_cast<double>(day.time_since_epoch().count()) + 0.25;
+
+    ASSERT_EQ(JulianDay(year, static_cast<int>(month), dayOfMonth + 0.25), julianDay);
+    JulianToCivil(julianDay);
+    ASSERT_EQ(std::tuple(CalYear, CalMonth, CalDay), std::tuple(year, month, dayOfMonth)) << julianDay;
+  }
 }
 
 TEST_F(JulianToCivilTest, ReadsDaysBeforeTheReformAsJulianDates) {
