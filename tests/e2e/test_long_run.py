@@ -16,9 +16,10 @@ FLEETING = 16  # handles that may happen to be open while they are counted; a le
 
 
 def usage(program):
-    """Private memory in bytes and open files, as the host counts them, and handles, as Windows does."""
+    """Private memory in bytes and open files, as the host counts them, and handles, as Windows does. Of the memory what
+    the program has written: how many of the pages that it only reads are private depends on who else reads them."""
     host = Path(f"/proc/{program.process.pid}")
-    private = re.findall(r"^Private_\w+:\s+(\d+) kB", (host / "smaps").read_text(), re.MULTILINE)
+    private = re.findall(r"^Private_Dirty:\s+(\d+) kB", (host / "smaps").read_text(), re.MULTILINE)
     return SimpleNamespace(private=1024 * sum(map(int, private)), files=len(list((host / "fd").iterdir())),
                            **vars(program.driver.handles(program.pid)))
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 #include "forms/handle.h"
@@ -112,8 +113,8 @@ TEST_F(Picture, PersistsWhenTheWindowIsHiddenMovedOffScreenOrRepainted) {
   EXPECT_EQ(again(), row);
 }
 
-/// The system's table of drawing objects ends near 65,000: a pen or brush that stays behind at each repaint is found
-/// out.
+/// The system's table of drawing objects ends near 65,000: a pen or brush that stays behind at each repaint fills it,
+/// but for the places of those that are deleted.
 TEST_F(Picture, ReplayingLeavesNoHandleBehind) {
   double fraction = 0.3;
   std::int16_t flag = 0;
@@ -121,7 +122,11 @@ TEST_F(Picture, ReplayingLeavesNoHandleBehind) {
   for (int i = 0; i < 70'000; ++i) {
     RedrawWindow(form().hwnd(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_NOCHILDREN);
   }
-  EXPECT_NE(forms::unique_brush(CreateSolidBrush(0x123456)), nullptr);
+  std::array<forms::unique_brush, 100> brushes;
+  for (forms::unique_brush& brush : brushes) {
+    brush.reset(CreateSolidBrush(0x123456));
+    ASSERT_NE(brush, nullptr);
+  }
 }
 
 }  // namespace
