@@ -1,7 +1,13 @@
-#include "astro/checked.h"
 #include "astro/mMoon.h"
+#include "runtime/checked.h"
 
 namespace mMoon {
+
+using runtime::Atn;
+using runtime::Checked;
+using runtime::Fit;
+using runtime::Int;
+using runtime::Sqr;
 
 double NormalizeAngle(double angle) {
   if (!(angle < 0) && !(angle > 360)) {
@@ -9,10 +15,10 @@ double NormalizeAngle(double angle) {
   }
   // The whole degrees are reduced through a division and the fraction is added back afterwards, so that the result
   // carries the rounding of (q - m) * 360.
-  const auto n = RoundTo<std::int32_t>(Int(angle));
+  const auto n = Fit<std::int32_t>(Int(angle));
   const Checked f = Checked(angle) - n;
   const Checked q = Checked(n) / 360;
-  const auto m = RoundTo<std::int32_t>(Int(q));
+  const auto m = Fit<std::int32_t>(Int(q));
   return (q - m) * 360 + f;
 }
 

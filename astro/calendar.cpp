@@ -1,16 +1,12 @@
-#include "astro/checked.h"
 #include "astro/mMoon.h"
-#include "astro/number_format.h"
+#include "runtime/checked.h"
+#include "runtime/number_format.h"
 
 namespace mMoon {
 
-std::int32_t CalWholeDays = 0;
-double CalDayPart = 0;
-double CalYear = 0;
-double CalMonth = 0;
-double CalDay = 0;
-std::int16_t CalHour = 0;
-std::int16_t CalMinute = 0;
+using runtime::Checked;
+using runtime::Fit;
+using runtime::Int;
 
 namespace {
 
@@ -23,7 +19,7 @@ constexpr std::int32_t kGregorianStart = 2299161;
 }  // namespace
 
 double DayFraction(std::int16_t day, std::int16_t hour, std::int16_t minute) {
-  const auto hourMinutes = Fit<std::int16_t>(std::int64_t{hour} * 60);
+  const auto hourMinutes = Fit<std::int16_t>(hour * 60);
   const auto minutes = Fit<std::int16_t>(hourMinutes + minute);
   return day + Checked(minutes) / 1440;
 }
@@ -43,7 +39,7 @@ double JulianCenturies(double jd) { return (Checked(jd) - kEpoch1900) / kDaysPer
 
 void JulianToCivil(double jd) {
   const Checked sinceMidnight = Checked(jd) + 0.5;
-  CalWholeDays = RoundTo<std::int32_t>(Int(sinceMidnight));
+  CalWholeDays = Fit<std::int32_t>(Int(sinceMidnight));
   CalDayPart = sinceMidnight - CalWholeDays;
 
   Checked A = CalWholeDays;
@@ -59,10 +55,10 @@ void JulianToCivil(double jd) {
 
   CalDay = Int(dayWithFraction);
   const Checked hours = (dayWithFraction - CalDay) * 1440 / 60;
-  CalMinute = RoundTo<std::int16_t>(Int((hours - Int(hours)) * 60));
+  CalMinute = Fit<std::int16_t>(Int((hours - Int(hours)) * 60));
   CalMonth = E < 13.5 ? E - 1 : E - 13;
   CalYear = CalMonth > 2.5 ? C - 4716 : C - 4715;
-  CalHour = LeadingInteger(FormatNumber(hours, L"00.0000"));
+  CalHour = runtime::LeadingInteger(runtime::FormatNumber(hours, L"00.0000"));  // rounded: 24 is possible
 }
 
 }  // namespace mMoon

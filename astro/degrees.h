@@ -1,13 +1,13 @@
 #pragma once
 
-#include "astro/checked.h"
 #include "astro/mMoon.h"
+#include "runtime/checked.h"
 
-namespace mMoon {
+namespace astro {
 
 /// Sine, cosine, tangent of an angle in degrees, taken through DegToRad.
-inline Checked SinDeg(double degrees) { return Sin(DegToRad(degrees)); }
-inline Checked CosDeg(double degrees) { return Cos(DegToRad(degrees)); }
-inline Checked TanDeg(double degrees) { return Tan(DegToRad(degrees)); }
+inline runtime::Checked SinDeg(double degrees) { return runtime::Sin(mMoon::DegToRad(degrees)); }
+inline runtime::Checked CosDeg(double degrees) { return runtime::Cos(mMoon::DegToRad(degrees)); }
+inline runtime::Checked TanDeg(double degrees) { return runtime::Tan(mMoon::DegToRad(degrees)); }
 
-}  // namespace mMoon
+}  // namespace astro

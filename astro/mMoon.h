@@ -2,13 +2,11 @@
 
 #include <cstdint>
 
-#include "astro/runtime_error.h"
-
 /// The astronomy of the program: plain numeric routines on doubles, with no user interface, no clock and no Windows.
 ///
 /// It is classical low-precision astronomy of the 1900 epoch, after Jean Meeus, Astronomical Formulae for Calculators
-/// (AFC), with deliberate departures from the printed formulae. The departures decide what the user sees, and each
-/// carries its mark where it stands.
+/// (AFC), with deliberate departures from the printed formulae. The departures decide what the user sees; each is
+/// marked where it stands and explained in docs/departures.md.
 ///
 /// Conventions:
 ///   - Julian day: days, the day starting at noon (a value ending in .5 is midnight), on the universal-time scale. No
@@ -18,25 +16,21 @@
 ///   - "Int" rounds toward minus infinity.
 ///   - A routine with several results leaves them in module variables, which the caller reads at once. All of it
 ///     runs on one thread; no routine is re-entered.
-///   - Errors: each step is tested. Besides the errors named with a routine, any step may raise 6 Overflow or 5 Invalid
+///   - Errors (runtime/runtime_error.h): each step is tested. Besides the errors named with a routine, any step may
+///   raise 6 Overflow or 5 Invalid
 ///     procedure call or argument. Variables assigned before the failing step keep their new values.
 namespace mMoon {
-
-/// The 16-bit boolean of the settings record and of the module's flags.
-using Boolean = std::int16_t;
-inline constexpr Boolean True = -1;
-inline constexpr Boolean False = 0;
 
 // --- Calendar and time -----------------------------------------------------------------------------------------------
 
 /// The results of JulianToCivil, overwritten by every call.
-extern std::int32_t CalWholeDays;  ///< Int(jd + 0.5)
-extern double CalDayPart;          ///< fraction of the civil day, 0..1
-extern double CalYear;             ///< whole number
-extern double CalMonth;            ///< whole number, 1..12
-extern double CalDay;              ///< whole number, day of the month
-extern std::int16_t CalHour;       ///< 0..23, 24 possible: see JulianToCivil
-extern std::int16_t CalMinute;     ///< 0..59
+inline std::int32_t CalWholeDays = 0;  ///< Int(jd + 0.5)
+inline double CalDayPart = 0;          ///< fraction of the civil day, 0..1
+inline double CalYear = 0;             ///< whole number
+inline double CalMonth = 0;            ///< whole number, 1..12
+inline double CalDay = 0;              ///< whole number, day of the month
+inline std::int16_t CalHour = 0;       ///< 0..23, 24 possible: see JulianToCivil
+inline std::int16_t CalMinute = 0;     ///< 0..59
 
 /// Returns the fractional day of the month, day + (hour * 60 + minute) / 1440, in days.
 /// Error: 6 Overflow when the minutes leave 16 bits.
@@ -68,26 +62,6 @@ double JulianCenturies(double jd);
 /// Error: 6 Overflow when the whole days leave 32 bits.
 void JulianToCivil(double jd);
 
-/// The zone of the computer in the terms of the system: UTC = local time + bias, biases in minutes.
-struct TimeZoneReading {
-  std::int32_t Result;  ///< -1 invalid, 0 unknown, 1 standard time, 2 daylight time
-  std::int32_t Bias;
-  std::int32_t StandardBias;
-  std::int32_t DaylightBias;
-};
-
-/// Reads the system's zone for LocalTimeOffset. The start of the program puts the system's reader here; until then the
-/// zone is Universal Time.
-extern TimeZoneReading (*ReadTimeZone)();
-
-/// Whether LocalTimeOffset honours daylight saving time. Nothing sets it: the program ignores daylight saving on
-/// purpose, and setting this is all that would turn it on.
-extern Boolean UseDaylightBias;
-
-/// Returns the minutes that are added to UTC to give local time, positive east of Greenwich.
-/// Error: 6 Overflow when a sum of biases leaves 32 bits.
-std::int32_t LocalTimeOffset();
-
 // --- Angles ----------------------------------------------------------------------------------------------------------
 
 /// Brings an angle in degrees into 0..360. Angles in 0..360, both ends included, come back untouched: 360 stays 360.
@@ -106,18 +80,18 @@ double ArcSine(double x);
 // --- The Sun ---------------------------------------------------------------------------------------------------------
 
 /// Julian centuries of the moment to compute for; written by the caller of SunPosition and MoonPosition.
-extern double Centuries;
+inline double Centuries = 0;
 
-extern double SunMeanLongitude;      ///< degrees, 0..360
-extern double SunMeanAnomaly;        ///< degrees, 0..360; lowered by MoonPosition, overwritten by FindPhases
-extern double EarthEccentricity;     ///< eccentricity of the Earth's orbit, no dimension
-extern double SunEquationOfCentre;   ///< degrees
-extern double SunTrueAnomaly;        ///< degrees, not normalised
-extern double SunTrueLongitude;      ///< degrees, not normalised
-extern double SunApparentLongitude;  ///< degrees, not normalised
-extern double Obliquity;             ///< obliquity of the ecliptic, degrees; written again, normalised, by MoonPosition
-extern double SunRightAscension;     ///< an arctangent in radians, plus 0 or 180
-extern double SunDeclination;        ///< radians
+inline double SunMeanLongitude = 0;      ///< degrees, 0..360
+inline double SunMeanAnomaly = 0;        ///< degrees, 0..360; lowered by MoonPosition, overwritten by FindPhases
+inline double EarthEccentricity = 0;     ///< eccentricity of the Earth's orbit, no dimension
+inline double SunEquationOfCentre = 0;   ///< degrees
+inline double SunTrueAnomaly = 0;        ///< degrees, not normalised
+inline double SunTrueLongitude = 0;      ///< degrees, not normalised
+inline double SunApparentLongitude = 0;  ///< degrees, not normalised
+inline double Obliquity = 0;             ///< of the ecliptic, degrees; written again, normalised, by MoonPosition
+inline double SunRightAscension = 0;     ///< an arctangent in radians, plus 0 or 180
+inline double SunDeclination = 0;        ///< radians
 
 /// Computes the Sun's position for Centuries (AFC, ch. 18) into the variables above. To be called before each
 /// MoonPosition.
@@ -127,16 +101,16 @@ void SunPosition(double jd);
 
 // --- The Moon --------------------------------------------------------------------------------------------------------
 
-extern double MoonMeanLongitude;   ///< L', degrees, 0..360
-extern double MoonMeanAnomaly;     ///< M', degrees, 0..360; overwritten by FindPhases
-extern double MoonElongation;      ///< D, degrees, left unreduced on purpose: over 500,000 for dates of our time
-extern double MoonArgLatitude;     ///< F, degrees, left unreduced on purpose
-extern double MoonNodeLongitude;   ///< longitude of the ascending node, degrees, 0..360
-extern double MoonLongitude;       ///< ecliptic longitude, degrees, 0..360
-extern double MoonLatitude;        ///< ecliptic latitude, degrees
-extern double MoonParallax;        ///< equatorial horizontal parallax, degrees, about 0.95
-extern double MoonRightAscension;  ///< an arctangent in radians plus 0 or 180, brought into 0..360
-extern double MoonDeclination;     ///< radians
+inline double MoonMeanLongitude = 0;   ///< L', degrees, 0..360
+inline double MoonMeanAnomaly = 0;     ///< M', degrees, 0..360; overwritten by FindPhases
+inline double MoonElongation = 0;      ///< D, degrees, left unreduced on purpose: over 500,000 for dates of our time
+inline double MoonArgLatitude = 0;     ///< F, degrees, left unreduced on purpose
+inline double MoonNodeLongitude = 0;   ///< longitude of the ascending node, degrees, 0..360
+inline double MoonLongitude = 0;       ///< ecliptic longitude, degrees, 0..360
+inline double MoonLatitude = 0;        ///< ecliptic latitude, degrees
+inline double MoonParallax = 0;        ///< equatorial horizontal parallax, degrees, about 0.95
+inline double MoonRightAscension = 0;  ///< an arctangent in radians plus 0 or 180, brought into 0..360
+inline double MoonDeclination = 0;     ///< radians
 
 /// Computes the Moon's position for Centuries and the SunMeanAnomaly that SunPosition left (AFC, ch. 30) into the
 /// variables above; lowers SunMeanAnomaly by its additive term and writes Obliquity again.
@@ -146,11 +120,11 @@ void MoonPosition(double jd);
 
 // --- Phases ----------------------------------------------------------------------------------------------------------
 
-extern double Illumination;      ///< lit fraction of the Moon's disc, 0 (New) to 1 (Full)
-extern double YearPercent;       ///< per cent of a 365-day year that has passed at the reference day
-extern double NewMoonJD;         ///< Julian day of the New Moon found
-extern double FullMoonJD;        ///< Julian day of the Full Moon found
-extern std::int16_t WaningFlag;  ///< 1 when the New Moon found comes before the Full Moon found, else 0
+inline double Illumination = 0;      ///< lit fraction of the Moon's disc, 0 (New) to 1 (Full)
+inline double YearPercent = 0;       ///< per cent of a 365-day year that has passed at the reference day
+inline double NewMoonJD = 0;         ///< Julian day of the New Moon found
+inline double FullMoonJD = 0;        ///< Julian day of the Full Moon found
+inline std::int16_t WaningFlag = 0;  ///< 1 when the New Moon found comes before the Full Moon found, else 0
 
 /// Finds the lit fraction at the moment of the last SunPosition and MoonPosition, and a New Moon and a Full Moon near a
 /// reference day (AFC, ch. 31 and 32).

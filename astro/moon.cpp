@@ -5,16 +5,14 @@
 
 namespace mMoon {
 
-double MoonMeanLongitude = 0;
-double MoonMeanAnomaly = 0;
-double MoonElongation = 0;
-double MoonArgLatitude = 0;
-double MoonNodeLongitude = 0;
-double MoonLongitude = 0;
-double MoonLatitude = 0;
-double MoonParallax = 0;
-double MoonRightAscension = 0;
-double MoonDeclination = 0;
+using astro::CosDeg;
+using astro::SinDeg;
+using astro::TanDeg;
+using runtime::Add;
+using runtime::Checked;
+using runtime::Cos;
+using runtime::Pow;
+using runtime::Sin;
 
 namespace {
 
@@ -31,9 +29,6 @@ constexpr FundamentalArgument kElongation = {350.737486, 445267.1142, -0.001436,
 constexpr FundamentalArgument kArgLatitude = {11.250889, 483202.0251, -0.003211, -0.0000003};
 constexpr FundamentalArgument kNodeLongitude = {259.183275, -1934.142, 0.002078, 0.0000022};
 
-/// 275.05 - 2.3 T, the angle that goes with the node's longitude in F and in the latitude, degrees.
-Checked NodeCompanion(Checked T) { return 275.05 - 2.3 * T; }
-
 void ComputeFundamentalArguments(Checked T) {
   MoonMeanLongitude = kMeanLongitude.At(T);
   MoonMeanAnomaly = kMeanAnomaly.At(T);
@@ -47,7 +42,7 @@ void ComputeFundamentalArguments(Checked T) {
   Add(MoonMeanAnomaly, 0.000817 * sinA);
   Add(MoonElongation, 0.002011 * sinA);
 
-  // The T^2 part of the Venus term is subtracted behind the conversion, in radians, on purpose.
+  // On purpose: the T^2 part of the Venus term is subtracted behind the conversion, in radians.
   const Checked venus = 0.003964 * Sin(DegToRad(346.56 + 132.87 * T) - 0.0091731 * Pow(T, 2));
   Add(MoonMeanLongitude, venus);
   Add(MoonMeanAnomaly, venus);
@@ -60,32 +55,36 @@ void ComputeFundamentalArguments(Checked T) {
   Add(MoonMeanAnomaly, 0.002541 * sinNode);
   Add(MoonElongation, 0.001964 * sinNode);
   Add(MoonArgLatitude, -0.024691 * sinNode);
-  Add(MoonArgLatitude, -0.004328 * SinDeg(node + NodeCompanion(T)));
+  Add(MoonArgLatitude, -0.004328 * SinDeg(node + 275.05 - 2.3 * T));
 
-  // The elongation and the argument of latitude are left unreduced on purpose: the longitude's unconverted row takes
-  // the elongation as it stands.
+  // On purpose: the elongation and the argument of latitude stay unreduced; the longitude's unconverted row takes the
+  // elongation as it stands.
   MoonMeanLongitude = NormalizeAngle(MoonMeanLongitude);
   MoonMeanAnomaly = NormalizeAngle(MoonMeanAnomaly);
   MoonNodeLongitude = NormalizeAngle(MoonNodeLongitude);
 }
 
-/// Adds a series to its start, group by group: each group is summed by itself, then added.
+/// Sums a series: each group of rows by itself, the first one upon the start, and then the groups.
+///
+/// An argument is summed in the order of the columns, also where the print has another one ("M - M' + 2D"). That can
+/// change its last bit, 1e-10 degree, and the sum by less than 1e-12 degree.
 template <std::size_t Rows, std::size_t Groups>
-Checked AddSeries(double start, const MoonSeries<Rows, Groups>& series, Checked wave(Checked), Checked T) {
+Checked SumSeries(double start, const astro::MoonSeries<Rows, Groups>& series, Checked wave(Checked), Checked T) {
   const Checked E = 1 - 0.002495 * T - 0.00000752 * Pow(T, 2);
   const std::array<Checked, 3> powersOfE = {1, E, Pow(E, 2)};
-  Checked sum = start;
+  Checked sum = 0;
+  Checked group = start;
   std::size_t row = 0;
   for (const std::size_t groupEnd : series.groupEnds) {
-    Checked group = 0;
     for (; row < groupEnd; ++row) {
-      const MoonTerm& term = series.terms.at(row);
+      const astro::MoonTerm& term = series.terms.at(row);
       const Checked argument = term.D * Checked(MoonElongation) + term.M * Checked(SunMeanAnomaly) +
                                term.Mp * Checked(MoonMeanAnomaly) + term.F * Checked(MoonArgLatitude);
       const Checked factor = powersOfE.at(static_cast<std::size_t>(term.E));
       group = group + term.coefficient * factor * wave(term.unconverted ? argument : Checked(DegToRad(argument)));
     }
     sum = sum + group;
+    group = 0;
   }
   return sum;
 }
@@ -96,23 +95,21 @@ void MoonPosition(double /*jd*/) {
   const Checked T = Centuries;
   ComputeFundamentalArguments(T);
 
-  MoonLongitude = AddSeries(MoonMeanLongitude, kLongitudeSeries, Sin, T);
+  MoonLongitude = SumSeries(MoonMeanLongitude, astro::kLongitudeSeries, Sin, T);
   MoonLongitude = NormalizeAngle(MoonLongitude);
 
   const Checked node = MoonNodeLongitude;
-  MoonLatitude = AddSeries(0, kLatitudeSeries, Sin, T) *
-                 (1 - 0.0004664 * CosDeg(node) - 0.0000754 * CosDeg(node + NodeCompanion(T)));
-  MoonParallax = AddSeries(0.950724, kParallaxSeries, Cos, T);
+  MoonLatitude = SumSeries(0, astro::kLatitudeSeries, Sin, T) *
+                 (1 - 0.0004664 * CosDeg(node) - 0.0000754 * CosDeg(node + 275.05 - 2.3 * T));
+  MoonParallax = SumSeries(0.950724, astro::kParallaxSeries, Cos, T);
 
-  Obliquity = MeanObliquity(T);
+  Obliquity = astro::MeanObliquity(T);
   Obliquity = NormalizeAngle(Obliquity);
 
-  // As for the Sun, kept on purpose: the ratio and the sine of the declination go through the degree-to-radian
-  // conversion, radians are not turned back, and the quadrant is taken from the cosine of the number of degrees. Unlike
-  // the Sun's, the conversion takes the whole ratio and the right ascension is normalised.
+  // On purpose as for the Sun, but here the conversion takes the whole ratio and the right ascension is normalised.
   const Checked ratio =
       (SinDeg(MoonLongitude) * CosDeg(Obliquity) - TanDeg(MoonLatitude) * SinDeg(Obliquity)) / CosDeg(MoonLongitude);
-  const Checked arctangent = Atn(DegToRad(ratio));
+  const Checked arctangent = runtime::Atn(DegToRad(ratio));
   MoonRightAscension = NormalizeAngle(Cos(MoonLongitude) < 0 ? arctangent + 180 : arctangent);
   const Checked sine =
       SinDeg(Obliquity) * CosDeg(MoonLatitude) * SinDeg(MoonLongitude) + CosDeg(Obliquity) * SinDeg(MoonLatitude);

@@ -7,7 +7,7 @@
 // The three periodic series of the Moon, as printed in Meeus, Astronomical Formulae for Calculators, ch. 30, and in the
 // printed order: the rows are summed in this order and in these groups. Rows that depart from the print are marked.
 
-namespace mMoon {
+namespace astro {
 
 /// One periodic term: coefficient * factor * wave(D*D + M*M + Mp*M' + F*F).
 struct MoonTerm {
@@ -60,7 +60,7 @@ inline constexpr MoonSeries<50, 6> kLongitudeSeries = {
     {+0.005,        1,  1,  0,  0,  1},
     {+0.004049,     2, -1,  1,  0,  1},
     {+0.003996,     2,  0,  2,  0,  0},
-    {+0.003862,     4,  0,  0,  0,  0, true},  // 4D is not converted to radians: kept on purpose
+    {+0.003862,     4,  0,  0,  0,  0, true},  // on purpose: 4D is not converted to radians
     {+0.003665,     2,  0, -3,  0,  0},
     {+0.002695,     0, -1,  2,  0,  1},
     {+0.002602,    -2,  0,  1, -2,  0},
@@ -77,7 +77,7 @@ inline constexpr MoonSeries<50, 6> kLongitudeSeries = {
     {-0.00111,      0,  0,  2,  2,  0},
     {+0.000892,    -3,  0,  1,  0,  0},
 
-    {-0.000811,     0,  3,  1,  0,  1},  // printed as 2D + M + M': kept on purpose
+    {-0.000811,     0,  3,  1,  0,  1},  // on purpose; printed as 2D + M + M'
     {+0.000761,     4, -1, -2,  0,  1},
     {+0.000717,     0, -2,  1,  0,  2},
     {+0.000704,    -2, -2,  1,  0,  2},
@@ -185,7 +185,7 @@ inline constexpr MoonSeries<30, 4> kParallaxSeries = {
     {-0.00003,      1,  0,  1,  0,  0},
     {-0.000029,    -2,  0,  0,  2,  0},
     {-0.000029,     0,  1,  2,  0,  1},
-    {+0.000026,     2,  0, -2,  0,  2},  // printed as 2D - 2M: kept on purpose
+    {+0.000026,     2,  0, -2,  0,  2},  // on purpose; printed as 2D - 2M
     {-0.000023,    -2,  0,  1,  2,  0},
     {+0.000019,     4, -1, -1,  0,  1},
         // clang-format on
@@ -197,4 +197,4 @@ static_assert(kLongitudeSeries.terms.back().coefficient != 0 && kLongitudeSeries
 static_assert(kLatitudeSeries.terms.back().coefficient != 0 && kLatitudeSeries.groupEnds.back() == 45);
 static_assert(kParallaxSeries.terms.back().coefficient != 0 && kParallaxSeries.groupEnds.back() == 30);
 
-}  // namespace mMoon
+}  // namespace astro

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "astro/checked.h"
+#include "runtime/checked.h"
 
-namespace mMoon {
+namespace astro {
 
 /// Returns the mean obliquity of the ecliptic for T Julian centuries since 1900 (AFC, ch. 18), in degrees, not
 /// normalised.
-inline Checked MeanObliquity(Checked T) {
+inline runtime::Checked MeanObliquity(runtime::Checked T) {
   return 23.452294 - 0.0130125 * T - 0.00000164 * Pow(T, 2) + 0.000000503 * Pow(T, 3);
 }
 
-}  // namespace mMoon
+}  // namespace astro

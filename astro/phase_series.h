@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdint>
 
-namespace mMoon {
+namespace astro {
 
 /// One periodic correction of a phase instant: (coefficient + perT * T) * sin(M*M + Mp*M' + F*F).
 struct PhaseTerm {
@@ -28,7 +28,7 @@ inline constexpr std::array<PhaseTerm, 13> kPhaseSeries = {{
     {-0.0051,  0,          1,  1,  0},
     {-0.0074,  0,          1, -1,  0},
     {+0.0004,  0,          1,  0,  2},
-    {-0.0004,  0,          0, -1,  2},  // printed with M for M': kept on purpose, so that it shares row 12's argument
+    {-0.0004,  0,          0, -1,  2},  // printed with M for M': on purpose, it shares row 12's argument
     {-0.0006,  0,          0,  1,  2},
     {+0.0010,  0,          0, -1,  2},
     {+0.0005,  0,          1,  2,  0},
@@ -36,4 +36,4 @@ inline constexpr std::array<PhaseTerm, 13> kPhaseSeries = {{
 }};
 static_assert(kPhaseSeries.back().coefficient != 0);
 
-}  // namespace mMoon
+}  // namespace astro

@@ -4,15 +4,15 @@
 
 namespace mMoon {
 
-double Illumination = 0;
-double YearPercent = 0;
-double NewMoonJD = 0;
-double FullMoonJD = 0;
-std::int16_t WaningFlag = 0;
+using astro::CosDeg;
+using astro::SinDeg;
+using runtime::Checked;
+using runtime::Int;
+using runtime::Pow;
 
 namespace {
 
-/// The lit fraction from the moment's elongation and anomalies (AFC, ch. 31). The last coefficient, 0.112, is intended.
+/// The lit fraction from the moment's elongation and anomalies (AFC, ch. 31). On purpose the last coefficient is 0.112.
 Checked LitFraction() {
   const Checked D = MoonElongation;
   const Checked M = SunMeanAnomaly;
@@ -29,8 +29,8 @@ Checked NearestLunation(std::int16_t year) {
   return k - Int(k) > 0.5 ? Int(k) + 1 : Int(k);
 }
 
-/// The sign with which the T^2 term of the Sun's mean anomaly enters. Minus is the published one; the New Moon that is
-/// moved on is evaluated with plus, and this difference is kept on purpose.
+/// The sign with which the T^2 term of the Sun's mean anomaly enters: minus as published; plus, on purpose, for the New
+/// Moon that is moved on.
 enum class SunTermSign { Minus, Plus };
 
 /// The Julian day of lunation phase k: whole for a New Moon, whole + 0.5 for a Full Moon (AFC, ch. 32). Leaves the
@@ -48,7 +48,7 @@ Checked PhaseInstant(Checked k, SunTermSign sign = SunTermSign::Minus) {
   const Checked F = NormalizeAngle(21.2964 + 390.67050646 * k - 0.0016528 * T2 - 0.00000239 * T3);
 
   Checked correction = 0;
-  for (const PhaseTerm& term : kPhaseSeries) {
+  for (const astro::PhaseTerm& term : astro::kPhaseSeries) {
     const Checked argument = term.M * Checked(SunMeanAnomaly) + term.Mp * Checked(MoonMeanAnomaly) + term.F * F;
     correction = correction + (term.coefficient + term.perT * T) * SinDeg(argument);
   }
@@ -61,18 +61,19 @@ void FindPhases(std::int16_t year, double jd, double jdJan1) {
   // First, since the evaluations below overwrite the anomalies of the moment.
   Illumination = LitFraction();
 
-  // A year of 365 days on purpose, in leap years too.
+  // On purpose a year of 365 days, in leap years too.
   YearPercent = (Checked(jd) - jdJan1) / 365 * 100;
   const Checked kNew = NearestLunation(year);
 
-  // Each evaluation leaves its lunation's anomalies behind; the last one's stay.
+  // Each evaluation leaves its lunation's anomalies behind; the last one's stay. A first evaluation of kNew for its
+  // anomalies alone is left out: the next line leaves the same ones, and nothing reads them in between.
   NewMoonJD = PhaseInstant(kNew);
   FullMoonJD = PhaseInstant(kNew + 0.5);
   if (NewMoonJD < jd) {
     NewMoonJD = PhaseInstant(kNew + 1, SunTermSign::Plus);
   }
   if (FullMoonJD < jd) {
-    // A Full Moon in the past is deliberately not moved on: the caller asks again from a later day. Evaluating the same
+    // On purpose a Full Moon in the past is not moved on: the caller asks again from a later day. Evaluating the same
     // lunation again leaves its anomalies, and not the next New Moon's, as the last ones.
     FullMoonJD = PhaseInstant(kNew + 0.5);
   }

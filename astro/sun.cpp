@@ -4,17 +4,10 @@
 
 namespace mMoon {
 
-double Centuries = 0;
-double SunMeanLongitude = 0;
-double SunMeanAnomaly = 0;
-double EarthEccentricity = 0;
-double SunEquationOfCentre = 0;
-double SunTrueAnomaly = 0;
-double SunTrueLongitude = 0;
-double SunApparentLongitude = 0;
-double Obliquity = 0;
-double SunRightAscension = 0;
-double SunDeclination = 0;
+using astro::CosDeg;
+using astro::SinDeg;
+using runtime::Checked;
+using runtime::Pow;
 
 void SunPosition(double /*jd*/) {
   const Checked T = Centuries;
@@ -33,14 +26,13 @@ void SunPosition(double /*jd*/) {
   SunTrueLongitude = Checked(SunMeanLongitude) + SunEquationOfCentre;
   const Checked nodeLongitude = 259.18 - 1934.142 * T;
   SunApparentLongitude = Checked(SunTrueLongitude) - 0.00569 - 0.00479 * SinDeg(nodeLongitude);
-  Obliquity = MeanObliquity(T);
+  Obliquity = astro::MeanObliquity(T);
 
-  // Three departures of the right ascension and the declination, kept on purpose: a sine goes through the
-  // degree-to-radian conversion once more, the radians of the arctangent are not turned back into degrees, and the
-  // quadrant is taken from the cosine of the number of degrees as if it were radians.
+  // On purpose: a sine goes through the degree-to-radian conversion once more, the radians of the arctangent are not
+  // turned back, and the quadrant is taken from the cosine of the number of degrees.
   const Checked numerator = DegToRad(SinDeg(SunTrueLongitude) * CosDeg(Obliquity));
-  const Checked arctangent = Atn(numerator / CosDeg(SunTrueLongitude));
-  SunRightAscension = Cos(SunTrueLongitude) < 0 ? arctangent + 180 : arctangent;
+  const Checked arctangent = runtime::Atn(numerator / CosDeg(SunTrueLongitude));
+  SunRightAscension = runtime::Cos(SunTrueLongitude) < 0 ? arctangent + 180 : arctangent;
   SunDeclination = ArcSine(SinDeg(SunTrueLongitude) * DegToRad(SinDeg(Obliquity)));
 }
 

@@ -8,15 +8,13 @@ configure_file(${PROJECT_SOURCE_DIR}/resources/Tidewell.manifest ${PROJECT_BINAR
 set(icon_folder ${PROJECT_BINARY_DIR}/generated/icons)
 set(icons ${icon_folder}/window.ico)
 set(phase_icons_rc "")
-foreach(index RANGE 27)
-  math(EXPR id "100 + ${index}")  # 100: IDI_PHASE0 in resources/resource_ids.h
-  string(LENGTH ${index} digits)
-  set(number ${index})
-  if(digits EQUAL 1)
-    set(number 0${index})
-  endif()
+file(STRINGS ${PROJECT_SOURCE_DIR}/resources/resource_ids.h pictures REGEX "PHASE_PICTURES")
+string(REGEX MATCH "[0-9]+" pictures "${pictures}")
+math(EXPR last_picture "${pictures} - 1")
+foreach(index RANGE ${last_picture})
+  string(REGEX REPLACE "^(.)$" "0\\1" number ${index})
   list(APPEND icons ${icon_folder}/phase${number}.ico)
-  string(APPEND phase_icons_rc "${id} ICON \"phase${number}.ico\"\n")
+  string(APPEND phase_icons_rc "IDI_PHASE0 + ${index} ICON \"phase${number}.ico\"\n")
 endforeach()
 file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/generated/phase_icons.rc CONTENT "${phase_icons_rc}")
 set(icon_sources
@@ -32,19 +30,20 @@ add_custom_command(
 )
 
 add_library(tidewell_shell STATIC
-  forms/clock_win.cpp
-  forms/code_page_win.cpp
   forms/controls_win.cpp
-  forms/locale_names_win.cpp
+  forms/drawing_list_win.cpp
   forms/place_win.cpp
-  forms/program_folder_win.cpp
-  forms/random_file_win.cpp
-  forms/replay_win.cpp
-  forms/run_time_end_win.cpp
   forms/window_win.cpp
   report/frmMoon.cpp
   report/settings_file_win.cpp
+  runtime/clock_win.cpp
+  runtime/code_page_win.cpp
+  runtime/locale_names_win.cpp
+  runtime/program_folder_win.cpp
+  runtime/random_file_win.cpp
+  runtime/run_time_end_win.cpp
   tray/frmAbout.cpp
+  tray/tray_icon.cpp
   tray/tray_icon_win.cpp
 )
 target_link_libraries(tidewell_shell PUBLIC tidewell_core comctl32 gdi32 shell32 user32)
@@ -59,6 +58,6 @@ set_source_files_properties(resources/Tidewell.rc PROPERTIES
   INCLUDE_DIRECTORIES "${PROJECT_SOURCE_DIR};${PROJECT_BINARY_DIR}/generated;${icon_folder}"
 )
 
-add_executable(Tidewell WIN32 start/main.cpp start/terminate.cpp)
+add_executable(Tidewell WIN32 start/main_win.cpp start/terminate_win.cpp)
 target_link_libraries(Tidewell PRIVATE tidewell_shell tidewell_resources)
 target_link_options(Tidewell PRIVATE -municode -s)

@@ -1,7 +1,7 @@
+#include "forms/controls_win.h"
+
 #include <algorithm>
 #include <string_view>
-
-#include "forms/controls.h"
 
 namespace forms {
 
@@ -31,19 +31,24 @@ ControlClass ClassOf(const ControlDescription& description) {
 }  // namespace
 
 TwipsPerPixel ReadTwipsPerPixel() {
-  const ScreenScope screen;
+  const runtime::ScreenScope screen;
   return {.x = kTwipsPerInch / GetDeviceCaps(screen.dc(), LOGPIXELSX),
           .y = kTwipsPerInch / GetDeviceCaps(screen.dc(), LOGPIXELSY)};
 }
 
-unique_font MakeFont(const FontDescription& font) {
+runtime::unique_font MakeFont(const FontDescription& font) {
   LOGFONTW logical{};
   logical.lfHeight = -ToPixels(font.points * kTwipsPerPoint, ReadTwipsPerPixel().y);
   logical.lfWeight = font.bold ? FW_BOLD : FW_NORMAL;
   logical.lfCharSet = DEFAULT_CHARSET;
   const std::wstring_view face = font.face;
   std::copy_n(face.begin(), std::min(face.size(), std::size_t{LF_FACESIZE - 1}), logical.lfFaceName);
-  return unique_font(CreateFontIndirectW(&logical));
+  return runtime::unique_font(CreateFontIndirectW(&logical));
+}
+
+runtime::unique_icon LoadIconResource(int id, int width, int height) {
+  return runtime::unique_icon(static_cast<HICON>(
+      LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, width, height, LR_DEFAULTCOLOR)));
 }
 
 RECT ToPixels(const TwipsPlace& place, const TwipsPerPixel& scale) {
@@ -109,7 +114,7 @@ LRESULT Frame::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void Frame::Paint() noexcept {
-  const PaintScope paint(hwnd());
+  const runtime::PaintScope paint(hwnd());
   RECT edge{};
   GetClientRect(hwnd(), &edge);
   DrawEdge(paint.dc(), &edge, EDGE_ETCHED, BF_RECT);

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "astro/checked.h"
+#include "runtime/checked.h"
 
 namespace forms {
 
@@ -14,7 +14,7 @@ struct TwipsPerPixel {
 /// A length in twips as pixels, rounded to the nearest whole number.
 /// Errors: 6 Overflow beyond 32 bits; 11 Division by zero.
 [[nodiscard]] inline std::int32_t ToPixels(double twips, double twipsPerPixel) {
-  return mMoon::RoundTo<std::int32_t>(mMoon::Checked(twips) / twipsPerPixel);
+  return runtime::RoundTo<std::int32_t>(runtime::Checked(twips) / twipsPerPixel);
 }
 
 /// A place and a size in twips, relative to what the control lies in.

@@ -1,9 +1,11 @@
-#include "forms/place.h"
+#include "forms/place_win.h"
+
+#include "forms/controls_win.h"
 
 namespace forms {
 
-RECT CentredPlace(SIZE client, DWORD style, DWORD exStyle) {
-  RECT outer = {.left = 0, .top = 0, .right = client.cx, .bottom = client.cy};
+RECT CentredPlace(int clientWidth, int clientHeight, DWORD style, DWORD exStyle) {
+  RECT outer = ToPixels({0, 0, clientWidth, clientHeight}, ReadTwipsPerPixel());
   AdjustWindowRectEx(&outer, style, FALSE, exStyle);
   RECT work{};
   SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);

@@ -2,15 +2,19 @@
 
 #include <string_view>
 
-#include "forms/clock.h"
-#include "forms/place.h"
-#include "forms/replay.h"
+#include "forms/drawing_list_win.h"
+#include "forms/place_win.h"
 #include "report/frmMoon_layout.h"
+#include "report/local_time_offset.h"
+#include "report/moon_report.h"
 #include "report/settings.h"
-#include "report/settings_file.h"
 #include "resources/resource_ids.h"
+#include "runtime/run_time_end.h"
+#include "tray/icon_number.h"
 
-namespace mMoon {
+namespace tidewell {
+
+using mMoon::Settings;
 
 namespace layout = frmMoonLayout;
 
@@ -22,10 +26,8 @@ constexpr DWORD kExStyle = WS_EX_CONTROLPARENT;
 constexpr UINT_PTR kTimer1 = 1;
 constexpr UINT_PTR kTimer2 = 2;
 
-forms::unique_icon LoadWindowIcon(int widthMetric, int heightMetric) {
-  return forms::unique_icon(
-      static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_WINDOW), IMAGE_ICON,
-                                    GetSystemMetrics(widthMetric), GetSystemMetrics(heightMetric), LR_DEFAULTCOLOR)));
+runtime::unique_icon LoadWindowIcon(int widthMetric, int heightMetric) {
+  return forms::LoadIconResource(IDI_WINDOW, GetSystemMetrics(widthMetric), GetSystemMetrics(heightMetric));
 }
 
 /// Whether a notice of the system says that the clock or the zone was set, the computer has resumed from sleep, or the
@@ -60,20 +62,19 @@ frmMoon::Controls::Controls(HWND form)
 frmMoon::frmMoon()
     : icon_(LoadWindowIcon(SM_CXICON, SM_CYICON)),
       smallIcon_(LoadWindowIcon(SM_CXSMICON, SM_CYSMICON)),
-      frmAbout_(*this) {}
+      about_(*this) {}
 
 void frmMoon::Load() {
-  const RECT client = forms::ToPixels({0, 0, layout::kClientWidth, layout::kClientHeight}, forms::ReadTwipsPerPixel());
   Create({.caption = layout::kCaption,
           .style = kStyle,
           .exStyle = kExStyle,
-          .place = forms::CentredPlace({client.right, client.bottom}, kStyle, kExStyle),
+          .place = forms::CentredPlace(layout::kClientWidth, layout::kClientHeight, kStyle, kExStyle),
           .icon = icon_.get()});
   SendMessageW(hwnd(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon_.get()));
   controls_.emplace(hwnd());
   Form_Load();
-  Timer1_.emplace(hwnd(), kTimer1, layout::kTimerInterval);
-  Timer2_.emplace(hwnd(), kTimer2, layout::kTimerInterval);
+  Timer1.emplace(hwnd(), kTimer1, layout::kTimerInterval);
+  Timer2.emplace(hwnd(), kTimer2, layout::kTimerInterval);
 }
 
 forms::DrawingList& frmMoon::Drawing() {
@@ -82,6 +83,8 @@ forms::DrawingList& frmMoon::Drawing() {
 }
 
 void frmMoon::SetLabel1Caption(const std::wstring& caption) { controls_->Label1.SetCaption(caption); }
+
+bool frmMoon::SouthernView() const { return StateFromOption(Settings.SouthernView) == 1; }
 
 void frmMoon::SetMoonLine(std::size_t index, const std::wstring& text) {
   controls_->lblMoon.at(index).SetCaption(text);
@@ -119,7 +122,7 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_ENDSESSION:
       if (wParam != FALSE) {
-        frmAbout_.EndProgram();  // the end of the session is never a mere hiding
+        EndProgram();  // the end of the session is never a mere hiding
       }
       return 0;
     case WM_TIMECHANGE:
@@ -144,46 +147,48 @@ void frmMoon::OnCommand(int id, int notification) {
     return;
   }
   if (id == layout::kCommand1Description.id) {
-    Command1_Click(id - layout::kCommand1);
+    Command1_Click();
   } else if (id >= layout::kCheck1 && id < layout::kCheck1 + static_cast<int>(layout::kCheck1Descriptions.size())) {
     Check1_Click(id - layout::kCheck1);
   }
 }
 
 void frmMoon::Paint() noexcept {
-  const forms::PaintScope paint(hwnd());
+  const runtime::PaintScope paint(hwnd());
   forms::Replay(paint.dc(), drawing_);
 }
 
 void frmMoon::Refresh() {
-  OffsetMinutes = LocalTimeOffset();
-  UpdateMoonReport();
+  mMoon::OffsetMinutes = mMoon::LocalTimeOffset();
+  mMoon::UpdateMoonReport();
   std::int16_t IcoNum = IcoNumFromIconNumber();
-  frmAbout_.UpdateMoonIcon(1, IcoNum);
+  about_.UpdateMoonIcon(1, IcoNum);
 }
 
-void frmMoon::Unload() {
-  bool Cancel = false;
-  Form_Unload(Cancel);
+void frmMoon::EndProgram() {
+  runtime::End();  // first: the shell may send more of the icon's messages while it takes the icon away
+  std::int16_t IcoNum = 0;
+  about_.UpdateMoonIcon(2, IcoNum);
+  settingsFile_.reset();
 }
 
 void frmMoon::Form_Load() {
   forms::MakeTopmost(hwnd());
-  OpenSettingsFile();
-  ReadSettings();
+  settingsFile_.emplace();
+  settingsFile_->Read();
   // Only the southern view is restored. The other two start unticked on every run, whatever is stored: on purpose.
   if (StateFromOption(Settings.SouthernView) == 1) {
     controls_->Check1.at(2).SetState(1);
     Check1_Click(2);  // a changed box is handled as a click, also when the program changed it
   }
-  UpdateMoonReport();
+  mMoon::UpdateMoonReport();
   std::int16_t IcoNum = IcoNumFromIconNumber();
-  frmAbout_.UpdateMoonIcon(0, IcoNum);
+  about_.UpdateMoonIcon(0, IcoNum);
 }
 
 void frmMoon::Timer1_Timer() {
-  const forms::DateValue now = forms::Now();
-  if (forms::SameMinute(now, LastUpdate)) {
+  const runtime::DateValue now = surroundings.Now();
+  if (runtime::SameMinute(now, LastUpdate)) {
     return;
   }
   LastUpdate = now;
@@ -191,8 +196,8 @@ void frmMoon::Timer1_Timer() {
 }
 
 void frmMoon::Check1_Click(int Index) {
-  ReadSettings();  // whatever another writer has changed since is kept
-  const Boolean option = OptionFromState(controls_->Check1.at(static_cast<std::size_t>(Index)).State());
+  settingsFile_->Read();  // whatever another writer has changed since is kept
+  const runtime::Boolean option = OptionFromState(controls_->Check1.at(static_cast<std::size_t>(Index)).State());
   switch (Index) {
     case 0:
       Settings.RestoreInTray = option;
@@ -204,11 +209,11 @@ void frmMoon::Check1_Click(int Index) {
       Settings.SouthernView = option;
       break;
   }
-  WriteSettings();
+  settingsFile_->Write();
   Refresh();
 }
 
-void frmMoon::Command1_Click(int /*Index*/) { Unload(); }
+void frmMoon::Command1_Click() { Unload(); }
 
 void frmMoon::Form_Unload(bool& Cancel) {
   // The box as it stands on the window decides, not the stored option.
@@ -217,7 +222,7 @@ void frmMoon::Form_Unload(bool& Cancel) {
     Hide();
     return;
   }
-  frmAbout_.EndProgram();
+  EndProgram();
 }
 
-}  // namespace mMoon
+}  // namespace tidewell

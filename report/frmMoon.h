@@ -6,15 +6,17 @@
 #include <string>
 #include <vector>
 
-#include "forms/controls.h"
-#include "forms/focus_keeper.h"
-#include "forms/handle.h"
-#include "forms/timer.h"
-#include "forms/window.h"
-#include "report/moon_report.h"
+#include "forms/controls_win.h"
+#include "forms/focus_keeper_win.h"
+#include "forms/timer_win.h"
+#include "forms/window_win.h"
+#include "report/settings_file_win.h"
+#include "report/surroundings.h"
+#include "runtime/date_value.h"
+#include "runtime/handle_win.h"
 #include "tray/frmAbout.h"
 
-namespace mMoon {
+namespace tidewell {
 
 /// The main window: the Moon's picture, the four lines, the options, and the ways to end or hide the program.
 class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public MainForm {
@@ -30,12 +32,16 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
 
   forms::DrawingList& Drawing() override;
   void SetLabel1Caption(const std::wstring& caption) override;
+  [[nodiscard]] bool SouthernView() const override;
   void SetMoonLine(std::size_t index, const std::wstring& text) override;
 
   [[nodiscard]] bool Visible() const override;
   void Show() override;
   void Hide() override;
   [[nodiscard]] HICON Icon() const override;
+
+  /// Removes the tray icon, closes the settings file and ends the program at once.
+  void EndProgram() override;
 
  private:
   friend Window<frmMoon>;
@@ -53,24 +59,24 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
   void OnCommand(int id, int notification);
   void Paint() noexcept;
-  void Unload();
   void Refresh();
 
   void Form_Load();
   void Timer1_Timer();
   void Check1_Click(int Index);
-  void Command1_Click(int Index);
+  void Command1_Click();
   void Form_Unload(bool& Cancel);
 
-  forms::unique_icon icon_;
-  forms::unique_icon smallIcon_;
+  runtime::unique_icon icon_;
+  runtime::unique_icon smallIcon_;
   std::optional<Controls> controls_;
   forms::FocusKeeper focus_;
   forms::DrawingList drawing_;
-  frmAbout frmAbout_;
-  forms::DateValue LastUpdate = 0;  ///< clock reading at the last update made by the timer
-  std::optional<forms::Timer> Timer1_;
-  std::optional<forms::Timer> Timer2_;  ///< has no handler and does nothing
+  std::optional<SettingsFile> settingsFile_;
+  frmAbout about_;
+  runtime::DateValue LastUpdate = 0;  ///< clock reading at the last update made by the timer
+  std::optional<forms::Timer> Timer1;
+  std::optional<forms::Timer> Timer2;  ///< has no handler and does nothing
 };
 
-}  // namespace mMoon
+}  // namespace tidewell

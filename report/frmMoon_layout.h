@@ -3,12 +3,13 @@
 #include <array>
 
 #include "forms/form_description.h"
+#include "version.h"
 
 /// The main window as it is designed. Places and sizes in twips; those of the check boxes are relative to the frame,
 /// which cuts them off.
-namespace mMoon::frmMoonLayout {
+namespace tidewell::frmMoonLayout {
 
-inline constexpr const wchar_t* kCaption = L"Tidewell";
+inline constexpr const wchar_t* kCaption = L"" TIDEWELL_NAME;
 inline constexpr int kClientWidth = 3855;
 inline constexpr int kClientHeight = 5130;
 
@@ -63,4 +64,4 @@ inline constexpr forms::ControlDescription kLabel1Description = {.kind = forms::
 
 inline constexpr unsigned kTimerInterval = 1000;  ///< ms, of both timers
 
-}  // namespace mMoon::frmMoonLayout
+}  // namespace tidewell::frmMoonLayout

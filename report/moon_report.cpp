@@ -1,19 +1,20 @@
 #include "report/moon_report.h"
 
-#include "astro/checked.h"
-#include "astro/number_format.h"
+#include <string>
+
+#include "astro/mMoon.h"
+#include "report/surroundings.h"
+#include "runtime/checked.h"
+#include "runtime/date_value.h"
+#include "runtime/number_format.h"
 #include "tray/tray_icon_data.h"
 
 namespace mMoon {
 
-ReportSurroundings Surroundings;
-double OffsetMinutes = 0;
-double YearStartJD = 0;
-Boolean NextPhasesShown = False;
+using runtime::DateValue;
+using tidewell::surroundings;
 
 namespace {
-
-using forms::DateValue;
 
 /// The local dates of a Full Moon and a New Moon.
 struct PhaseDates {
@@ -26,7 +27,7 @@ double JulianDayOf(std::int16_t year, std::int16_t month, double day) { return C
 /// Runs the astronomy for a base instant. The local clock reading goes in as Universal Time, on purpose: the offset is
 /// applied only on the way out.
 void ComputeFor(DateValue base) {
-  const forms::DateParts at = forms::PartsOf(base);
+  const runtime::DateParts at = runtime::PartsOf(base);
   const double jd = JulianDayOf(at.year, at.month, DayFraction(at.day, at.hour, at.minute));
   Centuries = JulianCenturies(jd);
   SunPosition(jd);
@@ -39,9 +40,11 @@ void ComputeFor(DateValue base) {
 /// A Julian day on the universal-time scale as a local date.
 DateValue LocalDateOf(double jd) {
   JulianToCivil(jd);
-  const DateValue date =
-      forms::DateSerial(RoundTo<std::int16_t>(CalYear), RoundTo<std::int16_t>(CalMonth), RoundTo<std::int16_t>(CalDay));
-  return forms::AddTime(date, CalHour, RoundTo<std::int16_t>(CalMinute + Checked(OffsetMinutes)));
+  const DateValue date = runtime::DateSerial(runtime::Fit<std::int16_t>(CalYear), runtime::Fit<std::int16_t>(CalMonth),
+                                             runtime::Fit<std::int16_t>(CalDay));
+  // The minutes are rounded half to even and overflow beyond 16 bits; they and an hour of 24 carry.
+  const auto minutes = runtime::RoundTo<std::int16_t>(CalMinute + runtime::Checked(OffsetMinutes));
+  return runtime::AddTime(date, CalHour, minutes);
 }
 
 PhaseDates FoundPhaseDates() {
@@ -54,55 +57,62 @@ PhaseDates PhaseDatesFor(DateValue base) {
   return FoundPhaseDates();
 }
 
+/// A line to be written: its prefix and the phase that it tells of.
+struct PhaseLine {
+  const wchar_t* prefix;
+  DateValue date;
+};
+
 /// Writes two lines in the order of time: the earlier phase into the upper label, the later one into the label below.
-void WritePair(const PhaseDates& dates, std::size_t upper, const std::wstring& which,
-               const forms::LocaleNames& locale) {
-  const auto write = [&](std::size_t index, const wchar_t* phase, DateValue date) {
-    Surroundings.frmMoon->SetMoonLine(
-        index, which + phase + L" Moon : " + forms::DateText(date, locale) + L" " + forms::TimeText(date, locale));
+void WritePair(std::size_t upper, const PhaseLine& full, const PhaseLine& newMoon, const runtime::LocaleNames& locale) {
+  const auto write = [&](std::size_t index, const PhaseLine& line) {
+    surroundings.Form().SetMoonLine(
+        index, line.prefix + runtime::DateText(line.date, locale) + L" " + runtime::TimeText(line.date, locale));
   };
   const std::size_t lower = upper + 1;
-  if (dates.Full < dates.New) {
-    write(upper, L"Full", dates.Full);
-    write(lower, L"New", dates.New);
+  if (full.date < newMoon.date) {
+    write(upper, full);
+    write(lower, newMoon);
   } else {
-    write(lower, L"Full", dates.Full);
-    write(upper, L"New", dates.New);
+    write(lower, full);
+    write(upper, newMoon);
   }
 }
 
 /// The days are taken from the text rounded to three decimals, on purpose: 5.9996 days count as 6.
 std::wstring TipText(double Age) {
-  const std::int16_t days = LeadingInteger(FormatNumber(Age, L"00.000"));
-  return L"Moon's Age - " + forms::WholeText(days) + L" Days " + forms::HoursText(Age);
+  const std::int16_t days = runtime::LeadingInteger(runtime::FormatNumber(Age, L"00.000"));
+  return L"Moon's Age - " + runtime::WholeText(days) + L" Days " + runtime::HoursText(Age);
 }
 
 }  // namespace
 
 void UpdateMoonReport() {
-  const forms::LocaleNames locale = Surroundings.ReadLocale();
-  DecimalSeparator = locale.decimalSeparator;
+  const runtime::LocaleNames locale = surroundings.ReadLocale();
+  runtime::DecimalSeparator = locale.decimalSeparator;
 
-  NextPhasesShown = False;
-  ComputeFor(Surroundings.Now());
-  DrawMoonPhase(*Surroundings.frmMoon, Illumination, WaningFlag);
-  PhaseDates next = FoundPhaseDates();
-  WritePair(next, 2, L"Next ", locale);
-  NextPhasesShown = True;
+  NextPhasesShown = runtime::False;
+  ComputeFor(surroundings.Now());
+  DrawMoonPhase(surroundings.Form(), Illumination, WaningFlag);
+  auto [NextFull, NextNew] = FoundPhaseDates();
+  WritePair(2, {L"Next Full Moon : ", NextFull}, {L"Next New Moon : ", NextNew}, locale);
+  NextPhasesShown = runtime::True;
 
-  const DateValue now = Surroundings.Now();
-  if (next.New <= now || next.Full <= now) {
+  const DateValue now = surroundings.Now();
+  if (NextNew <= now || NextFull <= now) {
     // A phase that has already passed: the phases are looked for again from five days later. The texts of these
-    // corrected lines say "New" where the others say "Next".
-    next = PhaseDatesFor(now + 5);
-    WritePair(next, 2, L"New ", locale);
+    // corrected lines say "New" where the others say "Next", on purpose.
+    const PhaseDates corrected = PhaseDatesFor(now + 5);
+    NextFull = corrected.Full;
+    NextNew = corrected.New;
+    WritePair(2, {L"New Full Moon : ", NextFull}, {L"New New Moon : ", NextNew}, locale);
   }
 
-  const DateValue nearer = next.Full < next.New ? next.Full : next.New;
-  const PhaseDates last = PhaseDatesFor(nearer - 30.0);
-  WritePair(last, 0, L"Last ", locale);
+  const DateValue nearer = NextFull < NextNew ? NextFull : NextNew;
+  const auto [LastFull, LastNew] = PhaseDatesFor(nearer - 30.0);
+  WritePair(0, {L"Last Full Moon : ", LastFull}, {L"Last New Moon : ", LastNew}, locale);
 
-  const double Age = Surroundings.Now() - last.New;
+  const double Age = surroundings.Now() - LastNew;
   TrayIconData.SetTip(TipText(Age));
 }
 

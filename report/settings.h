@@ -4,13 +4,10 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "astro/mMoon.h"
+#include "runtime/boolean.h"
+#include "runtime/code_page.h"
 
-namespace forms {
-struct CodePage;
-}
-
-namespace mMoon {
+namespace tidewell {
 
 /// A text of fixed length.
 template <std::size_t Length>
@@ -32,29 +29,35 @@ struct SettingsRecord {
   std::int16_t Reserved11 = 0;
   std::uint32_t Reserved12 = 0;
   std::array<std::int16_t, 8> Reserved13To20{};
-  Boolean RestoreInTray = False;  ///< the main window hides instead of ending when it is closed
-  Boolean AutoStart = False;      ///< stored only: no part of the program acts on it
-  Boolean SouthernView = False;   ///< the picture and the icon are mirrored
+  runtime::Boolean RestoreInTray = runtime::False;  ///< the main window hides instead of ending when it is closed
+  runtime::Boolean AutoStart = runtime::False;      ///< stored only: no part of the program acts on it
+  runtime::Boolean SouthernView = runtime::False;   ///< the picture and the icon are mirrored
   std::int16_t Reserved24 = 0;
 
   bool operator==(const SettingsRecord&) const = default;
 };
-
-/// The record as last read from or written to the settings file.
-extern SettingsRecord Settings;
 
 /// The record's bytes in the file: its fields one after the other, without padding, little-endian, texts in single
 /// bytes of the system code page.
 inline constexpr std::size_t kSettingsRecordSize = 274;
 using SettingsBytes = std::array<std::byte, kSettingsRecordSize>;
 
-[[nodiscard]] SettingsBytes Pack(const SettingsRecord& record, const forms::CodePage& codePage);
-[[nodiscard]] SettingsRecord Unpack(const SettingsBytes& bytes, const forms::CodePage& codePage);
+[[nodiscard]] SettingsBytes Pack(const SettingsRecord& record, const runtime::CodePage& codePage);
+[[nodiscard]] SettingsRecord Unpack(const SettingsBytes& bytes, const runtime::CodePage& codePage);
 
 /// Turns the state of a check box into a stored option: true for exactly 1 (checked).
-[[nodiscard]] constexpr Boolean OptionFromState(int state) { return state == 1 ? True : False; }
+[[nodiscard]] constexpr runtime::Boolean OptionFromState(int state) {
+  return state == 1 ? runtime::True : runtime::False;
+}
 
 /// Turns a stored option into the state of a check box: 1 (checked) for exactly -1.
-[[nodiscard]] constexpr int StateFromOption(Boolean option) { return option == True ? 1 : 0; }
+[[nodiscard]] constexpr int StateFromOption(runtime::Boolean option) { return option == runtime::True ? 1 : 0; }
+
+}  // namespace tidewell
+
+namespace mMoon {
+
+/// The record as last read from or written to the settings file.
+inline tidewell::SettingsRecord Settings;
 
 }  // namespace mMoon

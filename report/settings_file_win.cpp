@@ -1,13 +1,9 @@
-#include <optional>
+#include "report/settings_file_win.h"
 
-#include "astro/runtime_error.h"
-#include "forms/code_page.h"
-#include "forms/program_folder.h"
-#include "forms/random_file.h"
 #include "report/settings.h"
-#include "report/settings_file.h"
+#include "runtime/program_folder.h"
 
-namespace mMoon {
+namespace tidewell {
 
 namespace {
 
@@ -16,32 +12,16 @@ constexpr std::uint32_t kRecordLength = 512;
 /// The only record of the file that this program uses.
 constexpr std::uint32_t kRecord = 17;
 
-std::optional<forms::RandomFile> settingsFile;
-
-const forms::RandomFile& OpenFile() {
-  if (!settingsFile) {
-    throw RuntimeError(ErrorNumber::BadFileNameOrNumber);
-  }
-  return *settingsFile;
-}
-
 }  // namespace
 
-void OpenSettingsFile() {
-  if (settingsFile) {
-    throw RuntimeError(ErrorNumber::FileAlreadyOpen);
-  }
-  settingsFile.emplace(forms::ProgramFolder() + L"\\vesk.dat", kRecordLength);
-}
+SettingsFile::SettingsFile() : file_(runtime::ProgramFolder() + L"\\vesk.dat", kRecordLength) {}
 
-void ReadSettings() {
+void SettingsFile::Read() const {
   SettingsBytes bytes{};
-  OpenFile().Read(kRecord, bytes);
-  Settings = Unpack(bytes, forms::SystemCodePage());
+  file_.Read(kRecord, bytes);
+  mMoon::Settings = Unpack(bytes, runtime::SystemCodePage());
 }
 
-void WriteSettings() { OpenFile().Write(kRecord, Pack(Settings, forms::SystemCodePage())); }
+void SettingsFile::Write() const { file_.Write(kRecord, Pack(mMoon::Settings, runtime::SystemCodePage())); }
 
-void CloseSettingsFile() noexcept { settingsFile.reset(); }
-
-}  // namespace mMoon
+}  // namespace tidewell

@@ -37,7 +37,7 @@ wine_prefix() {
           /v Arial /d 'Liberation Sans' /f &&
         # Without a window manager Wine waits 2 s whenever a window that it takes
         # for managed is hidden: not so for the tests and for the tray's own.
-        unmanaged shell_tests.exe && unmanaged explorer.exe &&
+        unmanaged window_tests.exe && unmanaged explorer.exe &&
         { wineserver -k || true; } # fails where the server has ended by itself
     } >"$WINEPREFIX.log" 2>&1 </dev/null 9>&- || {
       echo "making the Wine prefix failed, see build/wine-prefix.log" >&2

@@ -4,15 +4,16 @@
 #include <shellapi.h>
 #include <windowsx.h>
 
-#include "astro/runtime_error.h"
-#include "forms/place.h"
-#include "forms/run_time_end.h"
-#include "report/settings_file.h"
+#include "forms/place_win.h"
 #include "resources/resource_ids.h"
-#include "tray/tray_icon.h"
+#include "runtime/run_time_end.h"
+#include "runtime/runtime_error.h"
 #include "tray/tray_icon_data.h"
 
-namespace mMoon {
+namespace tidewell {
+
+using mMoon::MouseMsg;
+using mMoon::TrayIconData;
 
 namespace layout = frmAboutLayout;
 
@@ -28,10 +29,7 @@ std::uint32_t HandleBits(const void* handle) {
   return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(handle));
 }
 
-forms::unique_icon LoadPicture(int index) {
-  return forms::unique_icon(static_cast<HICON>(LoadImageW(
-      GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_PHASE0 + index), IMAGE_ICON, 16, 16, LR_DEFAULTCOLOR)));
-}
+static_assert(kLeftButtonUp == WM_LBUTTONUP && kRightButtonUp == WM_RBUTTONUP);
 
 }  // namespace
 
@@ -50,26 +48,30 @@ void frmAbout::Load() {
   }
   twipsPerPixel_ = forms::ReadTwipsPerPixel();
   taskbarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");  // broadcast by the shell whenever it makes its task bar
-  const RECT client = forms::ToPixels({0, 0, layout::kClientWidth, layout::kClientHeight}, twipsPerPixel_);
   Create({.caption = layout::kCaption,
           .style = kStyle,
           .exStyle = kExStyle,
-          .place = forms::CentredPlace({client.right, client.bottom}, kStyle, kExStyle)});
+          .place = forms::CentredPlace(layout::kClientWidth, layout::kClientHeight, kStyle, kExStyle)});
   // To a copy with higher rights than the shell's the broadcast would not get through.
   ChangeWindowMessageFilterEx(hwnd(), taskbarCreated_, MSGFLT_ALLOW, nullptr);
   controls_.emplace(hwnd());
   for (int index = 0; index < layout::kPicMoonCount; ++index) {
     const auto at = static_cast<std::size_t>(index);
-    pictures_.at(at) = LoadPicture(index);
+    pictures_.at(at) = forms::LoadIconResource(IDI_PHASE0 + index, 16, 16);
     controls_->picMoon.at(at).SetPicture(pictures_.at(at).get());
   }
-  mFile_.reset(CreatePopupMenu());
-  AppendMenuW(mFile_.get(), MF_STRING, mnuAbout, layout::kMnuAboutCaption);
-  AppendMenuW(mFile_.get(), MF_STRING, mnuShow, layout::kMnuShowCaption);
-  AppendMenuW(mFile_.get(), MF_STRING, mnuExit, layout::kMnuExitCaption);
+  mFile.reset(CreatePopupMenu());
+  AppendMenuW(mFile.get(), MF_STRING, mnuAbout, layout::kMnuAboutCaption);
+  AppendMenuW(mFile.get(), MF_STRING, mnuShow, layout::kMnuShowCaption);
+  AppendMenuW(mFile.get(), MF_STRING, mnuExit, layout::kMnuExitCaption);
 }
 
 void frmAbout::UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum) {
+  const auto command = static_cast<TrayCommand>(Value);
+  // A handler that was interrupted by the end must not bring the icon back, and an icon that never was needs no window.
+  if (command == TrayCommand::Delete ? !trayIcon_.Wanted() : runtime::Ending()) {
+    return;
+  }
   Load();
   TrayIconData.cbSize = kTrayIconRecordSize;
   TrayIconData.hWnd = HandleBits(hwnd());
@@ -80,39 +82,15 @@ void frmAbout::UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum) {
     IcoNum = 0;
   }
   if (IcoNum < 0) {
-    throw RuntimeError(ErrorNumber::ControlArrayElementDoesNotExist);
+    throw runtime::RuntimeError(runtime::ErrorNumber::ControlArrayElementDoesNotExist);
   }
   TrayIconData.hIcon = HandleBits(pictures_.at(static_cast<std::size_t>(IcoNum)).get());
-
-  const auto command = static_cast<TrayCommand>(Value);
-  if (forms::Ending() && command != TrayCommand::Delete) {
-    return;  // a handler that was interrupted by the end must not bring the icon back
-  }
-  if (command != TrayCommand::Modify) {
-    iconWanted_ = command == TrayCommand::Add;
-  }
-  if (!NotifyShell(command) && command == TrayCommand::Modify && iconWanted_ && !forms::Ending()) {
-    NotifyShell(TrayCommand::Add);
-  }
-}
-
-void frmAbout::TaskbarCreated() {
-  // It also comes while the icon is still there: adding a living icon fails, so it is changed first.
-  if (iconWanted_ && !NotifyShell(TrayCommand::Modify) && !forms::Ending()) {
-    NotifyShell(TrayCommand::Add);
-  }
-}
-
-void frmAbout::EndProgram() {
-  forms::End();  // first: the shell may send more of the icon's messages while it takes the icon away
-  std::int16_t IcoNum = 0;
-  UpdateMoonIcon(static_cast<std::int32_t>(TrayCommand::Delete), IcoNum);
-  CloseSettingsFile();
+  trayIcon_.Carry(command);
 }
 
 LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == taskbarCreated_ && taskbarCreated_ != 0) {
-    TaskbarCreated();
+    trayIcon_.Restore();
     return 0;
   }
   switch (message) {
@@ -140,11 +118,6 @@ void frmAbout::OnCommand(int id) {
   if (id == layout::kCmdOK || id == IDCANCEL) {  // IDCANCEL: Escape
     cmdOK_Click();
   }
-}
-
-void frmAbout::Unload() {
-  bool Cancel = false;
-  Form_Unload(Cancel);
 }
 
 void frmAbout::cmdOK_Click() { Unload(); }
@@ -181,11 +154,11 @@ void frmAbout::PopupMenu() {
   SetForegroundWindow(hwnd());
   // The left button alone chooses: a second click of the right one, with the menu opened under it, must not hit "Exit".
   const BOOL entry =
-      TrackPopupMenu(mFile_.get(), TPM_RETURNCMD | TPM_NONOTIFY, pointer.x, pointer.y, 0, hwnd(), nullptr);
+      TrackPopupMenu(mFile.get(), TPM_RETURNCMD | TPM_NONOTIFY, pointer.x, pointer.y, 0, hwnd(), nullptr);
   // And without a message behind it the next click on the icon could close the next menu at once.
   PostMessageW(hwnd(), WM_NULL, 0, 0);
   menuOpen_ = false;
-  if (forms::Ending()) {
+  if (runtime::Ending()) {
     return;
   }
   switch (entry) {
@@ -207,6 +180,6 @@ void frmAbout::mnuAbout_Click() { forms::ShowInForeground(hwnd()); }
 
 void frmAbout::mnuShow_Click() { mainForm_.Show(); }
 
-void frmAbout::mnuExit_Click() { EndProgram(); }
+void frmAbout::mnuExit_Click() { mainForm_.EndProgram(); }
 
-}  // namespace mMoon
+}  // namespace tidewell

@@ -7,14 +7,15 @@
 #include <optional>
 #include <vector>
 
-#include "forms/controls.h"
-#include "forms/focus_keeper.h"
-#include "forms/handle.h"
-#include "forms/window.h"
+#include "forms/controls_win.h"
+#include "forms/focus_keeper_win.h"
+#include "forms/window_win.h"
+#include "runtime/handle_win.h"
 #include "tray/frmAbout_layout.h"
+#include "tray/tray_icon.h"
 #include "tray/tray_message.h"
 
-namespace mMoon {
+namespace tidewell {
 
 /// What the tray does with the main window.
 class MainForm {
@@ -23,6 +24,7 @@ class MainForm {
   virtual void Show() = 0;
   virtual void Hide() = 0;
   [[nodiscard]] virtual HICON Icon() const = 0;
+  virtual void EndProgram() = 0;
 
  protected:
   ~MainForm() = default;
@@ -43,12 +45,8 @@ class frmAbout final : public forms::Window<frmAbout> {
   /// Written: IcoNum  0 for 28 or more: the last sliver of the lunation shows the picture of the New Moon
   /// Error:   340 Control array element doesn't exist for an IcoNum below 0
   ///
-  /// A shell that refuses is not reported. A change that fails while the icon is wanted adds it: the shell may have
-  /// come late, or again.
+  /// Where there is no icon to remove nothing is done.
   void UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum);
-
-  /// Removes the tray icon, closes the settings file and ends the program at once.
-  void EndProgram();
 
  private:
   friend Window<frmAbout>;
@@ -62,9 +60,7 @@ class frmAbout final : public forms::Window<frmAbout> {
 
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
   void Load();
-  void Unload();
   void OnCommand(int id);
-  void TaskbarCreated();
   void PopupMenu();
 
   void cmdOK_Click();
@@ -76,14 +72,14 @@ class frmAbout final : public forms::Window<frmAbout> {
 
   MainForm& mainForm_;
   UINT taskbarCreated_ = 0;
-  std::array<forms::unique_icon, frmAboutLayout::kPicMoonCount> pictures_;
-  forms::unique_menu mFile_;
+  std::array<runtime::unique_icon, frmAboutLayout::kPicMoonCount> pictures_;
+  runtime::unique_menu mFile;
   std::optional<Controls> controls_;
   forms::FocusKeeper focus_;
   ScaleMode scaleMode_ = ScaleMode::Twips;
   forms::TwipsPerPixel twipsPerPixel_{};
-  bool iconWanted_ = false;
+  TrayIcon trayIcon_;
   bool menuOpen_ = false;
 };
 
-}  // namespace mMoon
+}  // namespace tidewell

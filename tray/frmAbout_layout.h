@@ -1,10 +1,11 @@
 #pragma once
 
 #include "forms/form_description.h"
+#include "resources/resource_ids.h"
 #include "version.h"
 
 /// The About window as it is designed. Places and sizes in twips.
-namespace mMoon::frmAboutLayout {
+namespace tidewell::frmAboutLayout {
 
 inline constexpr const wchar_t* kCaption = L"About Moon";
 inline constexpr int kClientWidth = 4245;
@@ -15,7 +16,7 @@ enum Id : int { kCmdOK = 100, kLblTitle = 110, kLblDescription = 120, kPicMoon =
 inline constexpr forms::ControlDescription kLblTitleDescription = {
     .kind = forms::ControlKind::Label,
     .id = kLblTitle,
-    .caption = L"Tidewell " TIDEWELL_SHORT_VERSION,
+    .caption = L"" TIDEWELL_NAME " " TIDEWELL_SHORT_VERSION,
     .place = {180, 150, 3885, 480},
     .font = {.face = L"Arial", .points = 20.25, .bold = true}};
 
@@ -30,7 +31,7 @@ inline constexpr forms::ControlDescription kCmdOKDescription = {
     .kind = forms::ControlKind::Button, .id = kCmdOK, .caption = L"OK", .place = {2820, 1470, 1260, 345}};
 
 /// The holders of the tray's pictures lie below the client area, in rows of 14: they are never seen.
-inline constexpr int kPicMoonCount = 28;
+inline constexpr int kPicMoonCount = PHASE_PICTURES;
 constexpr forms::ControlDescription PicMoonDescription(int index) {
   return {.kind = forms::ControlKind::PictureBox,
           .id = kPicMoon + index,
@@ -44,4 +45,4 @@ inline constexpr const wchar_t* kMnuAboutCaption = L"About";
 inline constexpr const wchar_t* kMnuShowCaption = L"Show Main Window";
 inline constexpr const wchar_t* kMnuExitCaption = L"Exit";
 
-}  // namespace mMoon::frmAboutLayout
+}  // namespace tidewell::frmAboutLayout

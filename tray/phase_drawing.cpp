@@ -1,17 +1,14 @@
 #include "tray/phase_drawing.h"
 
-#include <algorithm>
-#include <array>
 #include <cmath>
-#include <functional>
 
-#include "astro/checked.h"
-#include "astro/number_format.h"
-#include "report/settings.h"
+#include "runtime/checked.h"
+#include "runtime/number_format.h"
+#include "tray/icon_number.h"
 
-namespace mMoon {
+namespace tidewell {
 
-float IconNumber = 0;
+using runtime::Checked;
 
 namespace {
 
@@ -27,7 +24,10 @@ constexpr int kRadius = 130 / 2;
 constexpr forms::Point kCentre = {.x = kLeft + kPictureSize / 2, .y = kTop + kPictureSize / 2};
 
 /// The square of the disc's 131 pixels.
-constexpr forms::Box kPieBox = {.left = 60, .top = 20, .right = 191, .bottom = 151};
+constexpr forms::Box kPieBox = {.left = kCentre.x - kRadius,
+                                .top = kCentre.y - kRadius,
+                                .right = kCentre.x + kRadius + 1,
+                                .bottom = kCentre.y + kRadius + 1};
 
 /// Only the direction from the centre matters: straight up and straight down.
 constexpr forms::Point kUp = {.x = kCentre.x, .y = 0};
@@ -37,28 +37,7 @@ constexpr forms::Point kDown = {.x = kCentre.x, .y = kPictureSize};
 /// fraction still does.
 constexpr double kTerminatorBias = 0.49999;
 
-/// The icons' lower limits on the phase scale, from icon 28 down to icon 1; the limit itself belongs to the icon below.
-/// They are irregular on purpose.
-constexpr std::array<double, 28> kIconLimits = {
-    198.22, 194.27, 188.2, 180.56, 171.0, 161.0, 150.58, 140.0, 129.61, 120.87, 112.81, 106.6, 102.36, 100.238,
-    99.66,  97.44,  93.18, 86.89,  78.75, 69.96, 59.4,   48.87, 38.43,  28.13,  19.31,  11.2,  5.68,   1.73};
-static_assert(kIconLimits.back() != 0);
-
 }  // namespace
-
-void DrawMoonPhase(PhaseForm& form, double& fraction, std::int16_t& waning) {
-  form.Drawing().Cls();
-
-  fraction = std::fabs(1 - Checked(fraction));
-  const Checked p = fraction;
-  if (Settings.SouthernView == True) {
-    waning = waning == 0 ? 1 : 0;
-  }
-  DrawDarkFraction(form, p, waning);
-
-  fraction = waning == 1 ? (p + 1) * 100 : (1 - p) * 100;
-  PhaseToIconNumber(fraction);
-}
 
 void DrawDarkFraction(PhaseForm& form, double p, std::int16_t waning) {
   forms::DrawingList& drawing = form.Drawing();
@@ -85,15 +64,22 @@ void DrawDarkFraction(PhaseForm& form, double p, std::int16_t waning) {
   drawing.SetFillStyle(forms::FillStyle::Transparent);
   drawing.Circle(kCentre, kRadius, kBlack);
   drawing.SetForeColor(kRed);
-  form.SetLabel1Caption(FormatNumber(p, L"0.000000"));
+  form.SetLabel1Caption(runtime::FormatNumber(p, L"0.000000"));
 }
 
-void PhaseToIconNumber(double value) {
-  const auto* const limit =
-      std::find_if(kIconLimits.begin(), kIconLimits.end(), [value](double lower) { return value > lower; });
-  IconNumber = static_cast<float>(kIconLimits.end() - limit);
+}  // namespace tidewell
+
+void mMoon::DrawMoonPhase(tidewell::PhaseForm& form, double& fraction, std::int16_t& waning) {
+  using runtime::Checked;
+  form.Drawing().Cls();
+
+  fraction = std::fabs(1 - Checked(fraction));
+  const Checked p = fraction;
+  if (form.SouthernView()) {
+    waning = waning == 0 ? 1 : 0;
+  }
+  tidewell::DrawDarkFraction(form, p, waning);
+
+  fraction = waning == 1 ? (p + 1) * 100 : (1 - p) * 100;
+  PhaseToIconNumber(fraction);
 }
-
-std::int16_t IcoNumFromIconNumber() { return LeadingInteger(FormatNumber(IconNumber, L"00")); }
-
-}  // namespace mMoon

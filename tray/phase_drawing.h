@@ -5,7 +5,7 @@
 
 #include "forms/drawing_list.h"
 
-namespace mMoon {
+namespace tidewell {
 
 /// What the phase drawing needs of the window that it draws on.
 class PhaseForm {
@@ -15,22 +15,12 @@ class PhaseForm {
 
   virtual void SetLabel1Caption(const std::wstring& caption) = 0;
 
+  /// Whether the Moon is shown as from the southern hemisphere, mirrored.
+  [[nodiscard]] virtual bool SouthernView() const = 0;
+
  protected:
   ~PhaseForm() = default;
 };
-
-/// The tray icon number, 0..28, written only by PhaseToIconNumber.
-extern float IconNumber;
-
-/// Paints the Moon's phase, writes the dark fraction into Label1 and sets IconNumber.
-///
-/// Given:   form      the window
-///          fraction  lit fraction of the disc, 0..1
-///          waning    1 while the Moon wanes, any other value while it waxes
-/// Written: fraction  the phase on the icons' scale: 0..100 waxing, 100..200 waning
-///          waning    inverted in the southern view (Settings.SouthernView), which shows the lit side mirrored
-/// Errors:  those of DrawDarkFraction; then IconNumber keeps its value
-void DrawMoonPhase(PhaseForm& form, double& fraction, std::int16_t& waning);
 
 /// The painting of DrawMoonPhase: the disc for a dark fraction p, 0 (Full) to 1 (New), with the right half dark for
 /// waning = 1 and the left half otherwise, and p in Label1.
@@ -38,10 +28,18 @@ void DrawMoonPhase(PhaseForm& form, double& fraction, std::int16_t& waning);
 /// terminator and final rim, the label keeps its caption.
 void DrawDarkFraction(PhaseForm& form, double p, std::int16_t waning);
 
-/// Sets IconNumber from a phase on the icons' scale. A value that is not a number gives 0.
-void PhaseToIconNumber(double value);
+}  // namespace tidewell
 
-/// Returns IconNumber as the whole number that is handed to the tray: the first two characters of its text "00".
-[[nodiscard]] std::int16_t IcoNumFromIconNumber();
+namespace mMoon {
+
+/// Paints the Moon's phase, writes the dark fraction into Label1 and sets IconNumber.
+///
+/// Given:   form      the window
+///          fraction  lit fraction of the disc, 0..1
+///          waning    1 while the Moon wanes, any other value while it waxes
+/// Written: fraction  the phase on the icons' scale: 0..100 waxing, 100..200 waning
+///          waning    inverted in the southern view, which shows the lit side mirrored
+/// Errors:  those of DrawDarkFraction; then IconNumber keeps its value
+void DrawMoonPhase(tidewell::PhaseForm& form, double& fraction, std::int16_t& waning);
 
 }  // namespace mMoon

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace mMoon {
+namespace tidewell {
 
 /// The commands of the tray icon, as the shell numbers them.
 enum class TrayCommand : std::uint32_t { Add = 0, Modify = 1, Delete = 2 };
@@ -11,4 +11,23 @@ enum class TrayCommand : std::uint32_t { Add = 0, Modify = 1, Delete = 2 };
 /// Returned: whether the shell carried the command out.
 bool NotifyShell(TrayCommand command) noexcept;
 
-}  // namespace mMoon
+/// The program's icon in the tray: whether it is wanted there, and what that takes of a shell that may come late, or
+/// come again without the icon. The record TrayIconData describes the icon. A shell that refuses is not reported.
+class TrayIcon {
+ public:
+  /// Carries a command out. A change that fails while the icon is wanted adds it. An icon that was never added, or was
+  /// removed, is not removed.
+  void Carry(TrayCommand command) noexcept;
+
+  /// Brings the icon back, if it is wanted: the shell has made its task bar. It may still have the icon, and adding a
+  /// living icon fails: the icon is changed first.
+  void Restore() noexcept;
+
+  /// Whether the icon was added and not removed since.
+  [[nodiscard]] bool Wanted() const noexcept { return wanted_; }
+
+ private:
+  bool wanted_ = false;
+};
+
+}  // namespace tidewell

@@ -2,25 +2,32 @@
 
 #include <algorithm>
 
-#include "forms/packed_record.h"
+#include "runtime/packed_record.h"
 
-namespace mMoon {
-
-TrayIconRecord TrayIconData;
+namespace tidewell {
 
 namespace {
 
 /// Calls visit with each field in the shell's order.
 template <class Record, class Visitor>
-void VisitFields(Record& record, Visitor visit) {
-  visit(record.cbSize);
-  visit(record.hWnd);
-  visit(record.uID);
-  visit(record.uFlags);
-  visit(record.uCallbackMessage);
-  visit(record.hIcon);
-  visit(record.szTip);
+constexpr void VisitFields(Record& record, Visitor visit) {
+  auto& [cbSize, hWnd, uID, uFlags, uCallbackMessage, hIcon, szTip] = record;
+  visit(cbSize);
+  visit(hWnd);
+  visit(uID);
+  visit(uFlags);
+  visit(uCallbackMessage);
+  visit(hIcon);
+  visit(szTip);
 }
+
+constexpr std::size_t VisitedSize() {
+  std::size_t size = 0;
+  const TrayIconRecord record;
+  VisitFields(record, runtime::FieldCounter(size));
+  return size;
+}
+static_assert(VisitedSize() == kTrayIconRecordSize);
 
 }  // namespace
 
@@ -29,16 +36,16 @@ void TrayIconRecord::SetTip(std::wstring_view text) {
   std::copy_n(text.begin(), std::min(text.size(), szTip.size()), szTip.begin());
 }
 
-TrayIconBytes Pack(const TrayIconRecord& record, const forms::CodePage& codePage) {
+TrayIconBytes Pack(const TrayIconRecord& record, const runtime::CodePage& codePage) {
   TrayIconBytes bytes{};
-  VisitFields(record, forms::FieldPacker(bytes, codePage));
+  VisitFields(record, runtime::FieldPacker(bytes, codePage));
   return bytes;
 }
 
-TrayIconRecord Unpack(const TrayIconBytes& bytes, const forms::CodePage& codePage) {
+TrayIconRecord Unpack(const TrayIconBytes& bytes, const runtime::CodePage& codePage) {
   TrayIconRecord record;
-  VisitFields(record, forms::FieldUnpacker(bytes, codePage));
+  VisitFields(record, runtime::FieldUnpacker(bytes, codePage));
   return record;
 }
 
-}  // namespace mMoon
+}  // namespace tidewell

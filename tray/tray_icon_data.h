@@ -5,11 +5,9 @@
 #include <cstdint>
 #include <string_view>
 
-namespace forms {
-struct CodePage;
-}
+#include "runtime/code_page.h"
 
-namespace mMoon {
+namespace tidewell {
 
 /// The record of the tray icon as the program keeps it: the system's NOTIFYICONDATA in its first, 88-byte form, with a
 /// wide tip. Handles are the 32 bits that the record has for them.
@@ -30,14 +28,19 @@ struct TrayIconRecord {
   bool operator==(const TrayIconRecord&) const = default;
 };
 
-extern TrayIconRecord TrayIconData;
-
 /// The record's 8-bit form, as the shell takes it: six 32-bit numbers, little-endian, and the tip in single bytes of
 /// the system code page.
 inline constexpr std::size_t kTrayIconRecordSize = 88;
 using TrayIconBytes = std::array<std::byte, kTrayIconRecordSize>;
 
-[[nodiscard]] TrayIconBytes Pack(const TrayIconRecord& record, const forms::CodePage& codePage);
-[[nodiscard]] TrayIconRecord Unpack(const TrayIconBytes& bytes, const forms::CodePage& codePage);
+[[nodiscard]] TrayIconBytes Pack(const TrayIconRecord& record, const runtime::CodePage& codePage);
+[[nodiscard]] TrayIconRecord Unpack(const TrayIconBytes& bytes, const runtime::CodePage& codePage);
+
+}  // namespace tidewell
+
+namespace mMoon {
+
+/// The record of the program's tray icon. The report writes its tip, UpdateMoonIcon all else.
+inline tidewell::TrayIconRecord TrayIconData;
 
 }  // namespace mMoon

@@ -4,23 +4,23 @@
 
 #include <cstring>
 
-#include "forms/code_page.h"
+#include "runtime/code_page.h"
 #include "tray/tray_icon.h"
 #include "tray/tray_icon_data.h"
 
-namespace mMoon {
+namespace tidewell {
 
 bool NotifyShell(TrayCommand command) noexcept {
-  const forms::CodePage& codePage = forms::SystemCodePage();
+  const runtime::CodePage& codePage = runtime::SystemCodePage();
   // The shell takes the first, 88-byte form of its record by the size in it.
   NOTIFYICONDATAA shellRecord{};
   static_assert(sizeof shellRecord >= kTrayIconRecordSize);
-  TrayIconBytes bytes = Pack(TrayIconData, codePage);
+  TrayIconBytes bytes = Pack(mMoon::TrayIconData, codePage);
   std::memcpy(&shellRecord, bytes.data(), bytes.size());
   const BOOL done = Shell_NotifyIconA(static_cast<DWORD>(command), &shellRecord);
   std::memcpy(bytes.data(), &shellRecord, bytes.size());
-  TrayIconData = Unpack(bytes, codePage);
+  mMoon::TrayIconData = Unpack(bytes, codePage);
   return done != FALSE;
 }
 
-}  // namespace mMoon
+}  // namespace tidewell

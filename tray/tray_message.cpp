@@ -1,14 +1,14 @@
 #include "tray/tray_message.h"
 
-#include "astro/checked.h"
+#include "runtime/checked.h"
 
-namespace mMoon {
+namespace tidewell {
 
-std::int32_t MouseMsg = 0;
+using runtime::Checked;
 
 std::int32_t DecodeTrayMessage(double X, ScaleMode scaleMode, double twipsPerPixelX) {
   const Checked pixels = scaleMode == ScaleMode::Pixels ? Checked(X) : Checked(X) / twipsPerPixelX;
-  return RoundTo<std::int32_t>(pixels);
+  return runtime::RoundTo<std::int32_t>(pixels);
 }
 
-}  // namespace mMoon
+}  // namespace tidewell

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace mMoon {
+namespace tidewell {
 
 /// The unit in which a form counts its coordinates.
 enum class ScaleMode : std::uint8_t { Twips = 1, Pixels = 3 };
@@ -11,11 +11,15 @@ enum class ScaleMode : std::uint8_t { Twips = 1, Pixels = 3 };
 inline constexpr std::int32_t kLeftButtonUp = 514;
 inline constexpr std::int32_t kRightButtonUp = 517;
 
-/// The last tray message decoded.
-extern std::int32_t MouseMsg;
-
 /// Returns the number of a tray message. The shell reports it as the X of a mouse move, in pixels, which a form in
 /// twips has turned into twips. Errors: 6 Overflow beyond 32 bits; 11 Division by zero for a screen without resolution.
 std::int32_t DecodeTrayMessage(double X, ScaleMode scaleMode, double twipsPerPixelX);
+
+}  // namespace tidewell
+
+namespace mMoon {
+
+/// The last tray message decoded.
+inline std::int32_t MouseMsg = 0;
 
 }  // namespace mMoon

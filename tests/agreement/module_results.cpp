@@ -6,12 +6,16 @@
 #include <cstdio>
 #include <string>
 
+#include "astro/mMoon.h"
 #include "report/moon_report.h"
-#include "report/settings.h"
+#include "runtime/number_format.h"
 #include "support/report_stage.h"
+#include "tray/icon_number.h"
 #include "tray/tray_icon_data.h"
 
 namespace mMoon {
+
+using namespace runtime;
 
 namespace {
 
@@ -113,10 +117,10 @@ void PrintModuleResults(double jd) {
   std::printf("\n");
 }
 
-void PrintReport(double jd, double offsetMinutes, Boolean southern) {
+void PrintReport(double jd, double offsetMinutes, bool southern) {
   OffsetMinutes = offsetMinutes;
-  Settings.SouthernView = southern;
-  const support::ReportStage stage({static_cast<double>(static_cast<std::int64_t>((jd - 2415018.5) * 1440)) / 1440});
+  support::ReportStage stage({static_cast<double>(static_cast<std::int64_t>((jd - 2415018.5) * 1440)) / 1440});
+  stage.form.southernView = southern;
   UpdateMoonReport();
   std::printf("report %.17g", jd);
   for (const std::wstring& line : stage.form.lines) {
@@ -124,7 +128,7 @@ void PrintReport(double jd, double offsetMinutes, Boolean southern) {
   }
   PrintText("tip", {TrayIconData.szTip.begin(), TrayIconData.szTip.end()});
   PrintText("label1", stage.form.label1);
-  PrintText("icon", std::to_wstring(IcoNumFromIconNumber()));
+  PrintText("icon", std::to_wstring(tidewell::IcoNumFromIconNumber()));
   std::printf("\n");
 }
 
@@ -135,7 +139,7 @@ void PrintEverything() {
   }
   for (int i = 0; i < kReports; ++i) {
     const double jd = kFirstDay + generator.Next() * (kLastDay - kFirstDay);
-    PrintReport(jd, 15 * (i % 97 - 48), i % 2 == 0 ? False : True);
+    PrintReport(jd, 15 * (i % 97 - 48), i % 2 != 0);
   }
 }
 

@@ -13,6 +13,8 @@ using support::Same;
 
 namespace mMoon {
 
+using namespace runtime;
+
 namespace {
 
 constexpr double kTenDecimalPi = 3.1415926535;

@@ -6,7 +6,7 @@
 #include <tuple>
 
 #include "astro/mMoon.h"
-#include "astro/number_format.h"
+#include "runtime/number_format.h"
 #include "support/closeness.h"
 #include "support/module_test.h"
 #include "support/raises.h"
@@ -17,6 +17,8 @@ using support::Raises;
 using support::Same;
 
 namespace mMoon {
+
+using namespace runtime;
 
 namespace {
 

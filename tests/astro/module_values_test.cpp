@@ -15,6 +15,8 @@
 
 namespace mMoon {
 
+using namespace runtime;
+
 namespace {
 
 // Tolerances, absolute. What is reduced from some 500,000 degrees carries the last bits of that number, 1e-10 degrees;

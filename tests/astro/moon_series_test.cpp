@@ -16,6 +16,8 @@ using support::Same;
 
 namespace mMoon {
 
+using namespace astro;
+
 namespace {
 
 template <std::size_t Rows, std::size_t Groups>
@@ -62,7 +64,7 @@ double Summed(double start, const MoonSeries<Rows, Groups>& series, double wave(
     return term.coefficient * factors.at(static_cast<std::size_t>(term.E)) *
            wave(term.unconverted ? argument : DegToRad(argument));
   };
-  double sum = start;
+  double sum = order == RowOrder::NoGroups ? start : 0;
   std::size_t begin = 0;
   for (const std::size_t end : series.groupEnds) {
     std::vector<double> group;
@@ -72,7 +74,7 @@ double Summed(double start, const MoonSeries<Rows, Groups>& series, double wave(
     if (order == RowOrder::Reversed) {
       std::reverse(group.begin(), group.end());
     }
-    double groupSum = order == RowOrder::NoGroups ? sum : 0;
+    double groupSum = order == RowOrder::NoGroups ? sum : begin == 0 ? start : 0;
     for (const double term : group) {
       groupSum += term;
     }
@@ -91,7 +93,7 @@ double LatitudeIn(RowOrder order) {
   const double T = Centuries;
   const double node = MoonNodeLongitude;
   return Summed(0, kLatitudeSeries, Sine, order) *
-         (1 - 0.0004664 * std::cos(DegToRad(node)) - 0.0000754 * std::cos(DegToRad(node + (275.05 - 2.3 * T))));
+         (1 - 0.0004664 * std::cos(DegToRad(node)) - 0.0000754 * std::cos(DegToRad(node + 275.05 - 2.3 * T)));
 }
 
 double ParallaxIn(RowOrder order) { return Summed(0.950724, kParallaxSeries, Cosine, order); }

@@ -17,6 +17,8 @@ using support::Same;
 
 namespace mMoon {
 
+using namespace runtime;
+
 namespace {
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();

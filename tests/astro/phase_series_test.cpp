@@ -8,6 +8,8 @@
 
 namespace mMoon {
 
+using namespace astro;
+
 namespace {
 
 std::vector<double> Column(auto member) {

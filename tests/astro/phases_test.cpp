@@ -19,6 +19,8 @@ using support::Same;
 
 namespace mMoon {
 
+using namespace runtime;
+
 namespace {
 
 constexpr double kJanuary2003 = 2452640.5;

@@ -14,6 +14,8 @@ using support::Same;
 
 namespace mMoon {
 
+using namespace runtime;
+
 namespace {
 
 class SunPositionTest : public support::ModuleTest {

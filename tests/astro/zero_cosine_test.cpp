@@ -28,6 +28,8 @@ using support::Same;
 
 namespace mMoon {
 
+using namespace runtime;
+
 namespace {
 
 class ZeroCosineTest : public support::ModuleTest {

@@ -5,7 +5,7 @@
 #include "fuzz/fuzzing.h"
 
 using namespace fuzzing;
-using mMoon::ErrorNumber;
+using runtime::ErrorNumber;
 
 namespace {
 

@@ -6,9 +6,12 @@
 
 #include "astro/mMoon.h"
 #include "fuzz/fuzzing.h"
+#include "report/local_time_offset.h"
+#include "report/surroundings.h"
 
 using namespace fuzzing;
 using namespace mMoon;
+using namespace runtime;
 
 namespace {
 
@@ -75,7 +78,7 @@ void JulianDayToCivil(double jd) {
 TimeZoneReading zone;
 
 void ZoneOffset(Boolean daylight) {
-  ReadTimeZone = [] { return zone; };
+  tidewell::surroundings.ReadTimeZone = [] { return zone; };
   UseDaylightBias = daylight;
   std::int32_t offset = 0;
   const auto error = ErrorOf([&] { offset = LocalTimeOffset(); });

@@ -3,12 +3,12 @@
 
 #include <chrono>
 
-#include "forms/date_value.h"
-#include "forms/locale_names.h"
 #include "fuzz/fuzzing.h"
+#include "runtime/date_value.h"
+#include "runtime/locale_names.h"
 
 using namespace fuzzing;
-using namespace forms;
+using namespace runtime;
 
 namespace {
 

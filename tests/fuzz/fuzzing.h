@@ -9,7 +9,7 @@
 #include <cstring>
 #include <optional>
 
-#include "astro/runtime_error.h"
+#include "runtime/runtime_error.h"
 
 // What the fuzz targets share. A target calls the code with what the bytes make of it and ends the process when a
 // result breaks a rule. An exception that is no RuntimeError is not caught, and ends the process, too.
@@ -51,18 +51,18 @@ inline void Require(bool holds, const char* rule) {
 
 /// Makes the call and returns the number of the RuntimeError that it raised.
 template <class Call>
-[[nodiscard]] std::optional<mMoon::ErrorNumber> ErrorOf(Call call) {
+[[nodiscard]] std::optional<runtime::ErrorNumber> ErrorOf(Call call) {
   try {
     call();
-  } catch (const mMoon::RuntimeError& error) {
+  } catch (const runtime::RuntimeError& error) {
     return error.number();
   }
   return std::nullopt;
 }
 
 /// Requires that a call ended with a result or with one of the errors that arithmetic has.
-inline void RequireArithmetic(std::optional<mMoon::ErrorNumber> error) {
-  using mMoon::ErrorNumber;
+inline void RequireArithmetic(std::optional<runtime::ErrorNumber> error) {
+  using runtime::ErrorNumber;
   Require(!error || *error == ErrorNumber::Overflow || *error == ErrorNumber::InvalidProcedureCall ||
               *error == ErrorNumber::DivisionByZero,
           "an error of arithmetic is 5, 6 or 11");

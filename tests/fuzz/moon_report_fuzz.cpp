@@ -4,13 +4,17 @@
 
 #include <string>
 
+#include "astro/mMoon.h"
 #include "fuzz/fuzzing.h"
-#include "report/settings.h"
+#include "report/moon_report.h"
 #include "support/report_stage.h"
+#include "tray/icon_number.h"
 #include "tray/tray_icon_data.h"
 
 using namespace fuzzing;
 using namespace mMoon;
+using namespace runtime;
+using namespace tidewell;
 
 namespace {
 
@@ -54,10 +58,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   OffsetMinutes = input.Take<double>();
   const double second = now + input.Take<std::int16_t>();
   const double third = second + input.Take<std::int16_t>();
-  Settings.SouthernView = input.Take<Boolean>();
+  const bool southern = input.Take<std::int16_t>() == -1;
   TrayIconData.SetTip(L"");
 
   support::ReportStage stage({now, second, third});
+  stage.form.southernView = southern;
   const auto error = ErrorOf(UpdateMoonReport);
   RequireArithmetic(error);
   if (!error) {

@@ -5,11 +5,11 @@
 #include <string>
 #include <string_view>
 
-#include "astro/number_format.h"
 #include "fuzz/fuzzing.h"
+#include "runtime/number_format.h"
 
 using namespace fuzzing;
-using namespace mMoon;
+using namespace runtime;
 
 namespace {
 

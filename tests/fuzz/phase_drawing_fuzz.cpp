@@ -1,13 +1,17 @@
 // The picture and the icon number for any fraction.
 // Input: fraction (a double), flag and southern view (16 bits each), a second value for the icons (a double).
 
+#include "astro/mMoon.h"
 #include "fuzz/fuzzing.h"
-#include "report/settings.h"
+#include "runtime/runtime_error.h"
 #include "support/recording_form.h"
+#include "tray/icon_number.h"
 #include "tray/phase_drawing.h"
 
 using namespace fuzzing;
 using namespace mMoon;
+using namespace runtime;
+using namespace tidewell;
 
 namespace {
 
@@ -39,10 +43,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   Input input(bytes, size);
   const auto lit = input.Take<double>();
   const auto flag = input.Take<std::int16_t>();
-  Settings.SouthernView = input.Take<Boolean>();
+  const bool southern = input.Take<std::int16_t>() == -1;
   const auto other = input.Take<double>();
 
   support::RecordingForm form;
+  form.southernView = southern;
   double fraction = lit;
   std::int16_t waning = flag;
   const auto error = ErrorOf([&] { DrawMoonPhase(form, fraction, waning); });
@@ -55,7 +60,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     Require(!error || error == ErrorNumber::Overflow, "a number that is too large is error 6");
   } else {
     Require(!error, "there is a picture");
-    const std::int16_t want = Settings.SouthernView == True ? (flag == 0 ? 1 : 0) : flag;
+    const std::int16_t want = southern ? (flag == 0 ? 1 : 0) : flag;
     Require(waning == want, "the southern view inverts the flag");
     Require(fraction == (waning == 1 ? (dark + 1) * 100 : (1 - dark) * 100), "the icons' scale");
     RequirePicture(form.drawing);

@@ -6,6 +6,7 @@
 
 using namespace fuzzing;
 using namespace mMoon;
+using namespace runtime;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   Input input(bytes, size);

@@ -4,18 +4,18 @@
 #include <cstddef>
 #include <utility>
 
-#include "forms/code_page.h"
 #include "fuzz/fuzzing.h"
+#include "runtime/code_page.h"
 
 // The rules of the packed records, the same for each of them.
 
 namespace fuzzing {
 
 /// A code page in which no two bytes share a character: 256 steps of an odd width around the 16-bit characters.
-[[nodiscard]] inline forms::CodePage TakeCodePage(Input& input) {
+[[nodiscard]] inline runtime::CodePage TakeCodePage(Input& input) {
   const auto first = input.Take<std::uint16_t>();
   const auto step = static_cast<std::uint16_t>(input.Take<std::uint16_t>() | 1U);
-  forms::CodePage page{};
+  runtime::CodePage page{};
   for (unsigned byte = 0; byte < page.characters.size(); ++byte) {
     page.characters.at(byte) = static_cast<wchar_t>(static_cast<std::uint16_t>(first + byte * step));
   }
@@ -23,7 +23,7 @@ namespace fuzzing {
 }
 
 /// Swaps the characters of pairs of bytes, as long as there is input: any order of a page's characters.
-inline void Shuffle(forms::CodePage& page, Input& input) {
+inline void Shuffle(runtime::CodePage& page, Input& input) {
   while (!input.Empty()) {
     const auto one = input.Take<std::uint8_t>();
     const auto other = input.Take<std::uint8_t>();
@@ -49,7 +49,7 @@ void TakeCharacters(Text& text, Input& input) {
 }
 
 /// What a character becomes on the way to its byte and back: itself, or the question mark's byte.
-inline void RequireTextCarried(wchar_t before, wchar_t after, const forms::CodePage& page) {
+inline void RequireTextCarried(wchar_t before, wchar_t after, const runtime::CodePage& page) {
   Require(after == before || after == page.Decode(std::byte{'?'}), "a character is carried or stands as byte 3F");
   if (after != before) {
     const auto known = std::find(page.characters.begin(), page.characters.end(), before);

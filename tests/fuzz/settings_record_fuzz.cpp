@@ -6,13 +6,13 @@
 #include "report/settings.h"
 
 using namespace fuzzing;
-using mMoon::SettingsBytes;
-using mMoon::SettingsRecord;
+using tidewell::SettingsBytes;
+using tidewell::SettingsRecord;
 
 namespace {
 
-void RequireCarried(const SettingsRecord& record, const forms::CodePage& page) {
-  SettingsRecord back = mMoon::Unpack(mMoon::Pack(record, page), page);
+void RequireCarried(const SettingsRecord& record, const runtime::CodePage& page) {
+  SettingsRecord back = tidewell::Unpack(tidewell::Pack(record, page), page);
   for (std::size_t i = 0; i < record.Reserved2.size(); ++i) {
     RequireTextCarried(record.Reserved2.at(i), back.Reserved2.at(i), page);
   }
@@ -28,18 +28,18 @@ void RequireCarried(const SettingsRecord& record, const forms::CodePage& page) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   Input input(bytes, size);
-  forms::CodePage page = TakeCodePage(input);
+  runtime::CodePage page = TakeCodePage(input);
   const auto file = TakeBytes<SettingsBytes>(input);
-  SettingsRecord foreign = mMoon::Unpack(file, page);
+  SettingsRecord foreign = tidewell::Unpack(file, page);
   TakeCharacters(foreign.Reserved2, input);
   TakeCharacters(foreign.Reserved3, input);
   Shuffle(page, input);
 
-  SettingsRecord record = mMoon::Unpack(file, page);
-  Require(mMoon::Pack(record, page) == file, "a file that is read and written stays the same to the bit");
+  SettingsRecord record = tidewell::Unpack(file, page);
+  Require(tidewell::Pack(record, page) == file, "a file that is read and written stays the same to the bit");
   RequireCarried(foreign, page);
 
-  record.SouthernView = mMoon::OptionFromState(mMoon::StateFromOption(record.SouthernView));
-  Require(record.SouthernView == mMoon::True || record.SouthernView == mMoon::False, "an option is True or False");
+  record.SouthernView = tidewell::OptionFromState(tidewell::StateFromOption(record.SouthernView));
+  Require(record.SouthernView == runtime::True || record.SouthernView == runtime::False, "an option is True or False");
   return 0;
 }

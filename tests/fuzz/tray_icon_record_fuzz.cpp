@@ -8,17 +8,17 @@
 #include "tray/tray_icon_data.h"
 
 using namespace fuzzing;
-using mMoon::TrayIconBytes;
-using mMoon::TrayIconRecord;
+using tidewell::TrayIconBytes;
+using tidewell::TrayIconRecord;
 
 namespace {
 
-void RequireTipSet(TrayIconRecord record, const std::wstring& tip, const forms::CodePage& page) {
+void RequireTipSet(TrayIconRecord record, const std::wstring& tip, const runtime::CodePage& page) {
   record.SetTip(tip);
   for (std::size_t i = 0; i < record.szTip.size(); ++i) {
     Require(record.szTip.at(i) == (i < tip.size() ? tip.at(i) : L' '), "a tip is padded with spaces or cut");
   }
-  TrayIconRecord back = mMoon::Unpack(mMoon::Pack(record, page), page);
+  TrayIconRecord back = tidewell::Unpack(tidewell::Pack(record, page), page);
   for (std::size_t i = 0; i < record.szTip.size(); ++i) {
     RequireTextCarried(record.szTip.at(i), back.szTip.at(i), page);
   }
@@ -30,14 +30,14 @@ void RequireTipSet(TrayIconRecord record, const std::wstring& tip, const forms::
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   Input input(bytes, size);
-  forms::CodePage page = TakeCodePage(input);
+  runtime::CodePage page = TakeCodePage(input);
   const auto packed = TakeBytes<TrayIconBytes>(input);
   std::wstring tip(input.Take<std::uint8_t>(), L'\0');
   TakeCharacters(tip, input);
   Shuffle(page, input);
 
-  const TrayIconRecord record = mMoon::Unpack(packed, page);
-  Require(mMoon::Pack(record, page) == packed, "a record that is read and written stays the same to the bit");
+  const TrayIconRecord record = tidewell::Unpack(packed, page);
+  Require(tidewell::Pack(record, page) == packed, "a record that is read and written stays the same to the bit");
   RequireTipSet(record, tip, page);
   return 0;
 }

@@ -6,6 +6,8 @@
 
 using namespace fuzzing;
 using namespace mMoon;
+using namespace runtime;
+using namespace tidewell;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   Input input(bytes, size);

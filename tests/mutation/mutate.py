@@ -94,7 +94,7 @@ class WindowsTests:
     def __init__(self, tree, jobs, end_to_end):
         self.tree = tree
         self.folder = tree / "build/windows-tests"
-        self.build_command = ["cmake", "--build", self.folder, f"-j{jobs}", "--target", "shell_tests", "Tidewell"]
+        self.build_command = ["cmake", "--build", self.folder, f"-j{jobs}", "--target", "window_tests", "Tidewell"]
         self.end_to_end = end_to_end
 
     def configure(self):
@@ -105,7 +105,7 @@ class WindowsTests:
         return run(self.build_command, self.tree, BUILD_SECONDS)
 
     def failing_test(self):
-        status, output = run(["tools/under-wine.sh", self.folder / "tests/shell_tests.exe", "--gtest_brief=1",
+        status, output = run(["tools/under-wine.sh", self.folder / "tests/window_tests.exe", "--gtest_brief=1",
                               "--gtest_fail_fast"], self.tree, WINDOWS_TEST_SECONDS)
         if status is None:
             run(["bash", "-c", "source tools/wine-env.sh; wineserver -k"], self.tree, TEST_SECONDS)

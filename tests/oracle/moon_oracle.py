@@ -468,7 +468,7 @@ def tip_text(age_seconds):
     itself, kept on purpose.
     """
     days = int(format_fixed(age_seconds / DAY_SECONDS, 2, 3)[:2])
-    rest = age_seconds % DAY_SECONDS
+    rest = abs(age_seconds) % DAY_SECONDS
     text = "Moon's Age - %d Days %d:%02d" % (days, rest // 3600, rest // 60 % 60)
     return text[:64].ljust(64)
 

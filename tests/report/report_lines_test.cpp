@@ -3,23 +3,28 @@
 #include <cstdio>
 #include <string>
 
+#include "astro/mMoon.h"
 #include "report/moon_report.h"
-#include "report/settings.h"
 #include "support/module_test.h"
 #include "support/report_stage.h"
 #include "support/tsv.h"
+#include "tray/icon_number.h"
 #include "tray/tray_icon_data.h"
 
-namespace mMoon {
+namespace tidewell {
+
+using namespace mMoon;
+using namespace runtime;
 
 namespace {
 
 using ReportLinesTest = support::ModuleTest;
 
 /// The moment of a text such as "2003-08-19T12:00:00", as the clock gives it.
-forms::DateValue Moment(const std::string& text) {
+runtime::DateValue Moment(const std::string& text) {
   const auto part = [&](std::size_t position, std::size_t length) { return std::stoi(text.substr(position, length)); };
-  return forms::AddTime(forms::DateSerial(part(0, 4), part(5, 2), part(8, 2)), part(11, 2), part(14, 2), part(17, 2));
+  return runtime::AddTime(runtime::DateSerial(part(0, 4), part(5, 2), part(8, 2)), part(11, 2), part(14, 2),
+                          part(17, 2));
 }
 
 std::wstring Wide(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
@@ -34,8 +39,8 @@ TEST_F(ReportLinesTest, AgreeWithTheReferenceFile) {
     SCOPED_TRACE(row.Text("local") + ", offset " + row.Text("offset"));
     support::ResetModule();
     OffsetMinutes = row.Number("offset");
-    Settings.SouthernView = row.Whole("southern") != 0 ? True : False;
-    const support::ReportStage stage({Moment(row.Text("local"))});
+    support::ReportStage stage({Moment(row.Text("local"))});
+    stage.form.southernView = row.Whole("southern") != 0;
     UpdateMoonReport();
 
     for (std::size_t line = 0; line < 4; ++line) {
@@ -51,4 +56,4 @@ TEST_F(ReportLinesTest, AgreeWithTheReferenceFile) {
   std::printf("  %zu reports agree\n", file.Rows().size());
 }
 
-}  // namespace mMoon
+}  // namespace tidewell

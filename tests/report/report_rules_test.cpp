@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "astro/mMoon.h"
 #include "report/moon_report.h"
 #include "report/settings.h"
 #include "support/closeness.h"
@@ -14,23 +15,27 @@
 #include "support/phases_stand_in.h"
 #include "support/raises.h"
 #include "support/report_stage.h"
+#include "tray/icon_number.h"
 #include "tray/tray_icon_data.h"
 
-using forms::DateValue;
+using runtime::DateValue;
 using support::PhasesAnswer;
 using support::PhasesStandIn;
 using support::Raises;
 using support::ReportStage;
 using support::Same;
 
-namespace mMoon {
+namespace tidewell {
+
+using namespace mMoon;
+using namespace runtime;
 
 namespace {
 
 using Written = std::vector<std::pair<std::size_t, std::wstring>>;
 
 DateValue Local(int year, int month, int day, int hour = 0, int minute = 0, int second = 0) {
-  return forms::AddTime(forms::DateSerial(year, month, day), hour, minute, second);
+  return runtime::AddTime(runtime::DateSerial(year, month, day), hour, minute, second);
 }
 
 /// The Julian day of an instant in Universal Time, half a minute into its minute, so that the minute comes back.
@@ -263,7 +268,11 @@ TEST_F(ReportRulesTest, TipTakesTheDaysFromTheTextWithThreeDecimals) {
   EXPECT_EQ(TipForAge(5.9994), L"Moon's Age - 5 Days 23:59");
 }
 
-TEST_F(ReportRulesTest, TipOfAnAgeBelowZeroHasNoDays) { EXPECT_EQ(TipForAge(-0.25), L"Moon's Age - 0 Days 18:00"); }
+TEST_F(ReportRulesTest, TipOfAnAgeBelowZeroHasNoDaysAndTheHoursOfItsMagnitude) {
+  EXPECT_EQ(TipForAge(-0.25), L"Moon's Age - 0 Days 6:00");
+  EXPECT_EQ(TipForAge(-0.28125), L"Moon's Age - 0 Days 6:45");
+  EXPECT_EQ(TipForAge(-8.525), L"Moon's Age - 0 Days 12:36");
+}
 
 TEST_F(ReportRulesTest, TipHasTheSameDaysInEveryLocale) {
   const ReportStage stage({kNow});
@@ -335,4 +344,4 @@ TEST_F(ReportRulesTest, APhaseBeyondTheCalendarIsAnInvalidArgument) {
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { UpdateMoonReport(); }));
 }
 
-}  // namespace mMoon
+}  // namespace tidewell

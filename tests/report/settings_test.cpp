@@ -11,7 +11,10 @@
 
 #include "support/code_pages.h"
 
-namespace mMoon {
+namespace tidewell {
+
+using namespace mMoon;
+using namespace runtime;
 
 namespace {
 
@@ -101,7 +104,7 @@ TEST(SettingsRecord, ZerosReadAsAnEmptyRecord) {
 }
 
 TEST(SettingsRecord, EveryByteOfEveryFieldSurvivesBothWays) {
-  for (const forms::CodePage& page : {support::Latin1Page(), support::PageWithPrivateCharacters()}) {
+  for (const runtime::CodePage& page : {support::Latin1Page(), support::PageWithPrivateCharacters()}) {
     for (unsigned first = 0; first < 256; ++first) {
       const SettingsBytes bytes = PatternBytes(first);
       ASSERT_EQ(Pack(Unpack(bytes, page), page), bytes) << first;
@@ -115,7 +118,7 @@ TEST(SettingsRecord, TextsAreCharactersOfTheCodePage) {
   bytes.at(215) = std::byte{0x81};
   const SettingsRecord record = Unpack(bytes, support::PageWithPrivateCharacters());
   EXPECT_EQ(record.Reserved2.at(0), L'\x20AC');
-  EXPECT_EQ(record.Reserved3.at(195), forms::PrivateCharacter(0x81));
+  EXPECT_EQ(record.Reserved3.at(195), runtime::PrivateCharacter(0x81));
 }
 
 // Why a code page may have no character twice.
@@ -150,4 +153,4 @@ TEST(SettingsRecord, StateIsCheckedForMinusOneOnly) {
   }
 }
 
-}  // namespace mMoon
+}  // namespace tidewell

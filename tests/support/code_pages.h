@@ -1,12 +1,12 @@
 #pragma once
 
-#include "forms/code_page.h"
+#include "runtime/code_page.h"
 
 namespace support {
 
 /// A page in which every byte is the character of its own number.
-[[nodiscard]] inline forms::CodePage Latin1Page() {
-  forms::CodePage page{};
+[[nodiscard]] inline runtime::CodePage Latin1Page() {
+  runtime::CodePage page{};
   for (unsigned byte = 0; byte < page.characters.size(); ++byte) {
     page.characters.at(byte) = static_cast<wchar_t>(byte);
   }
@@ -14,18 +14,18 @@ namespace support {
 }
 
 /// A page with holes, as the system's are: bytes 0x81, 0x8D and 0x90 are no characters of their own, 0x80 is the euro.
-[[nodiscard]] inline forms::CodePage PageWithPrivateCharacters() {
-  forms::CodePage page = Latin1Page();
+[[nodiscard]] inline runtime::CodePage PageWithPrivateCharacters() {
+  runtime::CodePage page = Latin1Page();
   page.characters.at(0x80) = L'\x20AC';
   for (const unsigned byte : {0x81U, 0x8DU, 0x90U}) {
-    page.characters.at(byte) = forms::PrivateCharacter(byte);
+    page.characters.at(byte) = runtime::PrivateCharacter(byte);
   }
   return page;
 }
 
 /// A page against the rule: two bytes share a character.
-[[nodiscard]] inline forms::CodePage CollidingPage() {
-  forms::CodePage page = Latin1Page();
+[[nodiscard]] inline runtime::CodePage CollidingPage() {
+  runtime::CodePage page = Latin1Page();
   page.characters.at(0x8D) = page.characters.at(0x81);
   return page;
 }

@@ -4,7 +4,7 @@
 
 namespace support {
 
-/// Puts the module variables back to what they are when the program starts.
+/// Puts the variables of the program, as its headers define them, back to what they are when it starts.
 void ResetModule();
 
 /// A test that begins with the module variables of a program that has just started.

@@ -4,16 +4,8 @@
 
 #include "astro/mMoon.h"
 
-// All that astro/phases.cpp defines: with these definitions the linker leaves that file out.
-namespace mMoon {
-
-double Illumination = 0;
-double YearPercent = 0;
-double NewMoonJD = 0;
-double FullMoonJD = 0;
-std::int16_t WaningFlag = 0;
-
-void FindPhases(std::int16_t year, double jd, double jdJan1) {
+// All that astro/phases.cpp defines: with this definition the linker leaves that file out.
+void mMoon::FindPhases(std::int16_t year, double jd, double jdJan1) {
   using support::PhasesStandIn;
   const auto index = std::min(PhasesStandIn::calls.size(), PhasesStandIn::answers.size() - 1);
   const support::PhasesAnswer& answer = PhasesStandIn::answers.at(index);
@@ -23,5 +15,3 @@ void FindPhases(std::int16_t year, double jd, double jdJan1) {
   NewMoonJD = answer.newMoon;
   FullMoonJD = answer.fullMoon;
 }
-
-}  // namespace mMoon

@@ -2,23 +2,23 @@
 
 #include <gtest/gtest.h>
 
-#include "astro/runtime_error.h"
+#include "runtime/runtime_error.h"
 
 namespace support {
 
 /// Success when the call raises the run-time error of that number.
 template <class Call>
-[[nodiscard]] ::testing::AssertionResult Raises(mMoon::ErrorNumber want, Call call) {
+[[nodiscard]] ::testing::AssertionResult Raises(runtime::ErrorNumber want, Call call) {
   try {
     call();
-  } catch (const mMoon::RuntimeError& error) {
+  } catch (const runtime::RuntimeError& error) {
     if (error.number() == want) {
       return ::testing::AssertionSuccess();
     }
-    return ::testing::AssertionFailure() << "want error " << static_cast<int>(want) << " " << mMoon::ErrorText(want)
+    return ::testing::AssertionFailure() << "want error " << static_cast<int>(want) << " " << runtime::ErrorText(want)
                                          << ", got " << static_cast<int>(error.number()) << " " << error.what();
   }
-  return ::testing::AssertionFailure() << "want error " << static_cast<int>(want) << " " << mMoon::ErrorText(want)
+  return ::testing::AssertionFailure() << "want error " << static_cast<int>(want) << " " << runtime::ErrorText(want)
                                        << ", got none";
 }
 

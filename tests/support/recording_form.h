@@ -6,15 +6,16 @@
 #include <utility>
 #include <vector>
 
-#include "report/moon_report.h"
+#include "report/surroundings.h"
 
 namespace support {
 
 /// Stands in for the main window: keeps what is written on it, and the four lines also in the order of writing.
-class RecordingForm final : public mMoon::ReportForm {
+class RecordingForm final : public tidewell::ReportForm {
  public:
   forms::DrawingList& Drawing() override { return drawing; }
   void SetLabel1Caption(const std::wstring& caption) override { label1 = caption; }
+  [[nodiscard]] bool SouthernView() const override { return southernView; }
   void SetMoonLine(std::size_t index, const std::wstring& text) override {
     lines.at(index) = text;
     written.emplace_back(index, text);
@@ -22,6 +23,7 @@ class RecordingForm final : public mMoon::ReportForm {
 
   forms::DrawingList drawing;
   std::wstring label1 = L"Label1";  // the caption of its design
+  bool southernView = false;
   std::array<std::wstring, 4> lines;
   std::vector<std::pair<std::size_t, std::wstring>> written;
 };

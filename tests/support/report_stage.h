@@ -11,24 +11,24 @@ namespace support {
 /// after the other, and the last one for good.
 class ReportStage {
  public:
-  explicit ReportStage(std::vector<forms::DateValue> readings) {
+  explicit ReportStage(std::vector<runtime::DateValue> readings) {
     clockReadings = std::move(readings);
     timesRead = 0;
     locale = {};
-    mMoon::Surroundings = {.frmMoon = &form, .Now = Now, .ReadLocale = [] { return locale; }};
+    tidewell::surroundings = {.frmMoon = &form, .Now = Now, .ReadLocale = [] { return locale; }};
   }
   ReportStage(const ReportStage&) = delete;
   ReportStage& operator=(const ReportStage&) = delete;
-  ~ReportStage() { mMoon::Surroundings = {}; }
+  ~ReportStage() { tidewell::surroundings = {}; }
 
   RecordingForm form;
 
-  static inline std::vector<forms::DateValue> clockReadings;
+  static inline std::vector<runtime::DateValue> clockReadings;
   static inline std::size_t timesRead = 0;
-  static inline forms::LocaleNames locale;
+  static inline runtime::LocaleNames locale;
 
  private:
-  static forms::DateValue Now() {
+  static runtime::DateValue Now() {
     const std::size_t reading = timesRead++;
     return reading < clockReadings.size() ? clockReadings.at(reading) : clockReadings.back();
   }

@@ -10,12 +10,13 @@
 #include <utility>
 #include <vector>
 
-#include "astro/number_format.h"
-#include "report/settings.h"
+#include "astro/mMoon.h"
+#include "runtime/number_format.h"
 #include "support/closeness.h"
 #include "support/module_test.h"
 #include "support/raises.h"
 #include "support/recording_form.h"
+#include "tray/icon_number.h"
 
 using forms::Box;
 using forms::Ellipse;
@@ -25,7 +26,10 @@ using support::Near;
 using support::Raises;
 using support::Same;
 
-namespace mMoon {
+namespace tidewell {
+
+using namespace mMoon;
+using namespace runtime;
 
 namespace {
 
@@ -172,7 +176,7 @@ TEST_F(DrawMoonPhaseTest, EveryCallRepaintsFromAClearedWindow) {
 }
 
 TEST_F(DrawMoonPhaseTest, SouthernViewMirrorsPictureAndIcon) {
-  Settings.SouthernView = True;
+  form.southernView = true;
   Draw(0.5, 0);
   EXPECT_EQ(waning, 1);
   EXPECT_EQ(form.drawing.Primitives().at(1), forms::DrawingList::Primitive(kDarkRight));
@@ -187,23 +191,15 @@ TEST_F(DrawMoonPhaseTest, SouthernViewMirrorsPictureAndIcon) {
 
 TEST_F(DrawMoonPhaseTest, AnyOtherFlagDrawsAsWaxing) {
   for (const std::int16_t flag : std::initializer_list<std::int16_t>{-1, 2, 32767}) {
-    Settings.SouthernView = False;
+    form.southernView = false;
     Draw(0.5, flag);
     EXPECT_EQ(waning, flag);
     EXPECT_EQ(form.drawing.Primitives().at(1), forms::DrawingList::Primitive(kDarkLeft));
     EXPECT_TRUE(Same(50, fraction));
-    Settings.SouthernView = True;
+    form.southernView = true;
     Draw(0.5, flag);
     EXPECT_EQ(waning, 0);
     EXPECT_EQ(form.drawing.Primitives().at(1), forms::DrawingList::Primitive(kDarkLeft));
-  }
-}
-
-TEST_F(DrawMoonPhaseTest, OnlyMinusOneIsTheSouthernView) {
-  for (const Boolean stored : std::initializer_list<Boolean>{1, 2, -2, 255}) {
-    Settings.SouthernView = stored;
-    Draw(0.5, 0);
-    EXPECT_EQ(waning, 0) << stored;
   }
 }
 
@@ -255,4 +251,4 @@ TEST(IcoNum, IsTheIconNumberAsAWholeNumber) {
   }
 }
 
-}  // namespace mMoon
+}  // namespace tidewell

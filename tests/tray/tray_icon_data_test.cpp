@@ -6,7 +6,10 @@
 
 #include "support/code_pages.h"
 
-namespace mMoon {
+namespace tidewell {
+
+using namespace mMoon;
+using namespace runtime;
 
 namespace {
 
@@ -55,4 +58,4 @@ TEST(TrayIconRecord, PacksInto88Bytes) {
   EXPECT_EQ(Unpack(bytes, support::PageWithPrivateCharacters()), record);
 }
 
-}  // namespace mMoon
+}  // namespace tidewell

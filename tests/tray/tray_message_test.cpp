@@ -6,7 +6,10 @@
 
 using support::Raises;
 
-namespace mMoon {
+namespace tidewell {
+
+using namespace mMoon;
+using namespace runtime;
 
 TEST(DecodeTrayMessage, DividesTwipsByTheirNumberInAPixel) {
   EXPECT_EQ(DecodeTrayMessage(514 * 15, ScaleMode::Twips, 15), kLeftButtonUp);
@@ -28,4 +31,4 @@ TEST(DecodeTrayMessage, RaisesTheErrorsOfItsDivision) {
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { DecodeTrayMessage(1e12, ScaleMode::Twips, 15); }));
 }
 
-}  // namespace mMoon
+}  // namespace tidewell

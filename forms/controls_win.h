@@ -1,0 +1,64 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "forms/form_description.h"
+#include "forms/window_win.h"
+#include "runtime/handle_win.h"
+
+namespace forms {
+
+/// Reads the screen's twips per pixel.
+[[nodiscard]] TwipsPerPixel ReadTwipsPerPixel();
+
+/// Makes the font of a control for the screen's resolution. Points are 20 twips.
+[[nodiscard]] runtime::unique_font MakeFont(const FontDescription& font);
+
+/// Loads an icon from the program's resources.
+[[nodiscard]] runtime::unique_icon LoadIconResource(int id, int width, int height);
+
+/// A place in pixels.
+[[nodiscard]] RECT ToPixels(const TwipsPlace& place, const TwipsPerPixel& scale);
+
+/// A control, child of a form or of a frame in it, with its font. The window belongs to its parent and ends with it.
+class Control {
+ public:
+  /// Creates the control as described. Frames are made by class Frame.
+  Control(const ControlDescription& description, HWND parent);
+
+  [[nodiscard]] HWND hwnd() const noexcept { return hwnd_; }
+
+  [[nodiscard]] std::wstring Caption() const;
+
+  /// Writes the caption. A text that already stands is left alone, which spares a flicker.
+  void SetCaption(const std::wstring& caption);
+
+  /// The state of a check box: 0 or 1. Setting it from the program does not notify the form.
+  [[nodiscard]] int State() const noexcept;
+  void SetState(int state) noexcept;
+
+  /// The icon that a picture box shows; not owned.
+  void SetPicture(HICON picture) noexcept;
+
+ private:
+  runtime::unique_font font_;
+  HWND hwnd_;
+};
+
+/// A frame without a caption: an etched border around check boxes, which are its children, so that it cuts off what
+/// reaches beyond its edge. Their commands go on to the form.
+class Frame : public Window<Frame> {
+ public:
+  static constexpr const wchar_t* kWindowClass = L"TidewellFrame";
+
+  Frame(const ControlDescription& description, HWND form);
+
+ private:
+  friend Window<Frame>;
+  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  void Paint() noexcept;
+};
+
+}  // namespace forms

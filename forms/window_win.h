@@ -1,0 +1,121 @@
+#pragma once
+
+#include <windows.h>
+
+#include "runtime/run_time_end.h"
+#include "runtime/runtime_error.h"
+
+namespace forms {
+
+/// What a window is created with.
+struct WindowSettings {
+  const wchar_t* caption = L"";
+  DWORD style = 0;
+  DWORD exStyle = 0;
+  RECT place{};  ///< outer edges, in pixels of the parent's client area or of the screen
+  HWND parent = nullptr;
+  HICON icon = nullptr;  ///< not owned
+  INT_PTR id = 0;        ///< of a child
+};
+
+/// A window whose messages go to Form::OnMessage(message, wParam, lParam). Form names its window class in
+/// `static constexpr const wchar_t* kWindowClass`.
+///
+/// Neither copied nor moved: the window knows the object's address. The messages of creation before WM_NCCREATE and
+/// those after WM_NCDESTROY go to the system's default.
+template <class Form>
+class Window {
+ public:
+  Window(const Window&) = delete;
+  Window& operator=(const Window&) = delete;
+
+  [[nodiscard]] HWND hwnd() const noexcept { return hwnd_; }
+
+ protected:
+  Window() = default;
+
+  ~Window() { Destroy(); }
+
+  /// Destroys the window, detached first: no message reaches the object any more. To be called in the destructor of a
+  /// form whose members its window uses, like its fonts and icons.
+  void Destroy() noexcept {
+    if (hwnd_ != nullptr) {
+      const HWND window = hwnd_;
+      Detach();
+      DestroyWindow(window);
+    }
+  }
+
+  /// Creates the window. Throws RuntimeError 7 "Out of memory" when the system refuses: a program without its window
+  /// would go on unseen.
+  void Create(const WindowSettings& settings) {
+    const HINSTANCE instance = GetModuleHandleW(nullptr);
+    WNDCLASSEXW windowClass = {.cbSize = sizeof windowClass,
+                               .style = 0,
+                               .lpfnWndProc = &Thunk,
+                               .cbClsExtra = 0,
+                               .cbWndExtra = 0,
+                               .hInstance = instance,
+                               .hIcon = settings.icon,
+                               .hCursor = LoadCursorW(nullptr, IDC_ARROW),
+                               .hbrBackground = GetSysColorBrush(COLOR_3DFACE),
+                               .lpszMenuName = nullptr,
+                               .lpszClassName = Form::kWindowClass,
+                               .hIconSm = nullptr};
+    RegisterClassExW(&windowClass);  // fails for the second window of the class, which is as good
+    CreateWindowExW(settings.exStyle, Form::kWindowClass, settings.caption, settings.style, settings.place.left,
+                    settings.place.top, settings.place.right - settings.place.left,
+                    settings.place.bottom - settings.place.top, settings.parent, reinterpret_cast<HMENU>(settings.id),
+                    instance, static_cast<Window*>(this));
+    if (hwnd_ == nullptr) {
+      throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
+    }
+  }
+
+  /// Closes the form, unless its Form_Unload cancels that.
+  void Unload() {
+    bool Cancel = false;
+    static_cast<Form*>(this)->Form_Unload(Cancel);
+  }
+
+  LRESULT DefaultHandling(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    return DefWindowProcW(hwnd_, message, wParam, lParam);
+  }
+
+ private:
+  void Detach() noexcept {
+    SetWindowLongPtrW(hwnd_, GWLP_USERDATA, 0);
+    hwnd_ = nullptr;
+  }
+
+  static LRESULT CALLBACK Thunk(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_NCCREATE) {
+      auto* const self = static_cast<Window*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
+      self->hwnd_ = window;
+      SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+    }
+    auto* const self = reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (self != nullptr && message == WM_NCDESTROY) {
+      self->Detach();
+      return DefWindowProcW(window, message, wParam, lParam);
+    }
+    // Once the program is ending no handler runs; a window that still stands behind an error's box goes on showing
+    // itself.
+    if (self == nullptr || (runtime::Ending() && message != WM_PAINT)) {
+      return DefWindowProcW(window, message, wParam, lParam);
+    }
+    try {
+      return static_cast<Form*>(self)->OnMessage(message, wParam, lParam);
+    } catch (...) {
+      runtime::EndOnCurrentException();
+      return 0;
+    }
+  }
+
+  HWND hwnd_ = nullptr;
+};
+
+/// Runs the messages of this thread until End. Tab, arrows, Space and Enter move and act within every form.
+void RunMessageLoop();
+
+}  // namespace forms

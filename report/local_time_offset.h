@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+
+#include "runtime/boolean.h"
+
+namespace mMoon {
+
+/// Whether LocalTimeOffset honours daylight saving time. Nothing sets it: the program ignores daylight saving on
+/// purpose, and setting this is all that would turn it on.
+inline runtime::Boolean UseDaylightBias = runtime::False;
+
+/// Returns the minutes that are added to UTC to give local time, positive east of Greenwich.
+/// Error: 6 Overflow when a sum of biases leaves 32 bits.
+std::int32_t LocalTimeOffset();
+
+}  // namespace mMoon

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "runtime/random_file_win.h"
+
+namespace tidewell {
+
+/// The settings file, "\vesk.dat" in the program's folder. It is open as long as the object lives.
+/// Errors of every operation: those of runtime::RandomFile.
+class SettingsFile {
+ public:
+  /// Opens the file. A missing file is created empty.
+  SettingsFile();
+
+  /// Reads the record into Settings; a record beyond the end of the file reads as zeros, so that every option is false.
+  void Read() const;
+
+  /// Writes Settings as the record.
+  void Write() const;
+
+ private:
+  runtime::RandomFile file_;
+};
+
+}  // namespace tidewell

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+
+#include "runtime/date_value.h"
+
+namespace runtime {
+
+/// The zone of the computer in the terms of the system: UTC = local time + bias, biases in minutes.
+struct TimeZoneReading {
+  std::int32_t Result;  ///< -1 invalid, 0 unknown, 1 standard time, 2 daylight time
+  std::int32_t Bias;
+  std::int32_t StandardBias;
+  std::int32_t DaylightBias;
+};
+
+/// The system's local clock, to the second.
+[[nodiscard]] DateValue SystemNow();
+
+/// The system's zone.
+[[nodiscard]] TimeZoneReading SystemTimeZone();
+
+}  // namespace runtime

@@ -1,0 +1,31 @@
+#include <windows.h>
+
+#include "runtime/code_page.h"
+
+namespace runtime {
+
+namespace {
+
+CodePage ReadSystemCodePage() {
+  CodePage page{};
+  for (unsigned byte = 0; byte < page.characters.size(); ++byte) {
+    const char narrow = static_cast<char>(byte);
+    wchar_t wide = 0;
+    char back = 0;
+    // Only a byte that comes back as itself is a character of its own: lead bytes and holes do not.
+    const bool ownCharacter = MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, &narrow, 1, &wide, 1) == 1 &&
+                              WideCharToMultiByte(CP_ACP, 0, &wide, 1, &back, 1, nullptr, nullptr) == 1 &&
+                              back == narrow;
+    page.characters.at(byte) = ownCharacter ? wide : PrivateCharacter(byte);
+  }
+  return page;
+}
+
+}  // namespace
+
+const CodePage& SystemCodePage() {
+  static const CodePage page = ReadSystemCodePage();
+  return page;
+}
+
+}  // namespace runtime

@@ -1,0 +1,79 @@
+#include "runtime/random_file_win.h"
+
+#include <algorithm>
+
+#include "runtime/runtime_error.h"
+
+namespace runtime {
+
+namespace {
+
+RuntimeError ErrorOf(DWORD reason) {
+  switch (reason) {
+    case ERROR_FILE_NOT_FOUND:
+      return RuntimeError(ErrorNumber::FileNotFound);
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_BAD_NETPATH:
+      return RuntimeError(ErrorNumber::PathNotFound);
+    case ERROR_ACCESS_DENIED:
+      return RuntimeError(ErrorNumber::PathFileAccessError);
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+    case ERROR_WRITE_PROTECT:
+      return RuntimeError(ErrorNumber::PermissionDenied);
+    case ERROR_DISK_FULL:
+    case ERROR_HANDLE_DISK_FULL:
+      return RuntimeError(ErrorNumber::DiskFull);
+    case ERROR_INVALID_NAME:
+    case ERROR_INVALID_HANDLE:
+      return RuntimeError(ErrorNumber::BadFileNameOrNumber);
+    default:
+      return RuntimeError(ErrorNumber::DeviceIOError);
+  }
+}
+
+/// The place of a record, for reading and writing without a file pointer.
+OVERLAPPED PlaceOf(std::uint32_t record, std::uint32_t recordLength) {
+  const std::uint64_t offset = std::uint64_t{record - 1} * recordLength;
+  OVERLAPPED place{};
+  place.Offset = static_cast<DWORD>(offset);
+  place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+  return place;
+}
+
+}  // namespace
+
+RandomFile::RandomFile(const std::wstring& path, std::uint32_t recordLength) : recordLength_(recordLength) {
+  const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                  nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) {
+    throw ErrorOf(GetLastError());
+  }
+  file_.reset(file);
+}
+
+void RandomFile::Read(std::uint32_t record, std::span<std::byte> bytes) const {
+  OVERLAPPED place = PlaceOf(record, recordLength_);
+  DWORD read = 0;
+  if (ReadFile(file_.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, &place) == FALSE) {
+    const DWORD reason = GetLastError();
+    if (reason != ERROR_HANDLE_EOF) {
+      throw ErrorOf(reason);
+    }
+    read = 0;
+  }
+  std::ranges::fill(bytes.subspan(read), std::byte{0});
+}
+
+void RandomFile::Write(std::uint32_t record, std::span<const std::byte> bytes) const {
+  OVERLAPPED place = PlaceOf(record, recordLength_);
+  DWORD written = 0;
+  if (WriteFile(file_.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, &place) == FALSE) {
+    throw ErrorOf(GetLastError());
+  }
+  if (written != bytes.size()) {
+    throw RuntimeError(ErrorNumber::DiskFull);
+  }
+}
+
+}  // namespace runtime

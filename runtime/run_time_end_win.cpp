@@ -1,0 +1,74 @@
+#include <windows.h>
+
+#include <array>
+#include <cstdio>
+#include <new>
+#include <optional>
+
+#include "runtime/run_time_end.h"
+#include "runtime/runtime_error.h"
+#include "version.h"
+
+namespace runtime {
+
+namespace {
+
+bool ending = false;
+std::optional<ErrorNumber> endedBy;
+
+ErrorNumber NumberOfCurrentException() noexcept {
+  try {
+    throw;
+  } catch (const RuntimeError& error) {
+    return error.number();
+  } catch (const std::bad_alloc&) {
+    return ErrorNumber::OutOfMemory;
+  } catch (...) {
+    return ErrorNumber::InternalError;
+  }
+}
+
+BOOL CALLBACK LetTheBoxCover(HWND window, LPARAM /*parameter*/) noexcept {
+  SetWindowPos(window, HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  return TRUE;
+}
+
+void ShowRunTimeError(ErrorNumber number) noexcept {
+  std::array<char, 128> text{};  // no allocation: the error may be that there is no memory
+  std::snprintf(text.data(), text.size(), "Run-time error '%d':\n\n%s", static_cast<int>(number), ErrorText(number));
+  // Task modal: the program's own windows are disabled while the box stands.
+  MessageBoxA(nullptr, text.data(), TIDEWELL_NAME, MB_OK | MB_ICONERROR | MB_TASKMODAL | MB_SETFOREGROUND | MB_TOPMOST);
+}
+
+}  // namespace
+
+bool Ending() noexcept { return ending; }
+
+void End() noexcept {
+  ending = true;
+  EndMenu();
+  // Wakes the message loop, which then sees that the program is ending. Not PostQuitMessage: menus and drags may take
+  // that message away, and the box of a run-time error would end on it at once.
+  PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
+}
+
+void EndOnCurrentException() noexcept {
+  const ErrorNumber number = NumberOfCurrentException();
+  if (endedBy) {
+    return;
+  }
+  endedBy = number;
+  End();
+}
+
+int ReportRunTimeError() noexcept {
+  if (!endedBy) {
+    return 0;
+  }
+  // Not every system obeys MB_TOPMOST, and the box would open behind a topmost window.
+  EnumThreadWindows(GetCurrentThreadId(), LetTheBoxCover, 0);
+  ShowRunTimeError(*endedBy);
+  return 1;
+}
+
+}  // namespace runtime

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <exception>
+
+namespace runtime {
+
+/// The run-time errors that the program can end with. The numbers are shown to the user with their texts.
+enum class ErrorNumber : int {
+  InvalidProcedureCall = 5,
+  Overflow = 6,
+  OutOfMemory = 7,
+  DivisionByZero = 11,
+  TypeMismatch = 13,
+  InternalError = 51,
+  BadFileNameOrNumber = 52,
+  FileNotFound = 53,
+  FileAlreadyOpen = 55,
+  DeviceIOError = 57,
+  DiskFull = 61,
+  PermissionDenied = 70,
+  PathFileAccessError = 75,
+  PathNotFound = 76,
+  ControlArrayElementDoesNotExist = 340,
+};
+
+/// Returns the text that is shown to the user for an error, in English and without a closing full stop.
+[[nodiscard]] const char* ErrorText(ErrorNumber number) noexcept;
+
+/// A run-time error. No routine or handler catches one: it travels to the thunk of the window procedure (or to the
+/// start), where the program shows it and ends.
+class RuntimeError : public std::exception {
+ public:
+  explicit RuntimeError(ErrorNumber number) noexcept : number_(number) {}
+
+  [[nodiscard]] ErrorNumber number() const noexcept { return number_; }
+
+  /// The text of the error, as ErrorText gives it.
+  [[nodiscard]] const char* what() const noexcept override { return ErrorText(number_); }
+
+ private:
+  ErrorNumber number_;
+};
+
+}  // namespace runtime

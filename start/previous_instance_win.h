@@ -1,0 +1,27 @@
+#pragma once
+
+#include <windows.h>
+
+#include "runtime/handle_win.h"
+#include "version.h"
+
+namespace tidewell {
+
+/// Tells whether another copy of the program runs in the user's session. The system decides the race of two copies that
+/// start in the same instant: one of them creates the mutex, the other one finds it.
+class PreviousInstanceTest {
+ public:
+  PreviousInstanceTest() noexcept : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\" TIDEWELL_NAME " is running")) {
+    const DWORD reason = GetLastError();
+    // Access is denied to the mutex of a copy with higher rights: it runs all the same.
+    anotherIsRunning_ = reason == ERROR_ALREADY_EXISTS || (!mutex_ && reason == ERROR_ACCESS_DENIED);
+  }
+
+  [[nodiscard]] bool AnotherIsRunning() const noexcept { return anotherIsRunning_; }
+
+ private:
+  runtime::unique_mutex mutex_;
+  bool anotherIsRunning_ = false;
+};
+
+}  // namespace tidewell

@@ -1,0 +1,54 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <set>
+
+#include "runtime/clock.h"
+#include "runtime/code_page.h"
+#include "runtime/locale_names.h"
+
+namespace {
+
+TEST(Clock, GivesTheLocalTime) {
+  // The clock moves between two readings: the middle one must lie between them.
+  const auto reading = [] {
+    SYSTEMTIME time{};
+    GetLocalTime(&time);
+    return runtime::AddTime(runtime::DateSerial(time.wYear, time.wMonth, time.wDay), time.wHour, time.wMinute,
+                            time.wSecond);
+  };
+  const double before = reading();
+  const double now = runtime::SystemNow();
+  const double after = reading();
+  EXPECT_LE(before, now);
+  EXPECT_LE(now, after);
+}
+
+TEST(Clock, ReadsTheZoneOfTheSystem) {
+  TIME_ZONE_INFORMATION zone{};
+  const DWORD result = GetTimeZoneInformation(&zone);
+  const runtime::TimeZoneReading reading = runtime::SystemTimeZone();
+  EXPECT_EQ(reading.Result, static_cast<int>(result));
+  EXPECT_EQ(reading.Bias, zone.Bias);
+  EXPECT_EQ(reading.StandardBias, zone.StandardBias);
+  EXPECT_EQ(reading.DaylightBias, zone.DaylightBias);
+}
+
+TEST(Locale, HasTwelveMonthsAndASeparator) {
+  const runtime::LocaleNames locale = runtime::ReadUserLocale();
+  const std::set<std::wstring> months(locale.abbreviatedMonths.begin(), locale.abbreviatedMonths.end());
+  EXPECT_EQ(months.size(), 12U);
+  EXPECT_FALSE(months.contains(L""));
+  EXPECT_FALSE(locale.decimalSeparator.empty());
+}
+
+TEST(CodePage, TakesEveryByteToTextAndBack) {
+  const runtime::CodePage& page = runtime::SystemCodePage();
+  for (int value = 0; value < 256; ++value) {
+    const auto byte = static_cast<std::byte>(value);
+    ASSERT_EQ(page.Encode(page.Decode(byte)), byte) << value;
+  }
+  EXPECT_EQ(page.Decode(std::byte{'A'}), L'A');
+}
+
+}  // namespace

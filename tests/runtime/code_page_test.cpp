@@ -1,0 +1,37 @@
+#include "runtime/code_page.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+
+#include "support/code_pages.h"
+
+using runtime::CodePage;
+using support::CollidingPage;
+using support::Latin1Page;
+using support::PageWithPrivateCharacters;
+
+TEST(CodePage, TakesEveryByteToTextAndBack) {
+  for (const CodePage& page : {Latin1Page(), PageWithPrivateCharacters()}) {
+    for (unsigned byte = 0; byte < 256; ++byte) {
+      EXPECT_EQ(page.Encode(page.Decode(std::byte(byte))), std::byte(byte)) << byte;
+    }
+  }
+}
+
+TEST(CodePage, WritesAQuestionMarkForACharacterItDoesNotHave) {
+  EXPECT_EQ(Latin1Page().Encode(L'\x2603'), std::byte{'?'});
+  EXPECT_EQ(PageWithPrivateCharacters().Encode(L'\x0081'), std::byte{'?'});
+}
+
+TEST(CodePage, PrivateCharactersDifferByByte) {
+  EXPECT_EQ(runtime::PrivateCharacter(0x81), L'\xF781');
+  EXPECT_EQ(runtime::PrivateCharacter(0xFF), L'\xF7FF');
+}
+
+// Why a page may have no character twice: the second byte would not survive.
+TEST(CodePage, OfTwoBytesThatShareACharacterTheFirstIsWritten) {
+  const CodePage page = CollidingPage();
+  EXPECT_EQ(page.Decode(std::byte{0x81}), page.Decode(std::byte{0x8D}));
+  EXPECT_EQ(page.Encode(page.Decode(std::byte{0x8D})), std::byte{0x81});
+}

@@ -1,0 +1,189 @@
+#include "runtime/date_value.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "runtime/locale_names.h"
+#include "support/closeness.h"
+#include "support/raises.h"
+
+using support::Raises;
+using support::Same;
+
+namespace runtime {
+
+namespace {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+DateValue DateAndTime(int year, int month, int day, int hour, int minute, int second = 0) {
+  return AddTime(DateSerial(year, month, day), hour, minute, second);
+}
+
+void ExpectParts(DateValue date, int year, int month, int day, int hour, int minute, int second) {
+  const DateParts parts = PartsOf(date);
+  EXPECT_EQ(parts.year, year);
+  EXPECT_EQ(parts.month, month);
+  EXPECT_EQ(parts.day, day);
+  EXPECT_EQ(parts.hour, hour);
+  EXPECT_EQ(parts.minute, minute);
+  EXPECT_EQ(parts.second, second);
+}
+
+}  // namespace
+
+TEST(DateSerial, CountsDaysFromTheEndOf1899) {
+  EXPECT_TRUE(Same(0, DateSerial(1899, 12, 30)));
+  EXPECT_TRUE(Same(2, DateSerial(1900, 1, 1)));
+  EXPECT_TRUE(Same(36526, DateSerial(2000, 1, 1)));
+  EXPECT_TRUE(Same(46350, DateSerial(2026, 11, 24)));
+  EXPECT_TRUE(Same(-1, DateSerial(1899, 12, 29)));
+}
+
+TEST(DateSerial, RunsOnBeyondTheEndOfTheMonth) {
+  EXPECT_TRUE(Same(DateSerial(2003, 3, 1), DateSerial(2003, 2, 29)));
+  EXPECT_TRUE(Same(DateSerial(2004, 1, 1), DateSerial(2003, 12, 32)));
+  EXPECT_TRUE(Same(DateSerial(2003, 2, 28), DateSerial(2003, 3, 0)));
+}
+
+TEST(DateSerial, RefusesYearsThatNoDateHas) {
+  EXPECT_NO_THROW((void)DateSerial(100, 1, 1));
+  EXPECT_NO_THROW((void)DateSerial(9999, 12, 31));
+  EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(9999, 12, 32); }));
+  EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(99, 12, 31); }));
+  EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(10000, 1, 1); }));
+  EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(-32768, 1, 1); }));
+}
+
+TEST(AddTime, CarriesInBothDirections) {
+  const DateValue date = DateSerial(2003, 8, 19);
+  EXPECT_TRUE(Same(date + 0.5, AddTime(date, 12, 0)));
+  EXPECT_TRUE(Same(date + 0.75, AddTime(date, 17, 60)));
+  EXPECT_TRUE(Same(date + 1, AddTime(date, 24, 0)));
+  EXPECT_TRUE(Same(date + 1, AddTime(date, 23, 59, 60)));
+  EXPECT_TRUE(Same(date - 1 + 1439.0 / 1440, AddTime(date, 0, -1)));
+  EXPECT_TRUE(Same(date - 1 + 21.0 / 24, AddTime(date, 2, -300)));
+  EXPECT_TRUE(Same(date + 22 + 1087.0 / 1440, AddTime(date, 0, 32767)));
+  EXPECT_TRUE(Same(date - 23 + 352.0 / 1440, AddTime(date, 0, -32768)));
+}
+
+TEST(PartsOf, TakesADateApart) {
+  ExpectParts(DateAndTime(2026, 11, 24, 21, 5, 9), 2026, 11, 24, 21, 5, 9);
+  ExpectParts(0, 1899, 12, 30, 0, 0, 0);
+}
+
+// As in every spreadsheet-like count of days that is linear: the floor is the day.
+TEST(PartsOf, IsLinearBelowTheEpoch) {
+  ExpectParts(-0.25, 1899, 12, 29, 18, 0, 0);
+  ExpectParts(-1, 1899, 12, 29, 0, 0, 0);
+  ExpectParts(DateAndTime(1800, 2, 28, 23, 59, 59), 1800, 2, 28, 23, 59, 59);
+}
+
+TEST(PartsOf, RoundsToTheNearestSecond) {
+  const DateValue date = DateSerial(2003, 12, 31);
+  ExpectParts(date + 86399.4 / 86400, 2003, 12, 31, 23, 59, 59);
+  ExpectParts(date + 86399.6 / 86400, 2004, 1, 1, 0, 0, 0);
+}
+
+TEST(PartsOf, GivesBackEverySecondOfADay) {
+  const DateValue date = DateSerial(2050, 7, 3);
+  for (int second = 0; second < 86400; second += 7) {
+    const DateParts parts = PartsOf(AddTime(date, 0, 0, second));
+    ASSERT_EQ(parts.hour * 3600 + parts.minute * 60 + parts.second, second);
+    ASSERT_EQ(parts.day, 3);
+  }
+}
+
+TEST(PartsOf, RefusesDatesOutsideTheCalendar) {
+  ExpectParts(DateSerial(100, 1, 1), 100, 1, 1, 0, 0, 0);
+  ExpectParts(DateAndTime(9999, 12, 31, 23, 59, 59), 9999, 12, 31, 23, 59, 59);
+  for (const DateValue date : {DateSerial(100, 1, 1) - 1, DateSerial(9999, 12, 31) + 1, 1e15, -1e300, kNaN}) {
+    EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [&] { (void)PartsOf(date); })) << date;
+  }
+}
+
+TEST(SameMinute, ComparesDownToTheMinute) {
+  const DateValue date = DateAndTime(2003, 8, 19, 12, 34, 0);
+  EXPECT_TRUE(SameMinute(date, DateAndTime(2003, 8, 19, 12, 34, 59)));
+  EXPECT_FALSE(SameMinute(date, DateAndTime(2003, 8, 19, 12, 35, 0)));
+  EXPECT_FALSE(SameMinute(date, DateAndTime(2003, 8, 19, 12, 33, 59)));
+  EXPECT_FALSE(SameMinute(date, date + 1));
+  EXPECT_TRUE(SameMinute(-0.25, -0.25 + 59.0 / 86400));
+  EXPECT_FALSE(SameMinute(-0.25, -0.25 - 1.0 / 86400));
+}
+
+TEST(SameMinute, ChangesWithEveryFullMinuteOfADay) {
+  for (const DateValue date : {DateSerial(2003, 8, 19), DateSerial(1800, 2, 28)}) {
+    for (int second = 1; second < 86400; ++second) {
+      ASSERT_EQ(SameMinute(AddTime(date, 0, 0, second - 1), AddTime(date, 0, 0, second)), second % 60 != 0) << second;
+    }
+  }
+}
+
+TEST(DateText, HasDayMonthAndYear) {
+  EXPECT_EQ(DateText(DateAndTime(2026, 11, 24, 21, 5), {}), L"24-Nov-26");
+  EXPECT_EQ(DateText(DateSerial(2003, 8, 7), {}), L"07-Aug-03");
+  EXPECT_EQ(DateText(DateSerial(1900, 1, 1), {}), L"01-Jan-00");
+}
+
+TEST(DateText, TakesTheMonthFromTheLocale) {
+  LocaleNames german;
+  german.abbreviatedMonths.at(11) = L"Dez";
+  EXPECT_EQ(DateText(DateSerial(2003, 12, 31), german), L"31-Dez-03");
+  EXPECT_EQ(DateText(DateSerial(2003, 11, 30), german), L"30-Nov-03");
+}
+
+TEST(TimeText, HasATwelveHourClock) {
+  const DateValue date = DateSerial(2026, 11, 24);
+  EXPECT_EQ(TimeText(AddTime(date, 21, 5), {}), L"9:05 PM");
+  EXPECT_EQ(TimeText(AddTime(date, 0, 0), {}), L"12:00 AM");
+  EXPECT_EQ(TimeText(AddTime(date, 11, 59, 59), {}), L"11:59 AM");
+  EXPECT_EQ(TimeText(AddTime(date, 12, 0), {}), L"12:00 PM");
+  EXPECT_EQ(TimeText(AddTime(date, 13, 30), {}), L"1:30 PM");
+}
+
+TEST(TimeText, TakesTheMarkersFromTheLocale) {
+  LocaleNames locale;
+  locale.am = L"a. m.";
+  locale.pm = L"p. m.";
+  EXPECT_EQ(TimeText(0.25, locale), L"6:00 a. m.");
+  EXPECT_EQ(TimeText(0.75, locale), L"6:00 p. m.");
+}
+
+TEST(TimeText, EnglishMarkersStandInWhereTheLocaleHasNone) {
+  LocaleNames locale;
+  locale.am = L"";
+  locale.pm = L"";
+  EXPECT_EQ(TimeText(0.25, locale), L"6:00 AM");
+  EXPECT_EQ(TimeText(0.75, locale), L"6:00 PM");
+}
+
+TEST(HoursText, IsTheTimeOfDayWithoutLeadingZero) {
+  EXPECT_EQ(HoursText(12.325), L"7:48");  // 0.325 days are a hair below 7:48:00
+  EXPECT_EQ(HoursText(9.5), L"12:00");
+  EXPECT_EQ(HoursText(0.25), L"6:00");
+  EXPECT_EQ(HoursText(3), L"0:00");
+  EXPECT_EQ(HoursText(5.9996), L"23:59");
+}
+
+TEST(HoursText, RoundsToTheNearestSecondFirst) {
+  EXPECT_EQ(HoursText(1 + 59.4 / 86400), L"0:00");
+  EXPECT_EQ(HoursText(1 + 59.6 / 86400), L"0:01");
+  EXPECT_EQ(HoursText(1 + 86399.6 / 86400), L"0:00");
+}
+
+TEST(HoursText, ShowsTheMagnitudesFractionBelowZero) {
+  EXPECT_EQ(HoursText(-0.25), L"6:00");
+  EXPECT_EQ(HoursText(-0.28125), L"6:45");
+  EXPECT_EQ(HoursText(-8.525), L"12:36");
+}
+
+TEST(WholeText, HasDecimalDigits) {
+  EXPECT_EQ(WholeText(0), L"0");
+  EXPECT_EQ(WholeText(12), L"12");
+  EXPECT_EQ(WholeText(-1), L"-1");
+  EXPECT_EQ(WholeText(std::numeric_limits<int>::min()), L"-2147483648");
+}
+
+}  // namespace runtime

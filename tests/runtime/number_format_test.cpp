@@ -1,0 +1,91 @@
+#include "runtime/number_format.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "support/module_test.h"
+#include "support/raises.h"
+
+using support::Raises;
+
+namespace runtime {
+
+using FormatNumberTest = support::ModuleTest;
+
+TEST_F(FormatNumberTest, RoundsInDecimalHalfAwayFromZero) {
+  EXPECT_EQ(FormatNumber(9.99995, L"00.0000"), L"10.0000");  // the double lies just below
+  EXPECT_EQ(FormatNumber(9.99994, L"00.0000"), L"09.9999");
+  EXPECT_EQ(FormatNumber(5.9996, L"00.000"), L"06.000");
+  EXPECT_EQ(FormatNumber(2.5, L"0"), L"3");
+  EXPECT_EQ(FormatNumber(0.5, L"0"), L"1");
+  EXPECT_EQ(FormatNumber(1.0005, L"0.000"), L"1.001");
+  EXPECT_EQ(FormatNumber(-1.0005, L"0.000"), L"-1.001");
+  EXPECT_EQ(FormatNumber(0.0000005, L"0.000000"), L"0.000001");
+  EXPECT_EQ(FormatNumber(0.00000049999, L"0.000000"), L"0.000000");
+}
+
+TEST_F(FormatNumberTest, TakesThe15SignificantDigitsFirst) {
+  // 15 digits make 0.4999999999999996 a half.
+  EXPECT_EQ(FormatNumber(0.4999999999999996, L"0"), L"1");
+  EXPECT_EQ(FormatNumber(0.499999999999999, L"0"), L"0");
+  EXPECT_EQ(FormatNumber(0.1 + 0.2, L"0.00000000000000000"), L"0.30000000000000000");
+  EXPECT_EQ(FormatNumber(123456789012345678.0, L"0"), L"123456789012346000");
+}
+
+TEST_F(FormatNumberTest, CarriesThroughNines) {
+  EXPECT_EQ(FormatNumber(99.99996, L"00.0000"), L"100.0000");
+  EXPECT_EQ(FormatNumber(0.9999996, L"0.000000"), L"1.000000");
+  EXPECT_EQ(FormatNumber(1.9999996, L"0.000000"), L"2.000000");
+}
+
+TEST_F(FormatNumberTest, FillsUpWithZerosOnBothSides) {
+  EXPECT_EQ(FormatNumber(0, L"00.0000"), L"00.0000");
+  EXPECT_EQ(FormatNumber(7, L"00"), L"07");
+  EXPECT_EQ(FormatNumber(123.5, L"00.000"), L"123.500");
+  EXPECT_EQ(FormatNumber(0.001, L"00.000"), L"00.001");
+  EXPECT_EQ(FormatNumber(1e-300, L"0.000000"), L"0.000000");
+  EXPECT_EQ(FormatNumber(1e20, L"0.0"), L"100000000000000000000.0");
+}
+
+TEST_F(FormatNumberTest, KeepsTheMinusSignOfANegativeValue) {
+  EXPECT_EQ(FormatNumber(-0.25, L"00.000"), L"-00.250");
+  EXPECT_EQ(FormatNumber(-0.0001, L"00.000"), L"-00.000");
+  EXPECT_EQ(FormatNumber(-0.0, L"00.000"), L"00.000");
+}
+
+TEST_F(FormatNumberTest, WritesTheDecimalSeparatorOfTheLocale) {
+  DecimalSeparator = L",";
+  EXPECT_EQ(FormatNumber(0.25, L"0.000000"), L"0,250000");
+  DecimalSeparator = L"::";
+  EXPECT_EQ(FormatNumber(1.5, L"00.0"), L"01::5");
+  EXPECT_EQ(FormatNumber(1.5, L"00"), L"02");
+}
+
+TEST_F(FormatNumberTest, RefusesWhatIsNoNumber) {
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { (void)FormatNumber(HUGE_VAL, L"0"); }));
+  EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall,
+                     [] { (void)FormatNumber(std::numeric_limits<double>::quiet_NaN(), L"0"); }));
+}
+
+TEST(LeadingInteger, ReadsTheFirstTwoCharacters) {
+  EXPECT_EQ(LeadingInteger(L"10.0000"), 10);
+  EXPECT_EQ(LeadingInteger(L"09.9999"), 9);
+  EXPECT_EQ(LeadingInteger(L"28"), 28);
+  EXPECT_EQ(LeadingInteger(L"123.4"), 12);
+  EXPECT_EQ(LeadingInteger(L"7"), 7);
+}
+
+TEST(LeadingInteger, ReadsAMinusSign) {
+  EXPECT_EQ(LeadingInteger(L"-00.250"), 0);
+  EXPECT_EQ(LeadingInteger(L"-12.000"), -1);
+}
+
+TEST(LeadingInteger, RefusesOtherTexts) {
+  for (const wchar_t* text : {L"", L"-", L"1x", L"x1", L"--"}) {
+    EXPECT_TRUE(Raises(ErrorNumber::TypeMismatch, [&] { (void)LeadingInteger(text); }));
+  }
+}
+
+}  // namespace runtime

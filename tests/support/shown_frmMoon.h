@@ -1,0 +1,52 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "report/frmMoon.h"
+#include "report/moon_report.h"
+#include "report/settings_file_win.h"
+#include "runtime/clock.h"
+#include "runtime/handle_win.h"
+#include "runtime/locale_names.h"
+#include "runtime/program_folder.h"
+#include "support/scratch_file_win.h"
+
+/// The main window, loaded and shown, at an instant that the test sets.
+class ShownMoon : public testing::Test {
+ protected:
+  ShownMoon() { Load(); }
+  ~ShownMoon() override {
+    form_.reset();
+    mMoon::CloseSettingsFile();
+  }
+
+  /// Loads the window as the program's start does, again if it stood already.
+  void Load() {
+    form_.reset();
+    mMoon::CloseSettingsFile();
+    form_ = std::make_unique<tidewell::frmMoon>();
+    mMoon::OffsetMinutes = 0;
+    mMoon::Surroundings = {
+        .frmMoon = form_.get(), .Now = [] { return now; }, .ReadLocale = [] { return runtime::LocaleNames{}; }};
+    form_->Load();
+    form_->Show();
+  }
+
+  tidewell::frmMoon& form() { return *form_; }
+
+  void Repaint() { RedrawWindow(form().hwnd(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); }
+
+  COLORREF Pixel(int x, int y) {
+    const HDC dc = GetDC(form().hwnd());
+    const COLORREF colour = GetPixel(dc, x, y);
+    ReleaseDC(form().hwnd(), dc);
+    return colour;
+  }
+
+  static inline runtime::DateValue now = runtime::AddTime(runtime::DateSerial(2026, 11, 21), 3, 40);
+
+  ScratchFile settingsFile_{runtime::ProgramFolder() + L"\\vesk.dat"};
+  std::unique_ptr<tidewell::frmMoon> form_;
+};

@@ -1,0 +1,141 @@
+#include "tray/frmAbout.h"
+
+#include <gtest/gtest.h>
+// After windows.h, which it builds on.
+#include <shellapi.h>
+
+#include "runtime/runtime_error.h"
+#include "tray/tray_icon_data.h"
+
+namespace {
+
+namespace layout = tidewell::frmAboutLayout;
+
+class FakeMainForm final : public tidewell::MainForm {
+ public:
+  bool visible = true;
+
+  [[nodiscard]] bool Visible() const override { return visible; }
+  void Show() override { visible = true; }
+  void Hide() override { visible = false; }
+  [[nodiscard]] HICON Icon() const override { return LoadIconW(nullptr, IDI_APPLICATION); }
+};
+
+class About : public testing::Test {
+ protected:
+  About() { Update(0, 5); }
+  ~About() override { Update(2, 0); }
+
+  std::int16_t Update(std::int32_t Value, std::int16_t IcoNum) {
+    about_.UpdateMoonIcon(Value, IcoNum);
+    return IcoNum;
+  }
+
+  /// What the tray sends for a mouse message of the icon.
+  void TrayMessage(int message) { SendMessageW(about_.hwnd(), WM_MOUSEMOVE, 1, message); }
+
+  [[nodiscard]] HICON PictureOf(int index) const {
+    return reinterpret_cast<HICON>(
+        SendMessageW(GetDlgItem(about_.hwnd(), layout::kPicMoon + index), STM_GETICON, 0, 0));
+  }
+
+  FakeMainForm main_;
+  tidewell::frmAbout about_{main_};
+};
+
+TEST_F(About, FillsTheRecordOfTheIcon) {
+  const tidewell::TrayIconRecord& record = mMoon::TrayIconData;
+  EXPECT_EQ(record.cbSize, 88U);
+  EXPECT_EQ(record.hWnd, static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(about_.hwnd())));
+  EXPECT_EQ(record.uID, 1U);
+  EXPECT_EQ(record.uFlags, 7U);
+  EXPECT_EQ(record.uCallbackMessage, 512U);
+  EXPECT_EQ(record.hIcon, static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(PictureOf(5))));
+}
+
+TEST_F(About, KeepsTheTipThatTheReportLeft) {
+  mMoon::TrayIconData.SetTip(L"Moon's Age - 12 Days 7:48");
+  const auto tip = mMoon::TrayIconData.szTip;
+  Update(1, 6);
+  EXPECT_EQ(mMoon::TrayIconData.szTip, tip);
+}
+
+TEST_F(About, ShowsTheNewMoonForNumber28) {
+  EXPECT_EQ(Update(1, 28), 0);
+  const auto newMoon = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(PictureOf(0)));
+  EXPECT_EQ(mMoon::TrayIconData.hIcon, newMoon);
+  EXPECT_EQ(Update(1, 27), 27);
+  EXPECT_NE(mMoon::TrayIconData.hIcon, newMoon);
+}
+
+TEST_F(About, RefusesANumberBelowZero) {
+  try {
+    Update(1, -1);
+    FAIL();
+  } catch (const runtime::RuntimeError& error) {
+    EXPECT_EQ(error.number(), runtime::ErrorNumber::ControlArrayElementDoesNotExist);
+  }
+}
+
+TEST_F(About, HasTwentyEightPicturesBelowItsClientArea) {
+  for (int index = 0; index < 28; ++index) {
+    const HWND holder = GetDlgItem(about_.hwnd(), layout::kPicMoon + index);
+    ASSERT_NE(holder, nullptr) << index;
+    ASSERT_NE(PictureOf(index), nullptr) << index;
+    RECT place{};
+    GetWindowRect(holder, &place);
+    MapWindowPoints(nullptr, about_.hwnd(), reinterpret_cast<POINT*>(&place), 2);
+    EXPECT_GE(place.top, 172) << index;
+    EXPECT_EQ(place.right - place.left, 16) << index;
+    EXPECT_EQ(place.bottom - place.top, 16) << index;
+  }
+}
+
+TEST_F(About, ALeftReleaseTogglesTheMainWindow) {
+  TrayMessage(514);
+  EXPECT_FALSE(main_.visible);
+  EXPECT_EQ(mMoon::MouseMsg, 514);
+  TrayMessage(514);
+  EXPECT_TRUE(main_.visible);
+}
+
+TEST_F(About, OtherMessagesDoNothingButMakeItTopmost) {
+  for (const int message : {512, 513, 515, 516, 518}) {
+    TrayMessage(message);
+    EXPECT_TRUE(main_.visible) << message;
+    EXPECT_EQ(mMoon::MouseMsg, message);
+  }
+  EXPECT_TRUE(GetWindowLongW(about_.hwnd(), GWL_EXSTYLE) & WS_EX_TOPMOST);
+  EXPECT_EQ(reinterpret_cast<HICON>(SendMessageW(about_.hwnd(), WM_GETICON, ICON_BIG, 0)), main_.Icon());
+}
+
+TEST_F(About, ClosingOnlyHidesIt) {
+  const HWND window = about_.hwnd();
+  ShowWindow(window, SW_SHOW);
+  SendMessageW(window, WM_CLOSE, 0, 0);
+  EXPECT_TRUE(IsWindow(window));
+  EXPECT_FALSE(IsWindowVisible(window));
+  ShowWindow(window, SW_SHOW);
+  SendMessageW(GetDlgItem(window, layout::kCmdOK), BM_CLICK, 0, 0);
+  EXPECT_TRUE(IsWindow(window));
+  EXPECT_FALSE(IsWindowVisible(window));
+  TrayMessage(514);
+  EXPECT_FALSE(main_.visible);
+}
+
+TEST_F(About, HasItsTexts) {
+  const auto text = [&](int id) {
+    wchar_t buffer[100];
+    GetDlgItemTextW(about_.hwnd(), id, buffer, 100);
+    return std::wstring(buffer);
+  };
+  EXPECT_EQ(text(layout::kLblTitle), L"Tidewell 1.0");
+  EXPECT_EQ(text(layout::kLblDescription), L"Developed by Quorvane Systems");
+  EXPECT_EQ(text(layout::kCmdOK), L"OK");
+  RECT client{};
+  GetClientRect(about_.hwnd(), &client);
+  EXPECT_EQ(client.right, 283);
+  EXPECT_EQ(client.bottom, 137);
+}
+
+}  // namespace
