@@ -20,8 +20,6 @@ const char* ErrorText(ErrorNumber number) noexcept {
       return "Bad file name or number";
     case ErrorNumber::FileNotFound:
       return "File not found";
-    case ErrorNumber::FileAlreadyOpen:
-      return "File already open";
     case ErrorNumber::DeviceIOError:
       return "Device I/O error";
     case ErrorNumber::DiskFull:

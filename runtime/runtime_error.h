@@ -14,7 +14,6 @@ enum class ErrorNumber : int {
   InternalError = 51,
   BadFileNameOrNumber = 52,
   FileNotFound = 53,
-  FileAlreadyOpen = 55,
   DeviceIOError = 57,
   DiskFull = 61,
   PermissionDenied = 70,

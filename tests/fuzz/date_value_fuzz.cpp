@@ -35,8 +35,10 @@ void TakenApart(DateValue date) {
   const std::wstring time = TimeText(date, locale);
   Require(Within(7, static_cast<double>(time.size()), 8), "h:mm AM");
   Require(time.ends_with(parts.hour < 12 ? L"AM" : L"PM"), "the half of the day");
+  const DateParts magnitude = PartsOf(std::fabs(date));
   const std::wstring hours = HoursText(date);
-  Require(std::stoi(hours) == parts.hour && std::stoi(hours.substr(hours.find(L':') + 1)) == parts.minute, "h:mm");
+  Require(std::stoi(hours) == magnitude.hour && std::stoi(hours.substr(hours.find(L':') + 1)) == magnitude.minute,
+          "h:mm");
   Require(SameMinute(date, AddTime(whole, 0, 0, -parts.second)), "the second is not looked at");
   Require(!SameMinute(date, AddTime(whole, 0, 1)), "the next minute is another one");
 }

@@ -31,7 +31,7 @@ class MainWindow : public ShownMoon {
     Settings.RestoreInTray = restoreInTray;
     Settings.AutoStart = autoStart;
     Settings.SouthernView = southernView;
-    mMoon::WriteSettings();
+    tidewell::SettingsFile().Write();
     Load();
   }
 };
@@ -56,12 +56,12 @@ TEST_F(MainWindow, TheFirstReportIsInUniversalTime) { EXPECT_EQ(mMoon::OffsetMin
 TEST_F(MainWindow, AClickStoresItsOptionAlone) {
   SendMessageW(Check1(0), BM_CLICK, 0, 0);
   SendMessageW(Check1(2), BM_CLICK, 0, 0);
-  mMoon::ReadSettings();
+  tidewell::SettingsFile().Read();
   EXPECT_EQ(Settings.RestoreInTray, runtime::True);
   EXPECT_EQ(Settings.AutoStart, runtime::False);
   EXPECT_EQ(Settings.SouthernView, runtime::True);
   SendMessageW(Check1(2), BM_CLICK, 0, 0);
-  mMoon::ReadSettings();
+  tidewell::SettingsFile().Read();
   EXPECT_EQ(Settings.RestoreInTray, runtime::True);
   EXPECT_EQ(Settings.SouthernView, runtime::False);
 }
@@ -69,17 +69,17 @@ TEST_F(MainWindow, AClickStoresItsOptionAlone) {
 TEST_F(MainWindow, TheAutoStartBoxIsStoredWhenItIsHandled) {
   SendMessageW(Check1(1), BM_SETCHECK, BST_CHECKED, 0);
   SendMessageW(form().hwnd(), WM_COMMAND, MAKEWPARAM(layout::kCheck1 + 1, BN_CLICKED), 0);
-  mMoon::ReadSettings();
+  tidewell::SettingsFile().Read();
   EXPECT_EQ(Settings.AutoStart, runtime::True);
 }
 
 TEST_F(MainWindow, AClickKeepsWhatAnotherWriterChanged) {
   tidewell::SettingsRecord other = Settings;
   Settings.Reserved24 = 77;
-  mMoon::WriteSettings();
+  tidewell::SettingsFile().Write();
   Settings = other;
   SendMessageW(Check1(0), BM_CLICK, 0, 0);
-  mMoon::ReadSettings();
+  tidewell::SettingsFile().Read();
   EXPECT_EQ(Settings.Reserved24, 77);
   EXPECT_EQ(Settings.RestoreInTray, runtime::True);
 }

@@ -4,22 +4,19 @@
 
 #include "report/settings.h"
 #include "runtime/program_folder.h"
-#include "runtime/runtime_error.h"
 #include "support/scratch_file_win.h"
 
 namespace {
 
 using mMoon::Settings;
-using runtime::ErrorNumber;
+using tidewell::SettingsFile;
 
 constexpr std::size_t kRecordStart = 8192;
 constexpr std::size_t kFileSize = kRecordStart + tidewell::kSettingsRecordSize;
 
 /// The settings file beside the test program itself.
-class SettingsFile : public testing::Test {
+class SettingsFileTest : public testing::Test {
  protected:
-  ~SettingsFile() override { mMoon::CloseSettingsFile(); }
-
   static std::vector<unsigned char> BytesOfEveryValue(std::size_t size) {
     std::vector<unsigned char> bytes(size);
     for (std::size_t i = 0; i < size; ++i) {
@@ -31,18 +28,18 @@ class SettingsFile : public testing::Test {
   ScratchFile file_{runtime::ProgramFolder() + L"\\vesk.dat"};
 };
 
-TEST_F(SettingsFile, IsCreatedEmptyAndReadsAllOptionsFalse) {
-  mMoon::OpenSettingsFile();
-  mMoon::ReadSettings();
+TEST_F(SettingsFileTest, IsCreatedEmptyAndReadsAllOptionsFalse) {
+  const SettingsFile settingsFile;
+  settingsFile.Read();
   EXPECT_EQ(Settings, tidewell::SettingsRecord{});
   EXPECT_EQ(file_.Read().size(), 0U);
 }
 
-TEST_F(SettingsFile, TheFirstWriteMakesTheFile8466BytesLong) {
-  mMoon::OpenSettingsFile();
-  mMoon::ReadSettings();
+TEST_F(SettingsFileTest, TheFirstWriteMakesTheFile8466BytesLong) {
+  const SettingsFile settingsFile;
+  settingsFile.Read();
   Settings.SouthernView = runtime::True;
-  mMoon::WriteSettings();
+  settingsFile.Write();
   const auto bytes = file_.Read();
   ASSERT_EQ(bytes.size(), 8466U);
   for (std::size_t i = 0; i < bytes.size(); ++i) {
@@ -50,52 +47,35 @@ TEST_F(SettingsFile, TheFirstWriteMakesTheFile8466BytesLong) {
   }
 }
 
-TEST_F(SettingsFile, CarriesEveryReservedByteThroughAndTouchesNothingElse) {
+TEST_F(SettingsFileTest, CarriesEveryReservedByteThroughAndTouchesNothingElse) {
   const auto before = BytesOfEveryValue(9000);
   file_.Write(before);
-  mMoon::OpenSettingsFile();
-  mMoon::ReadSettings();
-  mMoon::WriteSettings();
+  const SettingsFile settingsFile;
+  settingsFile.Read();
+  settingsFile.Write();
   EXPECT_EQ(file_.Read(), before);
 }
 
-TEST_F(SettingsFile, ReadsAShortRecordAsZerosBehindItsEnd) {
+TEST_F(SettingsFileTest, ReadsAShortRecordAsZerosBehindItsEnd) {
   auto bytes = BytesOfEveryValue(kFileSize);
   bytes[kRecordStart + 266] = bytes[kRecordStart + 267] = 0xFF;
   bytes.resize(kRecordStart + 268);
   file_.Write(bytes);
-  mMoon::OpenSettingsFile();
-  mMoon::ReadSettings();
+  const SettingsFile settingsFile;
+  settingsFile.Read();
   EXPECT_EQ(Settings.RestoreInTray, runtime::True);
   EXPECT_EQ(Settings.AutoStart, runtime::False);
   EXPECT_EQ(Settings.Reserved24, 0);
 }
 
-TEST_F(SettingsFile, ReadsAgainWhatAnotherWriterChanged) {
-  mMoon::OpenSettingsFile();
-  mMoon::ReadSettings();
+TEST_F(SettingsFileTest, ReadsAgainWhatAnotherWriterChanged) {
+  const SettingsFile settingsFile;
+  settingsFile.Read();
   auto bytes = std::vector<unsigned char>(kFileSize, 0);
   bytes[kRecordStart + 272] = 0x34;
   file_.Write(bytes);
-  mMoon::ReadSettings();
+  settingsFile.Read();
   EXPECT_EQ(Settings.Reserved24, 0x34);
-}
-
-TEST_F(SettingsFile, NamesWrongUse) {
-  const auto number = [](void (*action)()) {
-    try {
-      action();
-    } catch (const runtime::RuntimeError& error) {
-      return static_cast<int>(error.number());
-    }
-    return 0;
-  };
-  EXPECT_EQ(number(mMoon::ReadSettings), 52);
-  EXPECT_EQ(number(mMoon::WriteSettings), 52);
-  mMoon::OpenSettingsFile();
-  EXPECT_EQ(number(mMoon::OpenSettingsFile), 55);
-  mMoon::CloseSettingsFile();
-  EXPECT_EQ(number(mMoon::ReadSettings), 52);
 }
 
 }  // namespace

@@ -10,6 +10,8 @@
 
 namespace {
 
+using runtime::ErrorNumber;
+
 template <class Action>
 std::optional<ErrorNumber> ErrorOf(Action action) {
   try {

@@ -24,7 +24,6 @@ TEST(RuntimeError, HasTheNumbersAndTextsThatTheUserKnows) {
       {51, "Internal error"},
       {52, "Bad file name or number"},
       {53, "File not found"},
-      {55, "File already open"},
       {57, "Device I/O error"},
       {61, "Disk full"},
       {70, "Permission denied"},

@@ -6,10 +6,6 @@
 
 #include "report/frmMoon.h"
 #include "report/moon_report.h"
-#include "report/settings_file_win.h"
-#include "runtime/clock.h"
-#include "runtime/handle_win.h"
-#include "runtime/locale_names.h"
 #include "runtime/program_folder.h"
 #include "support/scratch_file_win.h"
 
@@ -17,19 +13,13 @@
 class ShownMoon : public testing::Test {
  protected:
   ShownMoon() { Load(); }
-  ~ShownMoon() override {
-    form_.reset();
-    mMoon::CloseSettingsFile();
-  }
 
   /// Loads the window as the program's start does, again if it stood already.
   void Load() {
     form_.reset();
-    mMoon::CloseSettingsFile();
     form_ = std::make_unique<tidewell::frmMoon>();
     mMoon::OffsetMinutes = 0;
-    mMoon::Surroundings = {
-        .frmMoon = form_.get(), .Now = [] { return now; }, .ReadLocale = [] { return runtime::LocaleNames{}; }};
+    tidewell::surroundings = {.frmMoon = form_.get(), .Now = [] { return now; }};
     form_->Load();
     form_->Show();
   }

@@ -14,10 +14,12 @@ namespace layout = tidewell::frmAboutLayout;
 class FakeMainForm final : public tidewell::MainForm {
  public:
   bool visible = true;
+  bool ended = false;
 
   [[nodiscard]] bool Visible() const override { return visible; }
   void Show() override { visible = true; }
   void Hide() override { visible = false; }
+  void EndProgram() override { ended = true; }
   [[nodiscard]] HICON Icon() const override { return LoadIconW(nullptr, IDI_APPLICATION); }
 };
 
