@@ -26,10 +26,12 @@ struct MoonSeries {
   std::array<MoonTerm, Rows> terms;
   std::array<std::size_t, Groups> groupEnds;
 };
+template <std::size_t Rows, std::size_t Groups>
+MoonSeries(std::array<MoonTerm, Rows>, std::array<std::size_t, Groups>) -> MoonSeries<Rows, Groups>;
 
 /// Ecliptic longitude, sines.
-inline constexpr MoonSeries<50, 6> kLongitudeSeries = {
-    {{
+inline constexpr MoonSeries kLongitudeSeries = {
+    std::to_array<MoonTerm>({
         // clang-format off
     //          k,  D,  M, M',  F,  E
     {+6.28875,      0,  0,  1,  0,  0},
@@ -88,12 +90,12 @@ inline constexpr MoonSeries<50, 6> kLongitudeSeries = {
     {+0.000521,     4, -1,  0,  0,  1},
     {+0.000486,    -1,  0,  2,  0,  0},
         // clang-format on
-    }},
-    {6, 13, 22, 31, 40, 50}};
+    }),
+    std::to_array<std::size_t>({6, 13, 22, 31, 40, 50})};
 
 /// Ecliptic latitude before its node factor, sines.
-inline constexpr MoonSeries<45, 6> kLatitudeSeries = {
-    {{
+inline constexpr MoonSeries kLatitudeSeries = {
+    std::to_array<MoonTerm>({
         // clang-format off
     //          k,  D,  M, M',  F,  E
     {+5.128189,     0,  0,  0,  1,  0},
@@ -147,12 +149,12 @@ inline constexpr MoonSeries<45, 6> kLatitudeSeries = {
     {+0.000306,     2, -2,  0, -1,  2},
     {-0.000283,     0,  0,  1,  3,  0},
         // clang-format on
-    }},
-    {10, 17, 25, 33, 42, 45}};
+    }),
+    std::to_array<std::size_t>({10, 17, 25, 33, 42, 45})};
 
 /// Equatorial horizontal parallax beyond its constant, cosines.
-inline constexpr MoonSeries<30, 4> kParallaxSeries = {
-    {{
+inline constexpr MoonSeries kParallaxSeries = {
+    std::to_array<MoonTerm>({
         // clang-format off
     //          k,  D,  M, M',  F,  E
     {+0.051818,     0,  0,  1,  0,  0},
@@ -189,12 +191,11 @@ inline constexpr MoonSeries<30, 4> kParallaxSeries = {
     {-0.000023,    -2,  0,  1,  2,  0},
     {+0.000019,     4, -1, -1,  0,  1},
         // clang-format on
-    }},
-    {7, 15, 23, 30}};
+    }),
+    std::to_array<std::size_t>({7, 15, 23, 30})};
 
-// An array with too few initialisers would be filled up with zero rows in silence.
-static_assert(kLongitudeSeries.terms.back().coefficient != 0 && kLongitudeSeries.groupEnds.back() == 50);
-static_assert(kLatitudeSeries.terms.back().coefficient != 0 && kLatitudeSeries.groupEnds.back() == 45);
-static_assert(kParallaxSeries.terms.back().coefficient != 0 && kParallaxSeries.groupEnds.back() == 30);
+static_assert(kLongitudeSeries.terms.size() == 50 && kLongitudeSeries.groupEnds.back() == 50);
+static_assert(kLatitudeSeries.terms.size() == 45 && kLatitudeSeries.groupEnds.back() == 45);
+static_assert(kParallaxSeries.terms.size() == 30 && kParallaxSeries.groupEnds.back() == 30);
 
 }  // namespace astro

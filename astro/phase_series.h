@@ -16,7 +16,7 @@ struct PhaseTerm {
 
 /// The corrections of New and Full Moon in the order of their summing (Meeus, Astronomical Formulae for Calculators,
 /// ch. 32). The same terms serve New and Full Moons alike.
-inline constexpr std::array<PhaseTerm, 13> kPhaseSeries = {{
+inline constexpr auto kPhaseSeries = std::to_array<PhaseTerm>({
     // clang-format off
     //     k,      per T,  M, M',  F
     {+0.1734, -0.000393,   1,  0,  0},
@@ -33,7 +33,7 @@ inline constexpr std::array<PhaseTerm, 13> kPhaseSeries = {{
     {+0.0010,  0,          0, -1,  2},
     {+0.0005,  0,          1,  2,  0},
     // clang-format on
-}};
-static_assert(kPhaseSeries.back().coefficient != 0);
+});
+static_assert(kPhaseSeries.size() == 13);
 
 }  // namespace astro
