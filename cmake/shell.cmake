@@ -60,4 +60,4 @@ set_source_files_properties(resources/Tidewell.rc PROPERTIES
 
 add_executable(Tidewell WIN32 start/main_win.cpp start/terminate_win.cpp)
 target_link_libraries(Tidewell PRIVATE tidewell_shell tidewell_resources)
-target_link_options(Tidewell PRIVATE -municode -s)
+target_link_options(Tidewell PRIVATE -municode $<$<NOT:$<CONFIG:Debug>>:-s>)
