@@ -58,6 +58,6 @@ set_source_files_properties(resources/Tidewell.rc PROPERTIES
   INCLUDE_DIRECTORIES "${PROJECT_SOURCE_DIR};${PROJECT_BINARY_DIR}/generated;${icon_folder}"
 )
 
-add_executable(Tidewell WIN32 start/main_win.cpp start/terminate_win.cpp)
+add_executable(Tidewell WIN32 start/main_win.cpp start/library_ends_win.cpp)
 target_link_libraries(Tidewell PRIVATE tidewell_shell tidewell_resources)
-target_link_options(Tidewell PRIVATE -municode $<$<NOT:$<CONFIG:Debug>>:-s>)
+target_link_options(Tidewell PRIVATE -municode -Wl,-Map,Tidewell.map $<$<NOT:$<CONFIG:Debug>>:-s>)
