@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what Tidewell is built, run and tested with, on Debian and its kin.
-# Usage: tools/setup.sh GROUP...   where GROUP is build, run or test.
+# Usage: tools/setup.sh GROUP...   where GROUP is build, run, test or accuracy.
 set -euo pipefail
 
 build=(cmake g++ g++-mingw-w64-i686 ninja-build python3)
@@ -9,6 +9,8 @@ run=(fonts-liberation fonts-wine imagemagick trayer wine wine32:i386 x11-utils x
 # compilers that a developer may already have.
 test=("${build[@]}" "${run[@]}" clang clang-format clang-tidy gcc-i686-linux-gnu googletest
   icoutils libclang-rt-14-dev libgmock-dev libgtest-dev locales python3-pytest tzdata x11-apps)
+# For tools/accuracy alone.
+accuracy=(fonts-dejavu-core g++ gnuplot-nox imagemagick libswe-dev python3 swe-basic-data)
 
 wanted=()
 for group; do
@@ -16,11 +18,12 @@ for group; do
     build) wanted+=("${build[@]}") ;;
     run) wanted+=("${run[@]}") ;;
     test) wanted+=("${test[@]}") ;;
-    *) echo "setup: unknown group '$group' (known: build, run, test)" >&2; exit 2 ;;
+    accuracy) wanted+=("${accuracy[@]}") ;;
+    *) echo "setup: unknown group '$group' (known: build, run, test, accuracy)" >&2; exit 2 ;;
   esac
 done
 if ((${#wanted[@]} == 0)); then
-  echo "usage: tools/setup.sh build|run|test..." >&2
+  echo "usage: tools/setup.sh build|run|test|accuracy..." >&2
   exit 2
 fi
 
