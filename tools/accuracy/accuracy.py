@@ -7,6 +7,7 @@ hold to the program itself. Errors are what the program shows minus what is true
 """
 
 import bisect
+import collections
 import functools
 import math
 import pathlib
@@ -149,7 +150,9 @@ def measure_departures(phases):
     o.series.PHASE[9] = (altered[0], "2F - M")
     published = errors()
     o.series.PHASE[9] = altered
-    print("the full pi moves no instant by more than %.2g s" % max(abs(a - b) * 60 for a, b in zip(own, full_pi)))
+    moved_on = max(abs(o.lunation(row[0], +1)[0] - o.lunation(row[0])[0]) for row in phases) * DAY
+    print(f"the full pi moves no instant by more than {max(abs(a - b) * 60 for a, b in zip(own, full_pi)):.2g} s, "
+          f"the sign in the moved-on New Moon none by more than {moved_on:.2g} s")
     return table(["minutes, New and Full Moons together", "mean", "rms", "largest"],
                  [["as the program computes", *sizes(own, "%+.2f")],
                   ["with the altered term as published", *sizes(published, "%+.2f")]])
@@ -241,6 +244,8 @@ def effects_of(report, true):
     # A date is that of the phase that the line names or that of the phase a lunation later.
     later = {name: round((dates[name] - true[name]) / MONTH) for name in true}
     assert set(later.values()) <= {0, 1}, report
+    # A coming phase that a "Next" line leaves out stands in the "Last" line.
+    assert later["NextFull"] <= later["LastFull"] and later["NextNew"] <= later["LastNew"], report
     return {
         "\u201cLast Full Moon\u201d is one still to come": later["LastFull"] == 1,
         "\u201cNext Full Moon\u201d leaves out the coming one": later["NextFull"] == 1,
@@ -253,9 +258,10 @@ def effects_of(report, true):
 
 
 def measure_day_start():
-    """Shares of all time at which a report is unusual, in some zones; the years 2026 and 2027 as a plot."""
+    """Shares of all time at which a report is unusual, in some zones; two years of them as a plot."""
     zones = {-480: "UTC-8", 0: "UTC", 60: "UTC+1", 540: "UTC+9"}
-    shares, points, edge, off = {}, [], 0, 0
+    plotted_years = (2026, 2027)
+    shares, spans, edge, off = {}, collections.defaultdict(list), 0, 0
     for zone in zones:
         seconds, total = {}, 0
         for now, lasts, report, true in reports(1900, 2100, zone):
@@ -263,9 +269,11 @@ def measure_day_start():
             effects = effects_of(report, true)
             for row, (name, holds) in enumerate(effects.items()):
                 seconds[name] = seconds.get(name, 0) + lasts * holds
-                year = o.date_parts(now)[0]
-                if zone == 0 and holds and year in (2026, 2027):
-                    points.append((year, (now - o.date_seconds(year, 1, 1)) / DAY, lasts / DAY, row))
+                if zone == 0 and holds and o.date_parts(now)[0] in plotted_years:
+                    if spans[row] and spans[row][-1][1] == now:
+                        spans[row][-1][1] += lasts
+                    else:
+                        spans[row].append([now, now + lasts])
             if effects["the wrong edge of the picture is dark"]:
                 picture = report["picture"]
                 edge = max(edge, min(picture["p"], 1 - picture["p"]))
@@ -273,7 +281,8 @@ def measure_day_start():
                 off = max(off, abs(away))
         for name, lasts in seconds.items():
             shares.setdefault(name, []).append(lasts / total)
-    write_points("days.dat", points)
+    write_points("days.dat", [(year, (begin - january) / DAY, (end - january) / DAY, row) for year in plotted_years
+                              for january in [o.date_seconds(year, 1, 1)] for row in spans for begin, end in spans[row]])
     print(f"the wrong edge: at most {edge:.3f} of the disc, {off} tray pictures")
     return table(["share of all time", *zones.values(), "days a year at UTC"],
                  [[name, *(f"{100 * part:.1f} %" for part in parts), f"{parts[1] * YEAR:.0f}"]
@@ -293,7 +302,7 @@ def main():
     })
     subprocess.run(["gnuplot", "-e", f"docs='{DOCS}'", HERE / "plots.gp"], cwd=WORK, check=True)
     # A few colours are all they have.
-    subprocess.run(["mogrify", "-strip", "-colors", "16", "-define", "png:exclude-chunks=date,time",
+    subprocess.run(["mogrify", "-strip", "+dither", "-colors", "24", "-define", "png:exclude-chunks=date,time",
                     *sorted(DOCS.glob("accuracy-*.png"))], check=True)
 
 

@@ -5,7 +5,7 @@ blue = "#2060b0"
 orange = "#d07000"
 grey = "#808080"
 set border linecolor rgb grey
-set grid linecolor rgb "#dddddd"
+set grid linetype 1 linecolor rgb "#dddddd"
 set key outside bottom center horizontal
 
 set terminal @png 900,620
@@ -62,17 +62,16 @@ unset y2label
 unset xlabel
 unset ylabel
 unset grid
-set grid xtics linecolor rgb "#dddddd"
+set grid xtics linetype 1 linecolor rgb "#dddddd"
 set xrange [0:365]
 set xtics ("Jan" 0, "Feb" 31, "Mar" 59, "Apr" 90, "May" 120, "Jun" 151, "Jul" 181, "Aug" 212, "Sep" 243, "Oct" 273, \
            "Nov" 304, "Dec" 334)
 set yrange [3.6:-0.6]
 set ytics ("Last Full Moon to come" 0, "Next Full Moon left out" 1, "corrected lines" 2, "wrong edge dark" 3) scale 0
 set style fill solid noborder
-set multiplot layout 2,1 margins 0.2,0.98,0.07,0.92 spacing 0.18
+set multiplot layout 2,1 margins 0.2,0.98,0.07,0.91 spacing 0.18
 do for [year in "2026 2027"] {
   set title "A clock on Universal Time in ".year
-  # Some hundredths of a day more on either side, or the seams between the days show.
-  plot "days.dat" using ($1 == year ? $2 + $3 / 2 : NaN):4:($3 / 2 + 0.05):(0.35) notitle with boxxyerror lc rgb orange
+  plot "days.dat" using ($1 == year ? $2 : NaN):4:2:3:($4 - 0.35):($4 + 0.35) notitle with boxxyerror lc rgb orange
 }
 unset multiplot
