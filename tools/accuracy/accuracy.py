@@ -2,8 +2,8 @@
 """Measures how right the program is: makes the reference files of tests/data and the plots and tables of
 docs/accuracy.md.
 
-Run: tools/accuracy/accuracy.py, which takes about a minute. The program's values come from tests/oracle, which the tests
-hold to the program itself. Errors are what the program shows minus what is true.
+Run: tools/accuracy/accuracy.py, which takes about a minute. The program's values come from tests/oracle, to which the
+tests hold the program. Errors are what the program shows minus what is true.
 """
 
 import bisect
@@ -27,7 +27,6 @@ import moon_oracle as o  # noqa: E402 (behind the path)
 o.sum_series = lambda *_, **__: 0.0
 o.lunation = functools.cache(o.lunation)
 
-LUNATIONS = range(-1, 2488)
 JD_1900, JD_2000, JD_2051, JD_2101 = (o.civil_to_julian(year, 1, 1.0) for year in (1900, 2000, 2051, 2101))
 DAY, MONTH = 86400, 29.530589 * 86400  # seconds
 YEAR = 365.2425  # days
@@ -119,18 +118,16 @@ def measure_instants(phases):
             points.append((year_of(tt), kind, error, shown, delta_t / 60))
     write_points("instants.dat", points)
 
-    def of_our_time(values):
-        return [(delta_t, shown) for tt, delta_t, shown in values if JD_2000 <= tt < JD_2051]
-
-    ours = of_our_time(all_causes)
+    ours = [causes for causes in all_causes if JD_2000 <= causes[0] < JD_2051]
     minutes = "%+.2f"
     lines = [
         ["the series: New Moons", *sizes(series["New"], minutes)],
         ["the series: Full Moons", *sizes(series["Full"], minutes)],
         ["dynamical time taken for Universal Time", *sizes([d for _, d, _ in all_causes], minutes)],
-        ["the same, 2000 to 2050", *sizes([d for d, _ in ours], minutes)],
-        ["**the time on the screen**, both causes and the seconds cut off", *sizes([s for _, _, s in all_causes], minutes)],
-        ["the same, 2000 to 2050", *sizes([s for _, s in ours], minutes)],
+        ["the same, 2000 to 2050", *sizes([d for _, d, _ in ours], minutes)],
+        ["**the time on the screen**, both causes and the seconds cut off",
+         *sizes([s for _, _, s in all_causes], minutes)],
+        ["the same, 2000 to 2050", *sizes([s for _, _, s in ours], minutes)],
         ["standard time in summer, where clocks go forward an hour", "-60", "60", "-60"],
     ]
     print(f"{len(series['New'])} New Moons, {len(series['Full'])} Full Moons; hour carried: {carried}")
@@ -178,7 +175,7 @@ def icon_of(lit, waning):
 
 
 def measure_lit_fraction(phases, samples):
-    """Errors of the lit fraction: the series, and dynamical time taken for Universal Time."""
+    """Errors of the lit fraction: the series, and Universal Time taken for dynamical time."""
     new_moons = [row[1] for row in phases]
     series, universal, points = [], [], []
     for number, (tt, lit) in enumerate(samples):
@@ -281,8 +278,12 @@ def measure_day_start():
                 off = max(off, abs(away))
         for name, lasts in seconds.items():
             shares.setdefault(name, []).append(lasts / total)
-    write_points("days.dat", [(year, (begin - january) / DAY, (end - january) / DAY, row) for year in plotted_years
-                              for january in [o.date_seconds(year, 1, 1)] for row in spans for begin, end in spans[row]])
+    points = []
+    for year in plotted_years:
+        january = o.date_seconds(year, 1, 1)
+        points += [(year, (begin - january) / DAY, (end - january) / DAY, row)
+                   for row in spans for begin, end in spans[row]]
+    write_points("days.dat", points)
     print(f"the wrong edge: at most {edge:.3f} of the disc, {off} tray pictures")
     return table(["share of all time", *zones.values(), "days a year at UTC"],
                  [[name, *(f"{100 * part:.1f} %" for part in parts), f"{parts[1] * YEAR:.0f}"]
