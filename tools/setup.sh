@@ -1,28 +1,27 @@
 #!/usr/bin/env bash
 # Installs what Tidewell is built, run and tested with, on Debian and its kin.
-# Usage: tools/setup.sh GROUP...   where GROUP is build, run, debug or test.
+# Usage: tools/setup.sh GROUP...   where the groups stand below.
 set -euo pipefail
 
-build=(cmake g++ g++-mingw-w64-i686 ninja-build python3)
-run=(fonts-liberation fonts-wine imagemagick trayer wine wine32:i386 x11-utils xdotool xvfb)
-debug=(gdb)
+declare -A groups=(
+  [build]="cmake g++ g++-mingw-w64-i686 ninja-build python3"
+  [run]="fonts-liberation fonts-wine imagemagick trayer wine wine32:i386 x11-utils xdotool xvfb"
+  [debug]="gdb"
+  [accuracy]="fonts-dejavu-core g++ gnuplot-nox imagemagick libswe-dev python3 swe-basic-data"
+)
 # The 32-bit C compiler is the cross one: gcc-multilib conflicts with the cross
 # compilers that a developer may already have.
-test=("${build[@]}" "${run[@]}" clang clang-format clang-tidy gcc-i686-linux-gnu googletest
-  icoutils libclang-rt-14-dev libgmock-dev libgtest-dev locales python3-pytest tzdata x11-apps)
+groups[test]="${groups[build]} ${groups[run]} clang clang-format clang-tidy gcc-i686-linux-gnu googletest
+  icoutils libclang-rt-14-dev libgmock-dev libgtest-dev locales python3-pytest tzdata x11-apps"
 
 wanted=()
 for group; do
-  case $group in
-    build) wanted+=("${build[@]}") ;;
-    run) wanted+=("${run[@]}") ;;
-    debug) wanted+=("${debug[@]}") ;;
-    test) wanted+=("${test[@]}") ;;
-    *) echo "setup: unknown group '$group' (known: build, run, debug, test)" >&2; exit 2 ;;
-  esac
+  [[ -v groups[$group] ]] || { echo "setup: unknown group '$group' (known: ${!groups[*]})" >&2; exit 2; }
+  read -r -d '' -a packages <<<"${groups[$group]}" || true
+  wanted+=("${packages[@]}")
 done
 if ((${#wanted[@]} == 0)); then
-  echo "usage: tools/setup.sh build|run|debug|test..." >&2
+  echo "usage: tools/setup.sh GROUP... (known: ${!groups[*]})" >&2
   exit 2
 fi
 

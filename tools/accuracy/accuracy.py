@@ -1,0 +1,311 @@
+#!/usr/bin/env python3
+"""Measures how right the program is: makes the reference files of tests/data and the plots and tables of
+docs/accuracy.md.
+
+Run: tools/accuracy/accuracy.py, which takes about a minute. The program's values come from tests/oracle, to which the
+tests hold the program. Errors are what the program shows minus what is true.
+"""
+
+import bisect
+import collections
+import functools
+import math
+import pathlib
+import re
+import subprocess
+import sys
+
+HERE = pathlib.Path(__file__).resolve().parent
+ROOT = HERE.parent.parent
+WORK = ROOT / "build" / "accuracy"
+DOCS = ROOT / "docs"
+sys.path.insert(0, str(ROOT / "tests" / "oracle"))
+
+import moon_oracle as o  # noqa: E402 (behind the path)
+
+# The Moon's place on the sky is not shown, and its long series would take nine tenths of the time.
+o.sum_series = lambda *_, **__: 0.0
+o.lunation = functools.cache(o.lunation)
+
+JD_1900, JD_2000, JD_2051, JD_2101 = (o.civil_to_julian(year, 1, 1.0) for year in (1900, 2000, 2051, 2101))
+DAY, MONTH = 86400, 29.530589 * 86400  # seconds
+YEAR = 365.2425  # days
+
+
+# ---------------------------------------------------------------- the reference
+
+def make_reference():
+    """The two files of tests/data and, for the tables, the lit fraction in short steps."""
+    WORK.mkdir(parents=True, exist_ok=True)
+    tool = WORK / "ephemeris"
+    subprocess.run(["c++", "-std=c++20", "-O2", "-Wall", "-Wextra", "-o", tool, HERE / "ephemeris.cpp", "-lswe", "-lm"],
+                   check=True)
+    for path, *arguments in ((ROOT / "tests" / "data" / "ephemeris_phases.tsv", "phases"),
+                             (ROOT / "tests" / "data" / "ephemeris_lit_fractions.tsv", "lit", "61.803399"),
+                             (WORK / "lit_fractions.tsv", "lit", "1.618034")):
+        with open(path, "w", encoding="utf-8") as out:
+            subprocess.run([tool, *arguments], stdout=out, check=True)
+
+
+def rows(path):
+    """The rows of a reference file as numbers."""
+    with open(path, encoding="utf-8") as lines:
+        return [[float(cell) for cell in line.split("\t")] for line in lines if not line.startswith("#")]
+
+
+# ---------------------------------------------------------------- output
+
+def table(head, lines):
+    """A Markdown table; all columns but the first are numbers."""
+    marks = ["---"] + ["---:"] * (len(head) - 1)
+    return "\n".join("| " + " | ".join(line) + " |" for line in [head, marks, *lines])
+
+
+def number(form, value):
+    """A number as text; what rounds to nothing is a plain 0."""
+    text = form % value
+    return text if float(text) else "0"
+
+
+def sizes(errors, form):
+    """Mean, rms and largest error as texts."""
+    mean = sum(errors) / len(errors)
+    rms = math.sqrt(sum(e * e for e in errors) / len(errors))
+    return [number(form, mean), form.replace("+", "") % rms, number(form, max(errors, key=abs))]
+
+
+def put_into_document(tables):
+    """Replaces each table of docs/accuracy.md between its marks."""
+    path = DOCS / "accuracy.md"
+    text = path.read_text(encoding="utf-8")
+    for name, lines in tables.items():
+        print(f"\n{name}\n{lines}")
+        block = re.compile(rf"(<!-- {name} -->\n).*?(<!-- end -->)", re.DOTALL)
+        text, count = block.subn(lambda found, lines=lines: found[1] + lines + "\n" + found[2], text)
+        assert count == 1, name
+    path.write_text(text, encoding="utf-8")
+
+
+def write_points(name, points):
+    """A file of points for plots.gp."""
+    (WORK / name).write_text("".join(" ".join(map(str, point)) + "\n" for point in points), encoding="utf-8")
+
+
+def year_of(jd):
+    """A Julian day as a year with its fraction."""
+    return 2000 + (jd - JD_2000) / YEAR
+
+
+# ---------------------------------------------------------------- the instants of the phases
+
+def measure_instants(phases):
+    """Errors of the New and Full Moons in minutes, cause by cause."""
+    series = {"New": [], "Full": []}
+    all_causes, points, carried = [], [], []
+    for k, new, full, delta_t in phases:
+        for kind, lunation, tt in (("New", k, new), ("Full", k + 0.5, full)):
+            if not JD_1900 <= tt < JD_2101:
+                continue
+            found = o.lunation(lunation)[0]
+            error = (found - tt) * 1440
+            series[kind].append(error)
+            ut_date = (tt - delta_t / DAY - 2415018.5) * DAY  # seconds of the report's dates
+            shown = (o.local_date(found, 0) - ut_date) / 60
+            if shown > 30:
+                carried.append("%04d-%02d-%02d" % o.date_parts(o.local_date(found, 0))[:3])
+                continue
+            all_causes.append((tt, delta_t / 60, shown))
+            points.append((year_of(tt), kind, error, shown, delta_t / 60))
+    write_points("instants.dat", points)
+
+    ours = [causes for causes in all_causes if JD_2000 <= causes[0] < JD_2051]
+    minutes = "%+.2f"
+    lines = [
+        ["the series: New Moons", *sizes(series["New"], minutes)],
+        ["the series: Full Moons", *sizes(series["Full"], minutes)],
+        ["dynamical time taken for Universal Time", *sizes([d for _, d, _ in all_causes], minutes)],
+        ["the same, 2000 to 2050", *sizes([d for _, d, _ in ours], minutes)],
+        ["**the time on the screen**, both causes and the seconds cut off",
+         *sizes([s for _, _, s in all_causes], minutes)],
+        ["the same, 2000 to 2050", *sizes([s for _, _, s in ours], minutes)],
+        ["standard time in summer, where clocks go forward an hour", "-60", "60", "-60"],
+    ]
+    print(f"{len(series['New'])} New Moons, {len(series['Full'])} Full Moons; hour carried: {carried}")
+    return table(["minutes, shown minus true", "mean", "rms", "largest"], lines)
+
+
+def measure_departures(phases):
+    """Errors of the instants in minutes with the published tenth term and with the full pi."""
+    def errors():
+        return [(o.lunation.__wrapped__(lunation)[0] - tt) * 1440 for k, new, full, _ in phases
+                for lunation, tt in ((k, new), (k + 0.5, full)) if JD_1900 <= tt < JD_2101]
+
+    own, altered = errors(), o.series.PHASE[9]
+    short_pi, o.PI10 = o.PI10, math.pi
+    full_pi = errors()
+    o.PI10 = short_pi
+    o.series.PHASE[9] = (altered[0], "2F - M")
+    published = errors()
+    o.series.PHASE[9] = altered
+    moved_on = max(abs(o.lunation(row[0], +1)[0] - o.lunation(row[0])[0]) for row in phases) * DAY
+    print(f"the full pi moves no instant by more than {max(abs(a - b) * 60 for a, b in zip(own, full_pi)):.2g} s, "
+          f"the sign in the moved-on New Moon none by more than {moved_on:.2g} s")
+    return table(["minutes, New and Full Moons together", "mean", "rms", "largest"],
+                 [["as the program computes", *sizes(own, "%+.2f")],
+                  ["with the altered term as published", *sizes(published, "%+.2f")]])
+
+
+# ---------------------------------------------------------------- the lit fraction
+
+def lit_at(jd):
+    """The program's lit fraction at a Julian day."""
+    t = o.julian_centuries(jd)
+    moon = o.moon_position(t, o.sun_position(t)["SunMeanAnomaly"])
+    return o.lit_fraction(moon["MoonElongation"], moon["SunMeanAnomaly"], moon["MoonMeanAnomaly"])
+
+
+def age_at(jd, new_moons):
+    """Days since the New Moon before a Julian day."""
+    return jd - new_moons[bisect.bisect_right(new_moons, jd) - 1]
+
+
+def icon_of(lit, waning):
+    """The tray picture of a lit fraction."""
+    return o.phase_to_icon_number((2 - lit) * 100 if waning else lit * 100) % 28
+
+
+def measure_lit_fraction(phases, samples):
+    """Errors of the lit fraction: the series, and Universal Time taken for dynamical time."""
+    new_moons = [row[1] for row in phases]
+    series, universal, points = [], [], []
+    for number, (tt, lit) in enumerate(samples):
+        own = lit_at(tt)
+        series.append(own - lit)
+        delta_t = phases[bisect.bisect(new_moons, tt) - 1][3] / DAY
+        universal.append(lit_at(tt - delta_t) - own)
+        if number % 9 == 0:
+            points.append((age_at(tt, new_moons), own - lit))
+    write_points("lit.dat", points)
+    return table(["lit fraction, 0 to 1", "mean", "rms", "largest"],
+                 [["the series", *sizes(series, "%+.4f")],
+                  ["Universal Time taken for dynamical time", *sizes(universal, "%+.4f")]])
+
+
+def measure_clock(phases):
+    """What the local clock, taken for Universal Time, does to lit fraction and icon: over 19 years, hour by hour."""
+    new_moons = [row[1] for row in phases]
+    full_moons = [row[2] for row in phases]
+    start, hours = o.civil_to_julian(2020, 1, 1.0), 19 * 365 * 24
+    lit, icons = [], []
+    for hour in range(-14, hours + 15):
+        jd = start + hour / 24
+        lit.append(lit_at(jd))
+        waning = bisect.bisect(full_moons, jd) == bisect.bisect(new_moons, jd)
+        icons.append(icon_of(lit[-1], waning))
+    points, lines = [], []
+    for offset in range(-12, 15):
+        pairs = range(14, hours + 14)
+        mean, rms, largest = sizes([lit[at + offset] - lit[at] for at in pairs], "%+.3f")
+        largest = largest.lstrip("+-")
+        steps = [abs((icons[at + offset] - icons[at] + 14) % 28 - 14) for at in pairs]
+        other = 100 * sum(step != 0 for step in steps) / len(steps)
+        points.append((offset, rms, largest, other))
+        if offset in (-12, -8, -5, 1, 5, 9, 14):
+            lines.append([f"UTC{offset:+d}", mean, rms, largest, f"{other:.0f} %", str(max(steps))])
+    write_points("clock.dat", points)
+    return table(["zone", "mean", "rms", "largest", "another tray picture", "pictures off at most"], lines)
+
+
+# ---------------------------------------------------------------- a phase found from the day's start
+
+def reports(first_year, last_year, offset):
+    """(from, seconds, report, true dates) for all time of some years: between two dates nothing of the report's lines
+    changes. The true dates are those that the program itself gives to the phases, so that no other cause mixes in.
+    """
+    shown = {kind: [o.local_date(o.lunation(k + half)[0], offset) for k in range(-3, 2492)]
+             for kind, half in (("New", 0), ("Full", 0.5))}
+    both = sorted(shown["New"] + shown["Full"])
+    for day in range(o.date_seconds(first_year, 1, 1), o.date_seconds(last_year + 1, 1, 1), DAY):
+        changes = [day, *both[bisect.bisect_right(both, day):bisect.bisect_left(both, day + DAY)], day + DAY]
+        for now, until in zip(changes, changes[1:]):
+            true = {}
+            for kind, dates in shown.items():
+                at = bisect.bisect_right(dates, now)
+                true["Last" + kind], true["Next" + kind] = dates[at - 1], dates[at]
+            yield now, until - now, o.report(*o.date_parts(now), offset, False), true
+
+
+def effects_of(report, true):
+    """What is unusual about a report, by name."""
+    dates = report["dates"]
+    # A date is that of the phase that the line names or that of the phase a lunation later.
+    later = {name: round((dates[name] - true[name]) / MONTH) for name in true}
+    assert set(later.values()) <= {0, 1}, report
+    # A coming phase that a "Next" line leaves out stands in the "Last" line.
+    assert later["NextFull"] <= later["LastFull"] and later["NextNew"] <= later["LastNew"], report
+    return {
+        "\u201cLast Full Moon\u201d is one still to come": later["LastFull"] == 1,
+        "\u201cNext Full Moon\u201d leaves out the coming one": later["NextFull"] == 1,
+        "the coming lines are corrected and begin with \u201cNew\u201d": report["corrected"],
+        "the wrong edge of the picture is dark": (report["values"]["WaningFlag"] == 1) !=
+                                                 (true["NextNew"] < true["NextFull"]),
+        "\u201cLast New Moon\u201d is one still to come": later["LastNew"] == 1,
+        "\u201cNext New Moon\u201d leaves out the coming one": later["NextNew"] == 1,
+    }
+
+
+def measure_day_start():
+    """Shares of all time at which a report is unusual, in some zones; two years of them as a plot."""
+    zones = {-480: "UTC-8", 0: "UTC", 60: "UTC+1", 540: "UTC+9"}
+    plotted_years = (2026, 2027)
+    shares, spans, edge, off = {}, collections.defaultdict(list), 0, 0
+    for zone in zones:
+        seconds, total = {}, 0
+        for now, lasts, report, true in reports(1900, 2100, zone):
+            total += lasts
+            effects = effects_of(report, true)
+            for row, (name, holds) in enumerate(effects.items()):
+                seconds[name] = seconds.get(name, 0) + lasts * holds
+                if zone == 0 and holds and o.date_parts(now)[0] in plotted_years:
+                    if spans[row] and spans[row][-1][1] == now:
+                        spans[row][-1][1] += lasts
+                    else:
+                        spans[row].append([now, now + lasts])
+            if effects["the wrong edge of the picture is dark"]:
+                picture = report["picture"]
+                edge = max(edge, min(picture["p"], 1 - picture["p"]))
+                away = (report["icon"] - o.phase_to_icon_number(200 - picture["value"]) + 14) % 28 - 14
+                off = max(off, abs(away))
+        for name, lasts in seconds.items():
+            shares.setdefault(name, []).append(lasts / total)
+    points = []
+    for year in plotted_years:
+        january = o.date_seconds(year, 1, 1)
+        points += [(year, (begin - january) / DAY, (end - january) / DAY, row)
+                   for row in spans for begin, end in spans[row]]
+    write_points("days.dat", points)
+    print(f"the wrong edge: at most {edge:.3f} of the disc, {off} tray pictures")
+    return table(["share of all time", *zones.values(), "days a year at UTC"],
+                 [[name, *(f"{100 * part:.1f} %" for part in parts), f"{parts[1] * YEAR:.0f}"]
+                  for name, parts in shares.items()])
+
+
+def main():
+    subprocess.run([ROOT / "tools" / "setup.sh", "accuracy"], check=True)
+    make_reference()
+    phases = rows(ROOT / "tests" / "data" / "ephemeris_phases.tsv")
+    put_into_document({
+        "instants": measure_instants(phases),
+        "departures": measure_departures(phases),
+        "lit fraction": measure_lit_fraction(phases, rows(WORK / "lit_fractions.tsv")),
+        "clock": measure_clock(phases),
+        "day's start": measure_day_start(),
+    })
+    subprocess.run(["gnuplot", "-e", f"docs='{DOCS}'", HERE / "plots.gp"], cwd=WORK, check=True)
+    # A few colours are all they have.
+    subprocess.run(["mogrify", "-strip", "+dither", "-colors", "24", "-define", "png:exclude-chunks=date,time",
+                    *sorted(DOCS.glob("accuracy-*.png"))], check=True)
+
+
+if __name__ == "__main__":
+    main()
