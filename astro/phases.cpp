@@ -45,11 +45,11 @@ Checked PhaseInstant(Checked k, SunTermSign sign = SunTermSign::Minus) {
   const Checked sunT2Term = sign == SunTermSign::Plus ? 0.0000333 * T2 : -0.0000333 * T2;
   SunMeanAnomaly = NormalizeAngle(359.2242 + 29.10535608 * k + sunT2Term - 0.00000347 * T3);
   MoonMeanAnomaly = NormalizeAngle(306.0253 + 385.81691806 * k + 0.0107306 * T2 + 0.00001236 * T3);
-  const Checked F = NormalizeAngle(21.2964 + 390.67050646 * k - 0.0016528 * T2 - 0.00000239 * T3);
+  const double F = NormalizeAngle(21.2964 + 390.67050646 * k - 0.0016528 * T2 - 0.00000239 * T3);
 
   Checked correction = 0;
   for (const astro::PhaseTerm& term : astro::kPhaseSeries) {
-    const Checked argument = term.M * Checked(SunMeanAnomaly) + term.Mp * Checked(MoonMeanAnomaly) + term.F * F;
+    const double argument = term.M * SunMeanAnomaly + term.Mp * MoonMeanAnomaly + term.F * F;
     correction = correction + (term.coefficient + term.perT * T) * SinDeg(argument);
   }
   return mean + correction;
