@@ -6,31 +6,10 @@ from bench.display import RIGHT
 from bench.driver import (LEFT_DOUBLE, LEFT_DOWN, LEFT_UP, NIM_ADD, NIM_DELETE, NIM_MODIFY, RIGHT_DOUBLE, RIGHT_DOWN,
                           RIGHT_UP, SC_MINIMIZE, WM_SYSCOMMAND)
 from bench.program import MAGENTA, RESTORE, phase_pictures
+from bench.user import ENTRIES, choose, open_menu, place_of, wait_for_main
 from bench.waiting import until, until_same
 
-ENTRIES = ["About", "Show Main Window", "Exit"]
 SOME_WHERE_ELSE = (100, 100)
-
-
-def open_menu(program):
-    """Opens the menu by a real click on the icon."""
-    program.display.click(*program.icon_centre(), RIGHT)
-    return until(program.menu, "menu")
-
-
-def place_of(entry, menu):
-    """Where an entry of the open menu is on the screen."""
-    x, y, width, height = menu.screen
-    return x + width // 2, int(y + height / len(ENTRIES) * (ENTRIES.index(entry) + 0.5))
-
-
-def choose(program, entry):
-    """Opens the menu and clicks on an entry."""
-    program.display.click(*place_of(entry, open_menu(program)))
-
-
-def wait_for_main(program, shown):
-    until(lambda: program.main().shown == shown, f"main window {'shown' if shown else 'hidden'}")
 
 
 # ---- clicks
