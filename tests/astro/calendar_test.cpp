@@ -187,6 +187,7 @@ TEST_F(JulianToCivilTest, OverflowLeavesTheVariablesAlone) {
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { JulianToCivil(-2147483649.0); }));
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { JulianToCivil(1e300); }));
   EXPECT_EQ(CalWholeDays, 2452871);
+  EXPECT_TRUE(Same(0.5, CalDayPart));
   ExpectCivil(2003, 8, 19, 12, 0);
 }
 

@@ -39,17 +39,18 @@ def pytest_configure(config):
     config.addinivalue_line("markers", "long: a long run, only with TIDEWELL_LONG=1 in the environment")
 
 
-def pytest_collection_modifyitems(items):
+def pytest_collection_modifyitems(config, items):
     if os.environ.get("TIDEWELL_LONG") != "1":
-        for item in items:
-            if item.get_closest_marker("long"):
-                item.add_marker(pytest.mark.skip(reason="long runs are selected by TIDEWELL_LONG=1"))
+        long = [item for item in items if item.get_closest_marker("long")]
+        items[:] = [item for item in items if item not in long]
+        config.hook.pytest_deselected(items=long)  # not skipped: a skip tells of something that this machine lacks
 
 
 @pytest.fixture(scope="session")
 def bench(request):
     """The bench: screen, tray, Wine, driver, and start() for the program."""
     exe = Path(request.config.getoption("program")).resolve()
+    tools.build_program(exe)
     assert exe.exists(), f"{exe} is not there: build it, or name another one with --program"
     folders = Folders(request.config.getoption("bench_folder"))
     with open(folders.root / "lock", "w") as lock:

@@ -2,12 +2,12 @@
 
 import pytest
 
-from bench.driver import BM_CLICK, NIM_DELETE, SC_CLOSE, WM_CLOSE, WM_ENDSESSION, WM_QUERYENDSESSION, WM_SYSCOMMAND
+from bench.driver import NIM_DELETE, SC_CLOSE, WM_CLOSE, WM_ENDSESSION, WM_QUERYENDSESSION, WM_SYSCOMMAND
 from bench.program import IMAGE, RESTORE, SOUTH
+from bench.settings_file import RESTORE_IN_TRAY, TRUE
+from bench.user import bring_to_front, open_menu, tick
 from bench.waiting import until
-from test_settings import RESTORE_IN_TRAY, TRUE, tick
-from test_tray import open_menu
-from test_windows import bring_to_front
+
 
 def press_close(program):
     program.click("Close")

@@ -9,7 +9,7 @@ from types import SimpleNamespace
 import pytest
 
 from bench.driver import WM_TIMER
-from test_report import wanted_report
+from bench.oracle import wanted_report
 
 TOLERATED = 64 * 1024  # bytes, or one per cent
 FLEETING = 16  # handles that may happen to be open while they are counted; a leak would make thousands

@@ -1,8 +1,8 @@
 """Pictures of the program for the documentation, in the folder pictures of the bench, always of the same moment."""
 
+from bench.program import SOUTH
+from bench.user import bring_to_front, moon, open_menu, show_about, wait_for_main
 from bench.waiting import until
-from test_tray import open_menu, wait_for_main
-from test_windows import SOUTH, bring_to_front, moon, show_about
 
 MARGIN = 8
 

@@ -3,14 +3,15 @@
 import datetime
 import random
 import re
-import struct
 
 import moon_oracle
 import pytest
 
 from bench.clock import UTC
 from bench.driver import NIM_ADD, NIM_MODIFY, WM_POWERBROADCAST, WM_TIMECHANGE
+from bench.oracle import wanted_report
 from bench.program import RESTORE
+from bench.settings_file import SOUTHERN_VIEW, TRUE
 from bench.waiting import until
 
 # Whole, half and quarter hours, both sides of the date line; * keeps summer time, two of them in the south. Each is
@@ -38,19 +39,6 @@ INSTANTS = [datetime.datetime.fromisoformat(text).replace(tzinfo=UTC) for text i
     "2038-01-19 03:14:08",  # one second beyond 32 bits
     "2100-03-01 00:00:30",  # the day after 28 February
 )]
-
-
-def reading(instant, zone):
-    """The clock's reading in a zone, with summer time, and the zone's standard offset in minutes."""
-    local = instant.astimezone(zone)
-    return local, (local.utcoffset() - local.dst()) // datetime.timedelta(minutes=1)
-
-
-def wanted_report(instant, zone, southern=False, offset=None):
-    """The oracle's report at an instant."""
-    local, standard = reading(instant, zone)
-    return moon_oracle.report(local.year, local.month, local.day, local.hour, local.minute, local.second,
-                              standard if offset is None else offset, southern)
 
 
 def localised(line, names):
@@ -140,9 +128,7 @@ def test_the_first_report_takes_the_phases_in_universal_time(start):
 
 def test_with_the_southern_view_stored_the_first_report_has_the_offset(start, bench):
     folder = bench.folder()
-    record = bytearray(274)
-    struct.pack_into("<h", record, 270, -1)
-    (folder / "vesk.dat").write_bytes(bytes(16 * 512) + record)
+    (folder / "vesk.dat").write_bytes(bytes(SOUTHERN_VIEW) + TRUE + bytes(2))
     program = start(folder, zone="America/New_York")
     wanted = wanted_report(program.clock.at, program.zone, southern=True)
     assert program.calls()[0].tip == wanted["tip"]

@@ -8,9 +8,9 @@ import pytest
 
 from bench.driver import NIM_DELETE, WM_TIMER
 from bench.program import SOUTH
+from bench.user import open_menu, wait_for_main
 from bench.waiting import until
 from bench.wine import windows_path
-from test_tray import open_menu, wait_for_main
 
 
 def see_the_box_and_end(program, text):

@@ -10,19 +10,10 @@ import pytest
 
 from bench.driver import BM_CLICK, DriverError
 from bench.program import RESTORE, SOUTH, THIRD
+from bench.settings_file import AUTO_START, OPTIONS, RECORD, RECORD_SIZE, RESTORE_IN_TRAY, SOUTHERN_VIEW, TRUE
+from bench.user import tick
 from bench.waiting import until
 from bench.wine import windows_path
-
-RECORD, RECORD_SIZE = 16 * 512, 274
-RESTORE_IN_TRAY, AUTO_START, SOUTHERN_VIEW = (RECORD + offset for offset in (266, 268, 270))
-OPTIONS = range(RESTORE_IN_TRAY, SOUTHERN_VIEW + 2)
-TRUE = b"\xff\xff"
-
-
-def tick(program, box):
-    """Clicks an option; on return it is handled."""
-    program.driver.send(program.control(box).hwnd, BM_CLICK)
-    program.settle()
 
 
 def all_bytes(size):

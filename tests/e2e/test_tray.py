@@ -1,36 +1,18 @@
 """The icon in the tray: real clicks, the menu, the tip, and a shell that goes and comes."""
 
+import datetime
+
 import pytest
 
 from bench.display import RIGHT
 from bench.driver import (LEFT_DOUBLE, LEFT_DOWN, LEFT_UP, NIM_ADD, NIM_DELETE, NIM_MODIFY, RIGHT_DOUBLE, RIGHT_DOWN,
                           RIGHT_UP, SC_MINIMIZE, WM_SYSCOMMAND)
+from bench.oracle import wanted_report
 from bench.program import MAGENTA, RESTORE, phase_pictures
+from bench.user import ENTRIES, choose, open_menu, place_of, wait_for_main
 from bench.waiting import until, until_same
 
-ENTRIES = ["About", "Show Main Window", "Exit"]
 SOME_WHERE_ELSE = (100, 100)
-
-
-def open_menu(program):
-    """Opens the menu by a real click on the icon."""
-    program.display.click(*program.icon_centre(), RIGHT)
-    return until(program.menu, "menu")
-
-
-def place_of(entry, menu):
-    """Where an entry of the open menu is on the screen."""
-    x, y, width, height = menu.screen
-    return x + width // 2, int(y + height / len(ENTRIES) * (ENTRIES.index(entry) + 0.5))
-
-
-def choose(program, entry):
-    """Opens the menu and clicks on an entry."""
-    program.display.click(*place_of(entry, open_menu(program)))
-
-
-def wait_for_main(program, shown):
-    until(lambda: program.main().shown == shown, f"main window {'shown' if shown else 'hidden'}")
 
 
 # ---- clicks
@@ -198,8 +180,8 @@ def test_the_record_is_filled_as_the_shell_wants_it(program):
 
 def test_hovering_shows_the_tip(program):
     program.display.point(*program.icon_centre())
-    tip = program.calls()[-1].tip
-    until(lambda: any(shown.rstrip() == tip.rstrip() for shown in program.driver.tips()), "tip")
+    tip = wanted_report(program.clock.at, program.zone)["tip"].rstrip()
+    until(lambda: any(shown.rstrip() == tip for shown in program.driver.tips()), "tip")
 
 
 def test_the_icon_in_the_tray_shows_the_phase_picture(program):
@@ -295,8 +277,14 @@ def test_without_a_shell_the_program_works_on(start, bench):
     assert program.wait_for_end() == 0
 
 
-def test_after_the_end_no_message_of_the_shell_brings_the_icon_back(program):
-    program.click("Close")
-    assert program.wait_for_end() == 0
+def test_no_message_of_the_shell_brings_the_icon_back_while_the_program_ends(program):
+    """It stands still in the box of a run-time error then, its icon removed, its windows there."""
+    program.clock.set(program.local(datetime.datetime(9999, 12, 30, 12, 0, 10)))
+    program.hurry()
+    until(program.message_box, "message box")
+    until(lambda: program.calls()[-1].command == NIM_DELETE, "icon removed")
+    count = len(program.calls())
     program.driver.broadcast("TaskbarCreated")
-    until(lambda: not program.display.docked_icons(), "tray without icons")
+    program.settle()
+    assert len(program.calls()) == count
+    assert not program.display.docked_icons()

@@ -7,8 +7,8 @@ import pytest
 
 from bench.driver import LEFT_UP, SC_MINIMIZE, WM_MOUSEMOVE, WM_SYSCOMMAND
 from bench.program import RESTORE, SOUTH, START, THIRD
-from bench.waiting import until, until_same
-from test_tray import choose
+from bench.user import bring_to_front, choose, moon, show_about
+from bench.waiting import until
 
 TWIPS = 15  # to a pixel
 
@@ -40,18 +40,6 @@ def focus(program, form="Tidewell"):
     """The text of the control with the keyboard, or None."""
     hwnd = program.driver.input(program.top(form).hwnd).focus
     return next((window.text for window in program.windows() if window.hwnd == hwnd), None)
-
-
-def bring_to_front(program, form="Tidewell"):
-    """Gives a window the keyboard by a click on its title bar."""
-    x, y, width, _ = program.top(form).screen
-    program.display.click(x + width // 2, y + 10)
-    until(lambda: program.foreground() == program.top(form).hwnd, "keyboard")
-
-
-def show_about(program):
-    choose(program, "About")
-    until(lambda: program.about().shown and program.foreground() == program.about().hwnd, "About box with the keyboard")
 
 
 def pixels(place):
@@ -116,20 +104,13 @@ def test_the_title_bar_has_the_window_icon(program):
 
 # ---- picture
 
-def moon(program):
-    """The picture of the Moon: the 131 pixels square, at once the surroundings of its disc."""
-    program.display.rest()
-    program.driver.redraw(program.main().hwnd)
-    x, y = program.main().client_origin
-    return until_same(lambda: program.display.grab(x + 60, y + 20, 131, 131), "picture of the Moon")
-
-
-def test_the_picture_is_lit_as_the_label_says(program):
+def test_the_picture_is_lit_as_the_moon_is(program):
     picture = moon(program)
     assert picture.colours() == {FACE, WHITE, BLACK}
     # Across the middle, waning: the rim, white up to the terminator, black.
     row = [picture.pixel(x, 65) for x in range(131)]
-    terminator = 65 + 130 * (0.5 - float(program.report().label))
+    dark = float(moon_oracle.report(*START.timetuple()[:6], 0, False)["label1"])
+    terminator = 65 + 130 * (0.5 - dark)
     assert row[2:int(terminator) - 1] == [WHITE] * (int(terminator) - 3)
     assert row[int(terminator) + 3:130] == [BLACK] * (127 - int(terminator))
 

@@ -1,8 +1,18 @@
-# The fuzz targets (libFuzzer, so clang only). As tests they run for a few seconds from the committed seeds, always with
-# the same random numbers. To go on from there, keeping what is found in a folder of one's own:
-#   build/clang/tests/fuzz_calendar -max_total_time=120 FOUND tests/fuzz/corpus/calendar
+# The fuzz targets (libFuzzer, so clang only). As tests they run for a few seconds from the inputs of corpus.txt, always
+# with the same random numbers. To go on from there, keeping what is found in a folder of one's own:
+#   build/clang/tests/fuzz_calendar -max_total_time=120 FOUND build/clang/tests/corpus/calendar
 
 set(fuzz_folder ${CMAKE_CURRENT_LIST_DIR})
+
+set(corpus ${CMAKE_CURRENT_BINARY_DIR}/corpus)
+add_custom_command(
+  OUTPUT ${corpus}.made
+  COMMAND ${Python3_EXECUTABLE} -B ${fuzz_folder}/make_corpus.py ${corpus}
+  COMMAND ${CMAKE_COMMAND} -E touch ${corpus}.made
+  DEPENDS ${fuzz_folder}/make_corpus.py ${fuzz_folder}/corpus.txt
+  VERBATIM
+)
+add_custom_target(fuzz_corpus ALL DEPENDS ${corpus}.made)
 
 # The core once more, with the fuzzer's eyes: clang's "undefined" leaves out the conversion of a double that does not
 # fit.
@@ -21,11 +31,9 @@ function(tidewell_fuzz_target name longest_input)
   add_executable(fuzz_${name} ${fuzz_folder}/${name}_fuzz.cpp)
   target_include_directories(fuzz_${name} PRIVATE ${fuzz_folder}/..)
   target_link_libraries(fuzz_${name} PRIVATE tidewell_core_fuzzed)
-  file(GLOB seeds CONFIGURE_DEPENDS ${fuzz_folder}/corpus/${name}/*)
-  list(JOIN seeds "," seeds)
-  # Named one by one, since the fuzzer writes what it finds into a folder that it is given.
+  # By a list of the files, since the fuzzer writes what it finds into a folder that it is given.
   add_test(NAME fuzz.${name} COMMAND fuzz_${name} -runs=10000 -seed=1 -timeout=20 -max_len=${longest_input}
-                                     -seed_inputs=${seeds} -artifact_prefix=fuzz_${name}-)
+                                     -seed_inputs=@${corpus}/${name}.list -artifact_prefix=fuzz_${name}-)
 endfunction()
 
 tidewell_fuzz_target(angles 8)

@@ -64,7 +64,7 @@ def first_failure(output):
 class NativeTests:
     """The tests of the portable code, built for this machine without the sanitizers and hardly optimised."""
 
-    programs = ("core_tests", "report_rules_tests", "zero_cosine_tests")
+    programs = ("core_tests", "report_rules_tests", "tray_icon_tests", "zero_cosine_tests")
 
     def __init__(self, tree, jobs):
         self.tree = tree

@@ -62,9 +62,9 @@ def clear_of_edges(now, offset, report):
     """
     bases = [now]
     if report["corrected"]:
-        bases.append(now + 5 * o.DAY_SECONDS)
+        bases.append(now + o.SECOND_PASS_DAYS * o.DAY_SECONDS)
     dates = report["dates"]
-    bases.append(min(dates["NextFull"], dates["NextNew"]) - 30 * o.DAY_SECONDS)
+    bases.append(min(dates["NextFull"], dates["NextNew"]) - o.LAST_PASS_DAYS * o.DAY_SECONDS)
     for base in bases:
         values = o.run_pass(base, offset)[2]
         for name in ("NewMoonJD", "FullMoonJD"):
@@ -148,17 +148,44 @@ def report_instants():
         yield o.date_seconds(*parts), offset, southern
 
 
+def chosen_instants():
+    """Instants, as report_instants gives them, at which one rule shows that hardly shows elsewhere."""
+    for parts, offset in (
+            # The number of lunations a year is a little too large. In a thousand years that adds up to where a day
+            # more, or less, takes the second pass to another lunation.
+            ((3107, 2, 15, 4, 31, 0), 0), ((3107, 4, 15, 15, 2, 0), 0), ((3128, 8, 18, 8, 46, 0), 0),
+            ((3303, 5, 9, 3, 38, 0), 0), ((3303, 7, 7, 6, 41, 0), 0),
+            # Half a minute of offset, on phases of even and of odd minutes.
+            ((2003, 8, 19, 12, 0, 0), 330.5), ((2026, 11, 21, 3, 40, 0), 330.5), ((2003, 8, 19, 12, 0, 0), -300.5),
+            ((2026, 11, 21, 3, 40, 0), -300.5),
+            # The last New Moon lies ahead, by up to a day, by some days, by more than ten.
+            ((2031, 6, 20, 11, 50, 57), 840), ((2042, 12, 12, 7, 1, 17), 765), ((2005, 7, 3, 22, 36, 38), 765),
+            ((2007, 12, 30, 12, 54, 39), 765), ((1963, 1, 10, 1, 54, 8), 765), ((2007, 11, 24, 8, 22, 10), 570)):
+        yield o.date_seconds(*parts), offset, 0
+
+
+def lines_with(second_pass, last_pass, arguments):
+    """The lines of a report whose second and last pass are run at other distances, in days."""
+    kept = o.SECOND_PASS_DAYS, o.LAST_PASS_DAYS
+    o.SECOND_PASS_DAYS, o.LAST_PASS_DAYS = second_pass, last_pass
+    try:
+        return o.report(*arguments)["lines"]
+    finally:
+        o.SECOND_PASS_DAYS, o.LAST_PASS_DAYS = kept
+
+
 def report_lines(folder):
-    """tests/data/report_lines.tsv; prints what it covers."""
+    """tests/data/report_lines.tsv; prints what it covers, and asserts that every rule shows in some row."""
     rows, count = [], {}
-    for now, offset, southern in report_instants():
+    instants = [instant for instant in report_instants() if 1950 <= o.date_parts(instant[0])[0] <= 2050]
+    for now, offset, southern in (*instants, *chosen_instants()):
         parts = o.date_parts(now)
-        if not 1950 <= parts[0] <= 2050:
-            continue
-        r = o.report(*parts, offset, bool(southern))
+        arguments = *parts, offset, bool(southern)
+        r = o.report(*arguments)
         if not clear_of_edges(now, offset, r):
             print("left out, too near an edge:", parts, offset)
             continue
+        age = (now - r["dates"]["LastNew"]) / o.DAY_SECONDS
         rows.append(["%04d-%02d-%02dT%02d:%02d:%02d" % parts, offset, southern,
                      *r["lines"], r["tip"].rstrip(), r["label1"], r["icon"]])
         for key, hit in (
@@ -169,16 +196,24 @@ def report_lines(folder):
                 ("January or February", parts[1] < 3),
                 ("29 February", parts[1:3] == (2, 29)), ("31 December", parts[1:3] == (12, 31)),
                 ("Full above New, coming", "Full" in r["lines"][2]),
-                ("Full above New, last", "Full" in r["lines"][0])):
+                ("Full above New, last", "Full" in r["lines"][0]),
+                ("5 days are not 4", r["lines"] != lines_with(4, 30, arguments)),
+                ("5 days are not 6", r["lines"] != lines_with(6, 30, arguments)),
+                ("30 days are not 29", r["lines"] != lines_with(5, 29, arguments)),
+                ("30 days are not 31", r["lines"] != lines_with(5, 31, arguments)),
+                ("offset of half a minute", offset % 1 == 0.5),
+                ("age of -1 to 0 days", -1 < age < 0), ("age of -9.9 to -1 days", -9.9 < age < -1),
+                ("age below -10 days", age < -10)):
             count[key] = count.get(key, 0) + bool(hit)
     write(folder, "report_lines.tsv", [
         "The report at local clock instants: English months and AM/PM, the tip without its padding.",
         "offset: minutes, local time minus Universal Time. icon: 0..28 as the phase ladder gives it.",
         "No row hangs on the last bits of a double: see clear_of_edges in make_data.py.",
         "local\toffset\tsouthern\tline0\tline1\tline2\tline3\ttip\tlabel1\ticon"], rows)
+    count["icons seen"] = len({row[-1] for row in rows})
     for key, value in count.items():
         print("  %s: %d" % (key, value))
-    print("  icons seen: %d" % len({row[-1] for row in rows}))
+        assert value > 0, key
 
 
 # ---------------------------------------------------------------- module values
@@ -344,8 +379,12 @@ def civil_row(jd):
     return got
 
 
+def write_all(folder):
+    """Writes every table into a folder."""
+    report_lines(folder)
+    module_values(folder)
+    julian_days(folder)
+
+
 if __name__ == "__main__":
-    target = sys.argv[1] if len(sys.argv) > 1 else FOLDER
-    report_lines(target)
-    module_values(target)
-    julian_days(target)
+    write_all(sys.argv[1] if len(sys.argv) > 1 else FOLDER)

@@ -422,6 +422,9 @@ def draw_moon_phase(fraction, waning, southern):
 
 # ---------------------------------------------------------------- report
 
+SECOND_PASS_DAYS = 5  # after now, where a phase has already passed
+LAST_PASS_DAYS = 30  # before the nearer coming phase
+
 # Local dates are whole seconds from 1899-12-30 0 h. Every date of the report falls
 # on a whole second, so this is exact where day counts in doubles carry rounding.
 
@@ -517,10 +520,10 @@ def report(year, month, day, hour, minute, second, offset_minutes, southern):
     coming = pair_of_lines("Next", next_full, next_new)
     corrected = next_new <= now or next_full <= now
     if corrected:
-        next_full, next_new, _ = run_pass(now + 5 * DAY_SECONDS, offset_minutes)
+        next_full, next_new, _ = run_pass(now + SECOND_PASS_DAYS * DAY_SECONDS, offset_minutes)
         coming = pair_of_lines("New", next_full, next_new)
     nearer = next_full if next_full < next_new else next_new
-    last_full, last_new, _ = run_pass(nearer - 30 * DAY_SECONDS, offset_minutes)
+    last_full, last_new, _ = run_pass(nearer - LAST_PASS_DAYS * DAY_SECONDS, offset_minutes)
     previous = pair_of_lines("Last", last_full, last_new)
     return {
         "lines": previous + coming,

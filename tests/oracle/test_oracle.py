@@ -295,7 +295,9 @@ def test_report():
            "Next Full Moon : 24-Nov-26 9:05 PM")
     expect("midnight and noon", [o.date_line("", o.date_seconds(2000, 2, 29, h)) for h in (0, 12)],
            ["29-Feb-00 12:00 AM", "29-Feb-00 12:00 PM"])
-    expect("half to even", [round(5 + x) for x in (0.5, 1.5, -0.5)], [6, 6, 4])
+    minutes = [o.date_parts(o.local_date(evening + minute / 1440, offset))[4]
+               for minute in (0, 1, 2) for offset in (0.5, 330.5, -300.5)]
+    expect("half to even", minutes, [0, 30, 0, 2, 32, 0, 2, 32, 2])
 
     expect("Full above", [t[:15] for t in o.pair_of_lines("Next", 1, 2)],
            ["Next Full Moon ", "Next New Moon :"])

@@ -51,7 +51,14 @@ TEST_F(MainWindow, IsTopmostAndAsLargeAsDesigned) {
   EXPECT_TRUE(GetWindowLongW(form().hwnd(), GWL_EXSTYLE) & WS_EX_TOPMOST);
 }
 
-TEST_F(MainWindow, TheFirstReportIsInUniversalTime) { EXPECT_EQ(mMoon::OffsetMinutes, 0); }
+TEST_F(MainWindow, TheFirstReportIsInUniversalTimeAndAClickBringsTheZone) {
+  zone.Bias = -330;
+  Load();
+  EXPECT_EQ(mMoon::OffsetMinutes, 0);
+  SendMessageW(Check1(0), BM_CLICK, 0, 0);
+  EXPECT_EQ(mMoon::OffsetMinutes, 330);
+  EXPECT_EQ(Line(2), L"Next Full Moon : 24-Nov-26 8:25 PM");
+}
 
 TEST_F(MainWindow, AClickStoresItsOptionAlone) {
   SendMessageW(Check1(0), BM_CLICK, 0, 0);

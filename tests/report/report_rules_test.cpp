@@ -274,6 +274,11 @@ TEST_F(ReportRulesTest, TipOfAnAgeBelowZeroHasNoDaysAndTheHoursOfItsMagnitude) {
   EXPECT_EQ(TipForAge(-8.525), L"Moon's Age - 0 Days 12:36");
 }
 
+TEST_F(ReportRulesTest, TipOfAnAgeBelowMinusTenHasTheSignAndTheFirstDigitOfItsDays) {
+  EXPECT_EQ(TipForAge(-9.9996), L"Moon's Age - -1 Days 23:59");
+  EXPECT_EQ(TipForAge(-16.025), L"Moon's Age - -1 Days 0:36");
+}
+
 TEST_F(ReportRulesTest, TipHasTheSameDaysInEveryLocale) {
   const ReportStage stage({kNow});
   ReportStage::locale.decimalSeparator = L",";

@@ -12,14 +12,17 @@
 /// The main window, loaded and shown, at an instant that the test sets.
 class ShownMoon : public testing::Test {
  protected:
-  ShownMoon() { Load(); }
+  ShownMoon() {
+    zone = {};
+    Load();
+  }
 
   /// Loads the window as the program's start does, again if it stood already.
   void Load() {
     form_.reset();
     form_ = std::make_unique<tidewell::frmMoon>();
     mMoon::OffsetMinutes = 0;
-    tidewell::surroundings = {.frmMoon = form_.get(), .Now = [] { return now; }};
+    tidewell::surroundings = {.frmMoon = form_.get(), .Now = [] { return now; }, .ReadTimeZone = [] { return zone; }};
     form_->Load();
     form_->Show();
   }
@@ -36,6 +39,7 @@ class ShownMoon : public testing::Test {
   }
 
   static inline runtime::DateValue now = runtime::AddTime(runtime::DateSerial(2026, 11, 21), 3, 40);
+  static inline runtime::TimeZoneReading zone{};
 
   ScratchFile settingsFile_{runtime::ProgramFolder() + L"\\vesk.dat"};
   std::unique_ptr<tidewell::frmMoon> form_;

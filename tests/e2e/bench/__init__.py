@@ -8,4 +8,7 @@ wine.py      the Wine prefix and the locales
 driver.py    requests to the helper program inside Windows
 clock.py     the movable clock
 program.py   one run of Tidewell: its windows, tray calls and report
+user.py      what a user does with it and sees of it, in several steps
+oracle.py    the report that is wanted
+settings_file.py  where the options stand in the settings file
 """

@@ -1,4 +1,4 @@
-"""Builds the native helpers from native/, each when its source, or its recipe here, is newer than it."""
+"""Builds what the bench runs: Tidewell.exe, and the native helpers from native/."""
 
 import shutil
 import subprocess
@@ -19,8 +19,15 @@ def compiler(names):
     raise RuntimeError(f"none of these compilers is installed: {' '.join(names)} (tools/setup.sh test installs it)")
 
 
+def build_program(exe):
+    """Brings Tidewell.exe up to date where it lies in a build folder, so that no test drives an older one."""
+    if (exe.parent / "build.ninja").exists():
+        subprocess.run(["cmake", "--build", exe.parent, "--target", "Tidewell", "-j2"], check=True)
+
+
 def build(folder):
-    """Builds the helpers into the folder; returns their paths by name."""
+    """Builds the helpers into the folder, each when its source, or its recipe here, is newer than it; returns their
+    paths by name."""
     recipes = {
         "clock_preload.so": (LINUX_32, ["-ffreestanding", "-fPIC", "-shared", "-nostdlib"],
                              ["clock_preload.c"], ["-lgcc"]),

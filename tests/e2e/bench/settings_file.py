@@ -1,0 +1,6 @@
+"""Where the options stand in the settings file: record 17 of 512 bytes, of which 274 are written."""
+
+RECORD, RECORD_SIZE = 16 * 512, 274
+RESTORE_IN_TRAY, AUTO_START, SOUTHERN_VIEW = (RECORD + offset for offset in (266, 268, 270))
+OPTIONS = range(RESTORE_IN_TRAY, SOUTHERN_VIEW + 2)
+TRUE = b"\xff\xff"

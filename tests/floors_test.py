@@ -1,0 +1,119 @@
+"""Holds the layout of the sources: each folder a floor, arrows down only, Windows in its own files.
+
+    python3 tests/floors_test.py
+"""
+
+import re
+import unittest
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+
+# A folder includes only what lies on lower floors, and itself.
+FLOORS = {"start": 5, "report": 4, "tray": 3, "forms": 2, "astro": 2, "runtime": 1, "resources": 0}
+GENERATED = {"version.h": "resources"}  # a header made by the build, and the folder that it counts to
+
+INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)', re.MULTILINE)
+WINDOWS_HALF = re.compile(r"_win\.\w+$|/frm[A-Za-z]+\.\w+$")  # a form's layout, frmMoon_layout.h, is portable
+
+
+def sources():
+    """The texts of all sources by their paths."""
+    return {path.relative_to(ROOT).as_posix(): path.read_text() for folder in FLOORS
+            for path in sorted((ROOT / folder).glob("*")) if path.suffix in (".h", ".cpp")}
+
+
+def folder_of(path):
+    return GENERATED.get(path) or path.partition("/")[0]
+
+
+def circle(arrows):
+    """The files of a circle of includes, or None."""
+    done = set()
+
+    def follow(path, above):
+        if path in above:
+            return above[above.index(path):] + [path]
+        found = None
+        if path not in done:
+            for included in arrows.get(path, ()):
+                found = found or follow(included, above + [path])
+            done.add(path)
+        return found
+    return next(filter(None, (follow(path, []) for path in arrows)), None)
+
+
+def faults(texts):
+    """What is wrong with the layout of sources, given as texts by their paths."""
+    found, arrows = [], {}
+    for path, text in texts.items():
+        folder, windows_half = folder_of(path), WINDOWS_HALF.search(path)
+        arrows[path] = []
+        for bracket, name in INCLUDE.findall(text):
+            if bracket == "<":  # the standard library's headers bear no ".h", so this is one of the system's
+                if name.endswith(".h") and not windows_half:
+                    found.append(f"{path} is no Windows half and includes <{name}>")
+                continue
+            arrows[path].append(name)
+            if folder_of(name) not in FLOORS:
+                found.append(f"{path} includes {name}, which is on no floor")
+            elif folder_of(name) != folder and FLOORS[folder_of(name)] >= FLOORS[folder]:
+                found.append(f"{path} includes {name}, which is not below it")
+            if WINDOWS_HALF.search(name) and not windows_half:
+                found.append(f"{path} is no Windows half and includes {name}")
+        if FLOORS[folder] < FLOORS["tray"] and folder != "astro" and re.search(r"\bmMoon\b", text):
+            found.append(f"{path} lies below the tray and names mMoon")
+    if files := circle(arrows):
+        found.append("circle: " + " -> ".join(files))
+    return found
+
+
+class Floors(unittest.TestCase):
+    def test_the_sources_keep_to_their_floors(self):
+        texts = sources()
+        self.assertEqual({folder_of(path) for path in texts}, set(FLOORS))
+        self.assertEqual(faults(texts), [])
+
+    def test_each_kind_of_fault_is_found(self):
+        for path, line, fault in [
+            ("runtime/checked.cpp", '#include "forms/drawing_list.h"', "not below it"),
+            ("runtime/checked.cpp", '#include "astro/degrees.h"', "not below it"),
+            ("forms/drawing_list.h", '#include "tray/tray_icon.h"', "not below it"),
+            ("forms/drawing_list.h", '#include "astro/degrees.h"', "not below it"),
+            ("astro/moon.cpp", '#include "forms/drawing_list.h"', "not below it"),
+            ("tray/frmAbout.cpp", '#include "report/frmMoon.h"', "not below it"),
+            ("tray/tray_icon.cpp", '  # include "report/settings.h"', "not below it"),
+            ("report/frmMoon.cpp", '#include "start/previous_instance_win.h"', "not below it"),
+            ("resources/resource_ids.h", '#include "runtime/checked.h"', "not below it"),
+            ("start/main_win.cpp", '#include "tests/support/raises.h"', "on no floor"),
+            ("runtime/checked.h", '#include "runtime/checked.h"', "circle: runtime/checked.h -> runtime/checked.h"),
+            ("runtime/runtime_error.h", '#include "runtime/checked.h"', "circle: "),
+            ("forms/drawing_list.cpp", "namespace mMoon {}", "names mMoon"),
+            ("runtime/checked.h", "// as mMoon does", "names mMoon"),
+            ("report/moon_report.cpp", "#include <windows.h>", "no Windows half"),
+            ("report/frmMoon_layout.h", "#include <shellapi.h>", "no Windows half"),
+            ("tray/icon_number.h", '#include "runtime/handle_win.h"', "no Windows half"),
+            ("report/moon_report.cpp", '#include "report/frmMoon.h"', "no Windows half"),
+        ]:
+            with self.subTest(path=path, line=line):
+                texts = sources()
+                texts[path] = f"{line}\n{texts[path]}"
+                found = faults(texts)
+                self.assertEqual(len(found), 1, found)
+                self.assertIn(fault, found[0])
+
+    def test_what_is_allowed_is_no_fault(self):
+        for path, line in [
+            ("astro/moon.cpp", "namespace mMoon {}"),
+            ("runtime/checked.h", "#include <cmath>"),
+            ("tray/frmAbout.cpp", "#include <windows.h>"),
+            ("forms/place_win.cpp", '#include "version.h"'),
+        ]:
+            with self.subTest(path=path, line=line):
+                texts = sources()
+                texts[path] = f"{line}\n{texts[path]}"
+                self.assertEqual(faults(texts), [])
+
+
+if __name__ == "__main__":
+    unittest.main()
