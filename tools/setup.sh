@@ -13,6 +13,9 @@ declare -A groups=(
 # compilers that a developer may already have.
 groups[test]="${groups[build]} ${groups[run]} clang clang-format clang-tidy gcc-i686-linux-gnu googletest
   icoutils libclang-rt-14-dev libgmock-dev libgtest-dev locales python3-pytest tzdata x11-apps"
+# Node may be there from elsewhere than Debian, and Debian's npm would clash with it.
+groups[bench]="${groups[build]} ${groups[run]} gcc-i686-linux-gnu libbenchmark-dev libnova-dev libswe-dev locales
+  swe-basic-data tzdata $(command -v npm >/dev/null || echo nodejs npm)"
 
 wanted=()
 for group; do

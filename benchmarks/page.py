@@ -1,0 +1,218 @@
+"""The page docs/performance.md: the goals, and all that was measured, each figure beside its partner of the run."""
+
+import dataclasses
+import datetime
+import platform
+import re
+from pathlib import Path
+from statistics import median
+
+from stage import BUILD, EMPTY, TIDEWELL, WINDOWS, printed_by
+
+# Why a goal is not met, by its name in goals().
+REASONS = {}
+
+
+@dataclasses.dataclass(frozen=True)
+class Measurements:
+    """What report_speed.py and program_cost.py return."""
+
+    answers: dict
+    report: dict
+    growth: dict
+    size: tuple
+    start_and_close: tuple
+    memory: tuple
+    quiet: tuple
+    updates: tuple
+
+
+@dataclasses.dataclass(frozen=True)
+class Goal:
+    name: str
+    reached: float
+    limit: float
+    form: str = "{:.3g}"
+
+    def row(self):
+        met = self.reached <= self.limit
+        return [self.name, self.form.format(self.reached), "at most " + self.form.format(self.limit),
+                "met" if met else "**not met**", "" if met else REASONS.get(self.name, "")]
+
+
+def goals(m):
+    def native(partner):
+        return ratio(m.report["Tidewell"], m.report[partner])
+
+    return [
+        Goal("executable", m.size[0], 180_000, "{:,} bytes"),
+        Goal("report, native, to astronomia", native("astronomia"), 0.8),
+        Goal("report, native, to astronomy-engine", native("astronomy-engine"), 1 / 30),
+        Goal("report, native, to Swiss Ephemeris with files", native("Swiss Ephemeris, files"), 1 / 10),
+        Goal("report, 32-bit, to fresh sines",
+             ratio(m.report["Tidewell, 32-bit"], m.report["fresh sines, 32-bit"]), 2.2),
+        Goal("start, to the empty window", beside_empty(m.start_and_close[0]), 1.3),
+        Goal("close, to the empty window", beside_empty(m.start_and_close[1]), 2),
+        Goal("private memory, to the empty window", max(map(beside_empty, m.memory)), 1.1),
+        Goal("quiet minute, to the empty window", beside_empty(m.quiet[0]), 1.2),
+        Goal("decades of 1900 to 2100, apart from the middle one", 100 * farthest_decade(m.growth), 10, "{:.2g} %"),
+    ]
+
+
+# ---- figures
+
+def ratio(values, partners):
+    """The median ratio of two figures that were taken in the same rounds."""
+    return median(value / partner for value, partner in zip(values, partners, strict=True))
+
+
+def beside_empty(figures):
+    return ratio(figures[TIDEWELL], figures[EMPTY])
+
+
+def years_of(span):
+    """The first and the last year of a span like "1900-1910"."""
+    return tuple(map(int, span.split("-")))
+
+
+def farthest_decade(growth):
+    """By which part of it the farthest decade differs from the middle one."""
+    decades = [time for (first, last), time in ((years_of(span), time) for span, time in growth.items())
+               if last - first == 10]
+    return max(abs(time / median(decades) - 1) for time in decades)
+
+
+# ---- tables
+
+def table(head, rows, alignment="---:"):
+    """A table; all columns but the first are numbers where nothing else is said."""
+    lines = [head, ["---", *[alignment] * (len(head) - 1)], *rows]
+    return "\n".join("| " + " | ".join(map(str, line)) + " |" for line in lines)
+
+
+def report_table(report, first):
+    """Those figures of the report that were taken natively, or all of the 32-bit program."""
+    names = sorted((name for name in report if name.endswith("32-bit") == first.endswith("32-bit")),
+                   key=lambda name: median(report[name]))
+    return table(["", "µs a report", f"{first} = 1"],
+                 [[name, f"{median(report[name]):,.1f}", f"{ratio(report[name], report[first]):.2f}"]
+                  for name in names])
+
+
+def answers_table(answers):
+    return table(["", "lit fraction, at most", "phases, median", "within 5 minutes"],
+                 [[name, f"{lit:.5f}", f"{minutes:.2f} min", f"{100 * share:.2f} %"]
+                  for name, (lit, minutes, share) in answers.items()])
+
+
+def empty_window_table(m):
+    megabyte = 2 ** 20
+    figures = [("start to visible window, ms", m.start_and_close[0], 1),
+               ("close to ended, ms", m.start_and_close[1], 1),
+               ("private memory shown, MB", m.memory[0], megabyte),
+               ("private memory hidden, MB", m.memory[1], megabyte),
+               ("processor time of a quiet minute, ms", m.quiet[0], 1),
+               ("wake-ups of a quiet minute", m.quiet[1], 1)]
+    return table(["", TIDEWELL, EMPTY, "ratio"],
+                 [[what, *(f"{median(of[name]) / unit:,.2f}" for name in (TIDEWELL, EMPTY)), f"{beside_empty(of):.2f}"]
+                  for what, of, unit in figures])
+
+
+def size_table(size):
+    total, parts = size
+    rows = [[part, f"{bytes_:,}", f"{100 * bytes_ / total:.0f} %"] for part, bytes_ in parts.items()]
+    return table(["", "bytes", "share"], [*rows, ["**the executable**", f"{total:,}", "100 %"]])
+
+
+def growth_table(growth):
+    """A row for a millennium, a column for a century, as ratios to the years 2000 to 2100."""
+    partner = growth["2000-2100"]
+    cells = {first // 100: f"{time / partner:.2f}" for (first, last), time in
+             ((years_of(span), time) for span, time in growth.items()) if last - first > 10}
+    return table(["", *(f"{century}00" for century in range(10))],
+                 [[f"{millennium}000", *(cells.get(10 * millennium + century, "") for century in range(10))]
+                  for millennium in range(10)])
+
+
+def updates_text(updates):
+    milliseconds, private = updates
+    return (f"{len(private)},000 updates over a simulated year: the last 1,000 took the program "
+            f"{milliseconds[-1] / milliseconds[0]:.2f} times the processor time\n"
+            f"of the first, and its private memory after them was {private[-1] / private[0]:.3f} times that "
+            "after the first.")
+
+
+# ---- the page
+
+def machine():
+    model = re.search(r"^model name\s*: (.*)$", Path("/proc/cpuinfo").read_text(), re.MULTILINE)[1]
+    processors = len(re.findall(r"^processor", Path("/proc/cpuinfo").read_text(), re.MULTILINE))
+    system = platform.freedesktop_os_release()["PRETTY_NAME"]
+    compilers = [printed_by(_compiler(folder), "-dumpfullversion").strip() for folder in (BUILD / "bench", WINDOWS)]
+    return ", ".join([model, f"{processors} processors", system, printed_by("wine", "--version").split()[0],
+                      f"GCC {compilers[0]},\nfor Windows {compilers[1]}",
+                      f"node {printed_by('node', '--version').strip()}"])
+
+
+def _compiler(folder):
+    description = next(folder.glob("CMakeFiles/*/CMakeCXXCompiler.cmake")).read_text()
+    return re.search(r'^set\(CMAKE_CXX_COMPILER "(.*)"\)', description, re.MULTILINE)[1]
+
+
+def page(m):
+    reached = [goal.row() for goal in goals(m)]
+    return f"""# What Tidewell costs
+
+Made by `./bench` on {datetime.date.today()}; not to be edited by hand.
+
+Machine: {machine()}.
+
+All figures are medians of runs in turn; a ratio is the median of the ratios in one round. The times are those of this
+machine on this day: only the ratios say something.
+
+## Goals
+
+{table(["figure", "reached", "goal", "", "why"], reached, "---")}
+
+## One report
+
+The lit fraction now, the last and the next New Moon and Full Moon, at 1,000 instants from 1950 to 2050, in processor
+time. Natively (-O2, beside libraries as Debian and npm deliver them; *fresh sines* is the run-time library's sine taken
+387 times, as often as a report of plain sums takes one):
+
+{report_table(m.report, "Tidewell")}
+
+As the 32-bit program that is shipped, under Wine:
+
+{report_table(m.report, "Tidewell, 32-bit")}
+
+*astronomia* takes the lit fraction from the places of the Moon and the Sun, which Tidewell computes too; with *no
+places* from three mean angles alone. Swiss Ephemeris and libnova have no search for phases; theirs is a secant search
+of ours.
+
+All answer the same: differences from Swiss Ephemeris with files. Tidewell writes whole minutes, and on purpose a phase
+in the last 0.18 s before a full hour one hour late; which Full Moon it calls the last is its own rule, and the one that
+it names is compared. libnova and astronomia answer in dynamical time, half a minute to a minute and a half ahead.
+
+{answers_table(m.answers)}
+
+## Over the years
+
+The processor time of a report natively, from the year 101 to the year 9998, by century; the years 2000 to 2100 = 1:
+
+{growth_table(m.growth)}
+
+{updates_text(m.updates)}
+
+## The program
+
+Beside an empty window of the same size, with two timers of the same interval and the same DLLs, built the same way, run
+in turn under Wine. In a quiet minute both are left alone with their windows shown; the processor time is that of their
+own processes. Private memory is what the program has written.
+
+{empty_window_table(m)}
+
+Its size, from the linker's map:
+
+{size_table(m.size)}
+"""

@@ -1,0 +1,104 @@
+"""The report's time: beside other libraries and the floor, natively and as 32-bit program, and over the years."""
+
+import bisect
+import collections
+import datetime
+import json
+import os
+import re
+from pathlib import Path
+from statistics import median
+
+from stage import BUILD, printed_by
+
+NATIVE = BUILD / "bench/benchmarks/native_benchmark"
+HERE = Path(__file__).resolve().parent
+REFERENCE = "Swiss Ephemeris, files"
+J2000 = 2451545  # Julian day of 1 January 2000, 12 h
+LIT_TOLERANCE = 0.01
+PHASE_TOLERANCE = 5  # minutes; most libraries answer in dynamical time, which was ahead by up to 1.6
+SHARE = 0.999  # of the phases within it: Tidewell writes one in thousands an hour late, on purpose
+
+
+def _lines(text):
+    return [line.split("\t") for line in text.splitlines()]
+
+
+def _javascript(script, *arguments):
+    modules = {"NODE_PATH": BUILD / "bench/node/node_modules"}
+    return _lines(printed_by("node", HERE / script, *arguments, env=os.environ | modules))
+
+
+# ---- are the answers right?
+
+def _phase_of_line(line, near):
+    """The kind (Full or New) and the Julian day of one of Tidewell's lines; its year has two digits."""
+    what, when = line.split(" : ")
+    day, month, year, *time = re.split("[- ]", when, maxsplit=3)
+    century = round((2000 + (near - J2000) / 365.25 - int(year)) / 100)
+    written = datetime.datetime.strptime(f"{day} {month} {100 * century + int(year)} {time[0]}", "%d %b %Y %I:%M %p")
+    return what.split()[1], J2000 + (written - datetime.datetime(2000, 1, 1, 12)) / datetime.timedelta(days=1)
+
+
+def check_answers(stage):
+    """Compares what all answer with Swiss Ephemeris; returns by name the largest difference of the lit fraction, the
+    median difference of the phases in minutes, and the share of them within the tolerance."""
+    printed = [*_lines(printed_by(NATIVE, "--answers")), *stage.output_of("windows_benchmark.exe", "--answers"),
+               *_javascript("astronomia.cjs", "--answers"), *_javascript("astronomy-engine.cjs", "--answers")]
+    lit, phases = collections.defaultdict(dict), collections.defaultdict(list)
+    for name, jd, *answer in printed:
+        if name.startswith("Tidewell"):
+            lit[name][jd] = 1 - float(answer[0])
+            phases[name] += [_phase_of_line(line, float(jd)) for line in answer[1:]]
+        else:
+            lit[name][jd] = float(answer[0])
+            phases[name] += zip(("New", "New", "Full", "Full"), map(float, answer[1:]))
+
+    true = {kind: sorted(jd for which, jd in phases[REFERENCE] if which == kind) for kind in ("New", "Full")}
+
+    def minutes_from_truth(kind, jd):
+        # Of all phases of the kind: the last Full Moon that Tidewell writes is on purpose not always the very last.
+        at = bisect.bisect(true[kind], jd)
+        return min(abs(jd - other) * 1440 for other in true[kind][max(at - 1, 0):at + 1])
+
+    found = {}
+    for name in lit:
+        lit_difference = max(abs(value - lit[REFERENCE][jd]) for jd, value in lit[name].items())
+        differences = [minutes_from_truth(*phase) for phase in phases[name]]
+        share = sum(difference <= PHASE_TOLERANCE for difference in differences) / len(differences)
+        assert lit[name].keys() == lit[REFERENCE].keys(), f"{name}: other instants than {REFERENCE}"
+        assert len(differences) == 4 * len(lit[name]), f"{name}: phases are missing"
+        assert lit_difference <= LIT_TOLERANCE, f"{name}: lit fraction off by {lit_difference}"
+        assert share >= SHARE, f"{name}: only {share} of the phases within {PHASE_TOLERANCE} minutes"
+        found[name] = (lit_difference, median(differences), share)
+    return found
+
+
+# ---- how long do they take?
+
+def _google_benchmark(filter, *arguments):
+    text = printed_by(NATIVE, f"--benchmark_filter={filter}", "--benchmark_format=json", *arguments)
+    return json.loads(text)["benchmarks"]
+
+
+def measure(stage, rounds):
+    """Microseconds of the processor that one report takes, by name: one for each of the rounds, in which all take their
+    turn."""
+    taken = collections.defaultdict(list)
+    for _ in range(rounds):
+        for run in _google_benchmark("report/", "--benchmark_min_time=0.2"):
+            taken[run["name"].removeprefix("report/")].append(run["cpu_time"] / 1000)  # us of 1,000 reports
+        for name, nanoseconds in (*_javascript("astronomia.cjs"), *_javascript("astronomy-engine.cjs"),
+                                  *stage.output_of("windows_benchmark.exe")):
+            taken[name].append(float(nanoseconds) / 1000)
+    return taken
+
+
+def measure_growth(_stage, repetitions):
+    """The report's processor time by span of years ("1900-1910"), in microseconds: the median of interleaved runs."""
+    taken = collections.defaultdict(list)
+    for run in _google_benchmark("growth/", "--benchmark_min_time=0.02", f"--benchmark_repetitions={repetitions}",
+                                 "--benchmark_enable_random_interleaving=true"):
+        if run["run_type"] == "iteration":
+            taken[run["run_name"].split("/")[1]].append(run["cpu_time"] / 1000)
+    return {years: median(times) for years, times in taken.items()}

@@ -1,0 +1,94 @@
+"""Where the measurements are taken: a virtual screen and a Wine prefix, as the end-to-end tests' bench makes them. The
+only file here that knows that bench."""
+
+import contextlib
+import fcntl
+import shutil
+import subprocess
+import sys
+from pathlib import Path
+
+REPOSITORY = Path(__file__).resolve().parent.parent
+BUILD = REPOSITORY / "build"
+sys.path.insert(0, str(REPOSITORY / "tests/e2e"))
+
+from bench import tools  # noqa: E402
+from bench.display import Display  # noqa: E402
+from bench.driver import WM_TIMER, Driver  # noqa: E402
+from bench.folders import Folders  # noqa: E402
+from bench.program import Bench  # noqa: E402
+from bench.wine import Wine, windows_path  # noqa: E402
+
+WINDOWS = BUILD / "bench-windows"
+TIDEWELL, EMPTY = "Tidewell", "empty window"
+
+
+class Stage:
+    """What is measured on Windows, and how to run it. Made by open_stage()."""
+
+    def __init__(self, folders, display, wine):
+        self.folders, self.display, self.wine = folders, display, wine
+        # Under the same name each in a folder of its own, so that Wine's settings for the name hold for both.
+        self.programs = {TIDEWELL: self._placed(WINDOWS / "Tidewell.exe", "tidewell"),
+                         EMPTY: self._placed(WINDOWS / "benchmarks/empty_window.exe", "empty")}
+
+    def _placed(self, exe, folder):
+        folder = self.folders.programs / folder
+        shutil.rmtree(folder, ignore_errors=True)
+        folder.mkdir()
+        return shutil.copy(exe, folder / "Tidewell.exe")
+
+    def output_of(self, name, *arguments):
+        """Runs one of the tools of bench-windows; returns the fields of each line that it prints."""
+        exe, log = WINDOWS / "benchmarks" / name, self.folders.logs / f"{name}.log"
+        log.unlink(missing_ok=True)
+        status = self.wine.start(exe, *arguments, log=log).wait()
+        text = log.read_text()
+        if status:
+            raise RuntimeError(f"{name} ended with {status}: {text}")
+        return [line.split("\t") for line in text.splitlines()]
+
+    def windows_path(self, name):
+        """A program as Windows names it."""
+        return windows_path(self.programs[name])
+
+    @contextlib.contextmanager
+    def running(self, name):
+        """A program that runs as long as the context; gives its process."""
+        process = self.wine.start(self.programs[name], log=self.folders.logs / "program.log")
+        try:
+            yield process
+        finally:
+            process.kill()
+            process.wait()
+
+    @contextlib.contextmanager
+    def with_movable_clock(self):
+        """Tidewell on the screen with a clock that moves when told; gives it as the end-to-end tests know it."""
+        built = tools.build(self.folders.tools)
+        driver = Driver(self.wine, built["driver.exe"], self.folders.logs / "driver.log")
+        shutil.rmtree(self.folders.programs / "001", ignore_errors=True)
+        bench = Bench(self.programs[TIDEWELL], self.folders, built, self.display, self.wine, driver)
+        try:
+            yield bench.start(recorded=False)
+        finally:
+            bench.end_programs()
+            driver.close()
+
+
+@contextlib.contextmanager
+def open_stage():
+    """The stage, for as long as the context."""
+    folders = Folders(BUILD / "bench/wine")
+    with open(folders.root / "lock", "w") as lock, contextlib.ExitStack() as stack:
+        fcntl.flock(lock, fcntl.LOCK_EX)  # two runs in one prefix would end each other
+        display = Display(folders.logs)
+        stack.callback(display.close)
+        wine = Wine(folders, display)
+        stack.callback(wine.close)
+        yield Stage(folders, display, wine)
+
+
+def printed_by(*command, **more):
+    """What a program of the host prints."""
+    return subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True, **more).stdout

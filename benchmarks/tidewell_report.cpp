@@ -1,0 +1,39 @@
+// The one place where the measurements meet the program.
+#include "benchmarks/tidewell_report.h"
+
+#include "report/moon_report.h"
+#include "report/surroundings.h"
+
+namespace benchmarks {
+
+namespace {
+
+constexpr double kDateValueZero = 2415018.5;  // 30 December 1899, 0 h, as a Julian day
+
+/// Stands in for the main window.
+class Form final : public tidewell::ReportForm {
+ public:
+  forms::DrawingList& Drawing() override { return drawing_; }
+  void SetLabel1Caption(const std::wstring& caption) override { report.darkFraction = caption; }
+  [[nodiscard]] bool SouthernView() const override { return false; }
+  void SetMoonLine(std::size_t index, const std::wstring& text) override { report.lines.at(index) = text; }
+
+  Report report;
+
+ private:
+  forms::DrawingList drawing_;
+};
+
+Form form;
+double instant = 0;
+
+}  // namespace
+
+const Report& ReportAt(double jd) {
+  instant = jd;
+  tidewell::surroundings = {.frmMoon = &form, .Now = [] { return instant - kDateValueZero; }};
+  mMoon::UpdateMoonReport();
+  return form.report;
+}
+
+}  // namespace benchmarks
