@@ -21,12 +21,13 @@ endforeach()
 file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/generated/phase_icons.rc CONTENT "${phase_icons_rc}")
 set(icon_sources
   ${PROJECT_SOURCE_DIR}/resources/make_icons.py
+  ${PROJECT_SOURCE_DIR}/resources/window_icon.py
   ${PROJECT_SOURCE_DIR}/resources/icons/phases.txt
   ${PROJECT_SOURCE_DIR}/resources/icons/window.txt
 )
 add_custom_command(
   OUTPUT ${icons}
-  COMMAND Python3::Interpreter ${PROJECT_SOURCE_DIR}/resources/make_icons.py ${icon_folder}
+  COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/resources/make_icons.py ${icon_folder}
   DEPENDS ${icon_sources}
   VERBATIM
 )
@@ -62,3 +63,5 @@ set_source_files_properties(resources/Tidewell.rc PROPERTIES
 add_executable(Tidewell WIN32 start/main.cpp start/terminate.cpp)
 target_link_libraries(Tidewell PRIVATE tidewell_shell tidewell_resources)
 target_link_options(Tidewell PRIVATE -municode -s)
+# Windows 7 and later; and no table of handlers for structured exceptions, as there are none.
+target_link_options(Tidewell PRIVATE -Wl,--major-subsystem-version=6 -Wl,--minor-subsystem-version=1 -Wl,--no-seh)
