@@ -1,26 +1,29 @@
 #!/usr/bin/env bash
 # Installs what Tidewell is built, run and tested with, on Debian and its kin.
-# Usage: tools/setup.sh GROUP...   where GROUP is build, run or test.
+# Usage: tools/setup.sh GROUP...   where GROUP is build, release, run or test.
 set -euo pipefail
 
 build=(cmake g++ g++-mingw-w64-i686 ninja-build python3)
+release=("${build[@]}" nsis osslsigncode)
 run=(fonts-liberation fonts-wine imagemagick trayer wine wine32:i386 x11-utils xdotool xvfb)
 # The 32-bit C compiler is the cross one: gcc-multilib conflicts with the cross
 # compilers that a developer may already have.
-test=("${build[@]}" "${run[@]}" clang clang-format clang-tidy gcc-i686-linux-gnu googletest
-  icoutils libclang-rt-14-dev libgmock-dev libgtest-dev locales python3-pytest tzdata x11-apps)
+test=("${release[@]}" "${run[@]}" clang clang-format clang-tidy gcc-i686-linux-gnu googletest
+  icoutils libclang-rt-14-dev libgmock-dev libgtest-dev locales openssl python3-pefile python3-pytest
+  python3-yaml tzdata x11-apps)
 
 wanted=()
 for group; do
   case $group in
     build) wanted+=("${build[@]}") ;;
+    release) wanted+=("${release[@]}") ;;
     run) wanted+=("${run[@]}") ;;
     test) wanted+=("${test[@]}") ;;
-    *) echo "setup: unknown group '$group' (known: build, run, test)" >&2; exit 2 ;;
+    *) echo "setup: unknown group '$group' (known: build, release, run, test)" >&2; exit 2 ;;
   esac
 done
 if ((${#wanted[@]} == 0)); then
-  echo "usage: tools/setup.sh build|run|test..." >&2
+  echo "usage: tools/setup.sh build|release|run|test..." >&2
   exit 2
 fi
 
