@@ -19,12 +19,13 @@ endforeach()
 file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/generated/phase_icons.rc CONTENT "${phase_icons_rc}")
 set(icon_sources
   ${PROJECT_SOURCE_DIR}/resources/make_icons.py
+  ${PROJECT_SOURCE_DIR}/resources/window_icon.py
   ${PROJECT_SOURCE_DIR}/resources/icons/phases.txt
   ${PROJECT_SOURCE_DIR}/resources/icons/window.txt
 )
 add_custom_command(
   OUTPUT ${icons}
-  COMMAND Python3::Interpreter ${PROJECT_SOURCE_DIR}/resources/make_icons.py ${icon_folder}
+  COMMAND Python3::Interpreter -B ${PROJECT_SOURCE_DIR}/resources/make_icons.py ${icon_folder}
   DEPENDS ${icon_sources}
   VERBATIM
 )
@@ -60,4 +61,7 @@ set_source_files_properties(resources/Tidewell.rc PROPERTIES
 
 add_executable(Tidewell WIN32 start/main_win.cpp start/library_ends_win.cpp)
 target_link_libraries(Tidewell PRIVATE tidewell_shell tidewell_resources)
-target_link_options(Tidewell PRIVATE -municode -Wl,-Map,Tidewell.map $<$<NOT:$<CONFIG:Debug>>:-s>)
+# Windows 7 and later; and no table of handlers for structured exceptions, as there are none. The map tells the bill of
+# materials and the benchmarks what is in the program.
+target_link_options(Tidewell PRIVATE -municode $<$<NOT:$<CONFIG:Debug>>:-s> -Wl,-Map,Tidewell.map -Wl,--no-seh
+                                     -Wl,--major-subsystem-version=6 -Wl,--minor-subsystem-version=1)

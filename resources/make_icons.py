@@ -10,8 +10,9 @@ A picture file holds, line by line:
     colour CHARACTER transparent
     icon NAME WIDTHxHEIGHT               followed at once by HEIGHT rows of WIDTH characters
 
-Several pictures of one NAME go into NAME.ico together, in the order of the file. The same pictures
-always give the same bytes. A mistake in a picture ends the run with status 1 and a message
+Several pictures of one NAME go into NAME.ico together, in the order of the file. The window icon's large
+pictures, which no one wants to type, are drawn by the rule in window_icon.py and lie in its file as PNG. The
+same pictures always give the same bytes. A mistake in a picture ends the run with status 1 and a message
 "FILE:LINE: what is wrong", before any file is written.
 
 Needs Python 3.8 or later, and nothing beside it.
@@ -23,6 +24,8 @@ import re
 import struct
 import sys
 import zlib
+
+import window_icon
 
 # The standard Windows 16-colour palette, in the order that 4-bit icons store it.
 PALETTE = [
@@ -37,8 +40,11 @@ TRANSPARENT = None
 # Which icons each file must hold, and in which sizes.
 EXPECTED = {
     "phases.txt": {f"phase{index:02d}": [(16, 16)] for index in range(28)},
-    "window.txt": {"window": [(32, 32), (16, 16)]},
+    "window.txt": {"window": [(32, 32), (24, 24), (20, 20), (16, 16)]},
 }
+
+# The sizes of the window icon that are drawn by rule: what Windows shows on screens of high density and in folders.
+DRAWN = [256, 64, 48, 40]
 
 
 class PictureError(Exception):
@@ -144,6 +150,20 @@ def check_complete(path, last_line, icons):
             raise PictureError(path, last_line, f"{name} is not an icon of this file")
 
 
+# --- Writing PNG ------------------------------------------------------------------------------------
+
+def png_file(canvas):
+    """A PNG of rows of (red, green, blue) or (red, green, blue, alpha)."""
+    def chunk(kind, data):
+        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+
+    colour_type = {3: 2, 4: 6}[len(canvas[0][0])]  # the format's numbers for colours without and with alpha
+    header = struct.pack(">IIBBBBB", len(canvas[0]), len(canvas), 8, colour_type, 0, 0, 0)
+    pixels = b"".join(b"\0" + b"".join(bytes(pixel) for pixel in row) for row in canvas)
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(pixels, 9))
+            + chunk(b"IEND", b""))
+
+
 # --- Writing .ico -----------------------------------------------------------------------------------
 
 def packed_rows(rows, bits):
@@ -171,15 +191,16 @@ def image_data(picture):
     return header + palette + colours + mask
 
 
-def icon_file(pictures):
-    images = [image_data(picture) for picture in pictures]
+def icon_file(pictures, drawn=()):
+    """The file of some drawn and some written pictures, in this order: the largest first, as is usual."""
+    images = [(len(picture) % 256, 0, 32, png_file(picture)) for picture in drawn]  # a side of 256 is written as 0
+    images += [(len(picture), len(PALETTE), 4, image_data(picture)) for picture in pictures]
     directory = struct.pack("<HHH", 0, 1, len(images))
     offset = 6 + 16 * len(images)
-    for picture, image in zip(pictures, images):
-        width, height = size(picture)
-        directory += struct.pack("<BBBBHHII", width, height, len(PALETTE), 0, 1, 4, len(image), offset)
-        offset += len(image)
-    return directory + b"".join(images)
+    for side, colours, bits, data in images:
+        directory += struct.pack("<BBBBHHII", side, side, colours, 0, 1, bits, len(data), offset)
+        offset += len(data)
+    return directory + b"".join(data for _, _, _, data in images)
 
 
 # --- The contact sheet ------------------------------------------------------------------------------
@@ -200,7 +221,7 @@ def sheet(icons):
     """Every icon on light, middle and dark grey: the phases at 6x in two rows of 14, phase 0 first, and at 1x
     below them; the window icon's pictures to the right, at 6x and 4x and at 1x."""
     phases = [icons[f"phase{index:02d}"][0] for index in range(28)]
-    large, small = icons["window"]
+    large, small = icons["window"][0], icons["window"][-1]
     step = 6 * 16 + SHEET_GAP
     right = SHEET_GAP + 14 * step
     far_right = right + 6 * 32 + SHEET_GAP
@@ -216,16 +237,6 @@ def sheet(icons):
         paste(block, small, far_right + 32 + SHEET_GAP, step + 16, 1)
         canvas += block
     return canvas
-
-
-def png_file(canvas):
-    def chunk(kind, data):
-        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
-
-    header = struct.pack(">IIBBBBB", len(canvas[0]), len(canvas), 8, 2, 0, 0, 0)
-    pixels = b"".join(b"\0" + b"".join(bytes(pixel) for pixel in row) for row in canvas)
-    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(pixels, 9))
-            + chunk(b"IEND", b""))
 
 
 # --- The command ------------------------------------------------------------------------------------
@@ -249,7 +260,8 @@ def main():
             icons.update(parse(os.path.join(arguments.pictures, file_name)))
         os.makedirs(arguments.output, exist_ok=True)
         for name, pictures in icons.items():
-            write(os.path.join(arguments.output, name + ".ico"), icon_file(pictures))
+            drawn = [window_icon.draw(side) for side in DRAWN] if name == "window" else []
+            write(os.path.join(arguments.output, name + ".ico"), icon_file(pictures, drawn))
         if arguments.sheet:
             write(arguments.sheet, png_file(sheet(icons)))
     except PictureError as error:

@@ -7,12 +7,14 @@ declare -A groups=(
   [build]="cmake g++ g++-mingw-w64-i686 ninja-build python3"
   [run]="fonts-liberation fonts-wine imagemagick trayer wine wine32:i386 x11-utils xdotool xvfb"
   [debug]="gdb"
+  [release]="cmake g++ g++-mingw-w64-i686 ninja-build nsis osslsigncode python3"
   [accuracy]="fonts-dejavu-core g++ gnuplot-nox imagemagick libswe-dev python3 swe-basic-data"
 )
 # The 32-bit C compiler is the cross one: gcc-multilib conflicts with the cross
 # compilers that a developer may already have.
-groups[test]="${groups[build]} ${groups[run]} clang clang-format clang-tidy gcc-i686-linux-gnu googletest
-  icoutils libclang-rt-14-dev libgmock-dev libgtest-dev locales python3-pytest tzdata x11-apps"
+groups[test]="${groups[release]} ${groups[run]} clang clang-format clang-tidy gcc-i686-linux-gnu googletest
+  icoutils libclang-rt-14-dev libgmock-dev libgtest-dev locales openssl python3-pefile python3-pytest python3-yaml
+  tzdata x11-apps"
 # Node may be there from elsewhere than Debian, and Debian's npm would clash with it.
 groups[bench]="${groups[build]} ${groups[run]} gcc-i686-linux-gnu libbenchmark-dev libnova-dev libswe-dev locales
   swe-basic-data tzdata $(command -v npm >/dev/null || echo nodejs npm)"

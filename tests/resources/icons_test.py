@@ -84,6 +84,28 @@ def colours_and_mask(data, size):
     return colours, mask
 
 
+def png_rows(data):
+    """The rows of a PNG of 8 bits with alpha and without filters, as (red, green, blue, alpha)."""
+    if data[:8] != b"\x89PNG\r\n\x1a\n":
+        raise AssertionError("not a PNG")
+    chunks, at = {}, 8
+    while at < len(data):
+        length, kind = struct.unpack_from(">I4s", data, at)
+        content = data[at + 8:at + 8 + length]
+        if struct.unpack_from(">I", data, at + 8 + length)[0] != zlib.crc32(kind + content):
+            raise AssertionError(f"the checksum of {kind} is wrong")
+        chunks[kind] = content
+        at += 12 + length
+    width, height, *form = struct.unpack(">IIBBBBB", chunks[b"IHDR"])
+    if form != [8, 6, 0, 0, 0]:
+        raise AssertionError(f"not 8 bits a channel with alpha: {form}")
+    lines = zlib.decompress(chunks[b"IDAT"])
+    stride = 1 + 4 * width
+    if len(lines) != height * stride or any(lines[::stride]):
+        raise AssertionError("not its size, or filtered")
+    return [[tuple(lines[row * stride + 1 + 4 * column:][:4]) for column in range(width)] for row in range(height)]
+
+
 def levels(data):
     """A phase icon's picture as grey levels; a colour that is no grey becomes -1."""
     colours, mask = colours_and_mask(data, 16)
@@ -124,7 +146,7 @@ class Format(unittest.TestCase):
 
     def check_image(self, name, entry, data, size):
         with self.subTest(icon=name, size=size):
-            stride, mask_stride = size // 2, (size + 31) // 32 * 4
+            stride, mask_stride = (size * 4 + 31) // 32 * 4, (size + 31) // 32 * 4
             length = 40 + 64 + (stride + mask_stride) * size
             self.assertEqual(entry[:7], (size, size, 16, 0, 1, 4, length))
             self.assertEqual(len(data), length)
@@ -136,7 +158,7 @@ class Format(unittest.TestCase):
                 for column in range(size):
                     if mask[row][column]:
                         self.assertEqual(colours[row][column], 0, "a transparent pixel must be black")
-            padding = [data[104 + stride * size + row * mask_stride:][size // 8:mask_stride] for row in range(size)]
+            padding = [data[104 + stride * size + row * mask_stride:][(size + 7) // 8:mask_stride] for row in range(size)]
             self.assertEqual(set(b"".join(padding)) - {0}, set())
 
     def test_a_phase_is_one_image_of_296_bytes(self):
@@ -147,20 +169,41 @@ class Format(unittest.TestCase):
             self.assertEqual((len(data), entry[7]), (296, 22), name)
             self.check_image(name, entry, data, 16)
 
-    def test_the_window_icon_has_32_and_16_pixels(self):
+    def test_the_window_icon_has_the_sizes_that_windows_asks_for(self):
         parts = images(FILES["window.ico"])
-        self.assertEqual([entry[0] for entry, _ in parts], [32, 16])
-        for entry, data in parts:
+        self.assertEqual([entry[0] for entry, _ in parts], [0, 64, 48, 40, 32, 24, 20, 16])  # 0: 256
+        for entry, data in parts[4:]:
             self.check_image("window.ico", entry, data, entry[0])
-        self.assertEqual(sum(len(data) for _, data in parts) + 6 + 2 * 16, len(FILES["window.ico"]))
+        self.assertEqual(sum(len(data) for _, data in parts) + 6 + len(parts) * 16, len(FILES["window.ico"]))
 
     def test_the_window_icon_is_round_and_coloured(self):
-        for entry, data in images(FILES["window.ico"]):
+        for entry, data in images(FILES["window.ico"])[4:]:
             size = entry[0]
             colours, mask = colours_and_mask(data, size)
             self.assertEqual({mask[0][0], mask[0][-1], mask[-1][0], mask[-1][-1]}, {1})
             self.assertEqual(mask[size // 2][size // 2], 0)
             self.assertGreaterEqual(len({colour for row in colours for colour in row}), 6)
+
+    def test_the_large_window_icons_show_the_picture_of_32_pixels(self):
+        """In the middle of each of its pixels, but for those on an edge, which are shaded there by hand."""
+        parts = images(FILES["window.ico"])
+        colours, mask = colours_and_mask(parts[4][1], 32)
+        for entry, data in parts[:4]:
+            size = entry[0] or 256
+            self.assertEqual(entry[:6], (size % 256, size % 256, 0, 0, 1, 32))
+            rows = png_rows(data)
+            self.assertEqual((len(rows[0]), len(rows)), (size, size))
+            different = 0
+            for row in range(32):
+                for column in range(32):
+                    red, green, blue, alpha = rows[(2 * row + 1) * size // 64][(2 * column + 1) * size // 64]
+                    self.assertTrue(alpha or (red, green, blue) == (0, 0, 0), "what is not seen is black")
+                    wanted = PALETTE_BYTES[4 * colours[row][column]:][:3]
+                    seen = alpha > 127
+                    if seen == bool(mask[row][column]) or seen and max(
+                            abs(want - got) for want, got in zip(wanted, (blue, green, red))) > 64:
+                        different += 1
+            self.assertLess(different, 32 * 32 // 8, size)
 
 
 class PhaseTest(unittest.TestCase):

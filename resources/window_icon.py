@@ -1,0 +1,81 @@
+"""Draws the window icon, a young Moon over the tide, in the sizes too large to be written down in icons/window.txt.
+
+The rule: the picture of 32 pixels is taken for the drawing of a plane of 32 x 32 units, x to the right and y down from
+its top left corner. Its shapes, measured there, are those of colour_at(); its lines are one unit thick. Each pixel
+looks at the plane in SAMPLES x SAMPLES places, spread evenly, and takes the mean of the colours found there, as opaque
+as the share of places within the disc.
+"""
+
+import math
+
+UNITS = 32  # the side of the plane
+SAMPLES = 2
+
+# The colours of the palette that the picture of 32 pixels uses.
+BLACK, NAVY, BLUE = (0, 0, 0), (0, 0, 128), (0, 0, 255)
+TEAL, CYAN, YELLOW, WHITE = (0, 128, 128), (0, 255, 255), (255, 255, 0), (255, 255, 255)
+
+# Circles: x and y of the centre, radius.
+DISC = (16, 16, 16)
+WITHIN_OUTLINE = (16, 16, 15)
+MOON = (16.5, 11, 8.25)
+MOON_SHADOW = (12.3, 9, 6.9)
+STARS = ((11.5, 5.5, 0.6), (7.5, 8.5, 0.6))
+
+# The two waves: how high they lie, and where a crest is. The lower one has its crests under the upper one's troughs.
+WAVE_LENGTH = 9.8
+SURFACE, SURFACE_CREST = 21, 5
+UNDERTOW, UNDERTOW_CREST = 26, 9.9
+
+
+def within(x, y, circle):
+    centre_x, centre_y, radius = circle
+    return math.hypot(x - centre_x, y - centre_y) < radius
+
+
+def wave(x, level, crest):
+    """The height of a wave at x; as y it runs downwards."""
+    return level - math.cos(2 * math.pi * (x - crest) / WAVE_LENGTH)
+
+
+def scene_at(x, y):
+    """The colour of a point of the night over the tide, of which the icon shows what lies within its disc."""
+    under_water = y - wave(x, UNDERTOW, UNDERTOW_CREST)
+    if under_water >= 0:
+        return CYAN if under_water < 1 else BLUE
+    under_water = y - wave(x, SURFACE, SURFACE_CREST)
+    if under_water >= 0:
+        return WHITE if under_water < 1 else CYAN if under_water < 2 else TEAL
+    if within(x, y, MOON) and not within(x, y, MOON_SHADOW):
+        return YELLOW
+    return WHITE if any(within(x, y, star) for star in STARS) else NAVY
+
+
+def colour_at(x, y):
+    """The colour of a point of the plane, None outside the disc."""
+    if not within(x, y, DISC):
+        return None
+    return scene_at(x, y) if within(x, y, WITHIN_OUTLINE) else BLACK
+
+
+def mean(colours):
+    """The mean of some colours, as (red, green, blue, alpha)."""
+    found = [colour for colour in colours if colour is not None]
+    if not found:
+        return 0, 0, 0, 0
+    return *(round(sum(channel) / len(found)) for channel in zip(*found)), round(255 * len(found) / len(colours))
+
+
+def look(width, height, unit, colour, left=0, top=0):
+    """A picture of what colour(x, y) tells, `unit` units of the plane to a pixel and from the given place on: rows of
+    (red, green, blue, alpha)."""
+    step = unit / SAMPLES
+    lines = [[colour(left + (column + 0.5) * step, top + (row + 0.5) * step) for column in range(width * SAMPLES)]
+             for row in range(height * SAMPLES)]
+    return [[mean([lines[SAMPLES * row + j][SAMPLES * column + i] for j in range(SAMPLES) for i in range(SAMPLES)])
+             for column in range(width)] for row in range(height)]
+
+
+def draw(size):
+    """The icon of size x size pixels."""
+    return look(size, size, UNITS / size, colour_at)

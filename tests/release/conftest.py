@@ -1,0 +1,133 @@
+"""The fixtures of the release tests. Run them with
+
+    /usr/bin/python3 -m pytest tests/release
+
+With TIDEWELL_LONG=1 in the environment the setup is tried under Wine, too.
+"""
+
+import os
+import shutil
+import subprocess
+import sys
+from pathlib import Path
+from types import SimpleNamespace
+
+import pytest
+
+HERE = Path(__file__).resolve().parent
+REPOSITORY = HERE.parent.parent
+sys.path.insert(0, str(HERE.parent / "e2e"))  # for its bench
+sys.dont_write_bytecode = True
+
+
+def pytest_addoption(parser):
+    parser.addoption("--folder", default=str(REPOSITORY / "build/release"),
+                     help="where the releases are made and installed; two runs at a time need two folders")
+
+
+def pytest_configure(config):
+    config.addinivalue_line("markers", "long: a long run, only with TIDEWELL_LONG=1 in the environment")
+
+
+def pytest_collection_modifyitems(items):
+    if os.environ.get("TIDEWELL_LONG") != "1":
+        for item in items:
+            if item.get_closest_marker("long"):
+                item.add_marker(pytest.mark.skip(reason="long runs are selected by TIDEWELL_LONG=1"))
+
+
+@pytest.fixture(scope="session")
+def folder(request):
+    made = Path(request.config.getoption("folder")).resolve()
+    made.mkdir(parents=True, exist_ok=True)
+    return made
+
+
+def copy_of_the_sources(folder):
+    """The sources as they stand, committed or not, in a new folder."""
+    shutil.rmtree(folder, ignore_errors=True)
+    listed = subprocess.run(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"], cwd=REPOSITORY,
+                            check=True, stdout=subprocess.PIPE, text=True).stdout
+    for name in filter(None, listed.split("\0")):
+        if (REPOSITORY / name).exists():  # else it is deleted, but not yet so for git
+            (folder / name).parent.mkdir(parents=True, exist_ok=True)
+            shutil.copy(REPOSITORY / name, folder / name)
+    return folder
+
+
+def run_release(sources, *arguments, prefix=(), log, **more):
+    with open(log, "w") as output:
+        subprocess.run([*prefix, sources / "release", *arguments], check=True, stdout=output, stderr=output, **more)
+    return sources / "dist"
+
+
+@pytest.fixture(scope="session")
+def committed(folder):
+    """A repository that holds the sources as they stand, committed, and a change that is not."""
+    sources = copy_of_the_sources(folder / "committed")
+    git = ["git", "-c", "user.name=Test", "-c", "user.email=test@example.org", "-c", "commit.gpgsign=false"]
+    for command in (["init", "-q"], ["add", "-A"], ["commit", "-q", "-m", "The sources as they stand"]):
+        subprocess.run([*git, *command], cwd=sources, check=True)
+    with open(sources / "LICENSE", "a") as file:
+        file.write("What is not committed does not belong into a release.\n")
+    return sources
+
+
+@pytest.fixture(scope="session")
+def dist(committed, folder):
+    """The files of a release."""
+    return run_release(committed, log=folder / "committed.log")
+
+
+@pytest.fixture(scope="session")
+def second_dist(folder):
+    """The files of a second release, made by another user in another folder with another umask, without git."""
+    sources = copy_of_the_sources(folder / "unpacked as a source archive")
+    if os.geteuid() == 0:
+        nobody = 65534
+        for path in (sources, *sources.rglob("*")):
+            os.chown(path, nobody, nobody)
+        prefix = ["setpriv", f"--reuid={nobody}", f"--regid={nobody}", "--clear-groups"]
+    else:
+        prefix = ["unshare", "--map-root-user"]
+    return run_release(sources, prefix=prefix, umask=0o077, log=folder / "unpacked.log",
+                       env=os.environ | {"HOME": "/nonexistent", "USER": "other", "LC_ALL": "C", "TZ": "Asia/Tokyo"})
+
+
+@pytest.fixture(scope="session")
+def version():
+    """The version, from the one place where it stands."""
+    line = next(line for line in (REPOSITORY / "CMakeLists.txt").read_text().splitlines()
+                if line.startswith("project(Tidewell VERSION "))
+    return line.split()[2]
+
+
+@pytest.fixture(scope="session")
+def program(committed, dist, folder, version):
+    """Tidewell.exe as it is handed out."""
+    shutil.unpack_archive(dist / f"Tidewell-{version}-portable.zip", folder / "portable")
+    return folder / "portable/Tidewell/Tidewell.exe"
+
+
+@pytest.fixture(scope="session")
+def machine(folder):
+    """A Windows with nothing on it: a fresh Wine prefix on a screen of its own (display, wine, driver)."""
+    from bench import tools
+    from bench.display import Display
+    from bench.driver import Driver
+    from bench.folders import Folders
+    from bench.wine import Wine
+    folders = Folders(folder / "machine")
+    shutil.rmtree(folders.prefix, ignore_errors=True)
+    built = tools.build(folders.tools)
+    display = Display(folders.logs)
+    try:
+        wine = Wine(folders, display)
+        try:
+            driver = Driver(wine, built["driver.exe"], folders.logs / "driver.log")
+            yield SimpleNamespace(display=display, wine=wine, driver=driver, drive_c=folders.prefix / "drive_c")
+            driver.close()
+        finally:
+            wine.close()
+    finally:
+        display.close()

@@ -1,0 +1,6 @@
+# The tests of what is handed out: they make a release of the sources as they stand, twice, and look at its files.
+
+add_test(NAME release
+  COMMAND ${TIDEWELL_E2E_PYTHON} -B -m pytest ${CMAKE_CURRENT_LIST_DIR} --folder=${PROJECT_SOURCE_DIR}/build/release
+)
+set_tests_properties(release PROPERTIES LABELS release RUN_SERIAL ON TIMEOUT 3600)

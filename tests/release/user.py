@@ -1,0 +1,143 @@
+"""What a user does with the setup and the program, on the machine of the fixture."""
+
+import os
+import shutil
+
+from bench.driver import BM_CLICK
+from bench.program import IMAGE
+from bench.waiting import until
+
+BM_GETCHECK = 0xF0
+CHECKED = 1
+UNINSTALL_KEY = r"HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Uninstall\Tidewell"
+APPROVED_KEY = UNINSTALL_KEY.partition("Uninstall")[0] + r"Explorer\StartupApproved\StartupFolder"
+
+
+class User:
+    """A user before the machine."""
+
+    def __init__(self, machine, setup):
+        self.driver, self.display, self.wine = machine.driver, machine.display, machine.wine
+        self.drive_c = machine.drive_c
+        self.setup_name = setup.name
+        shutil.copy(setup, self.drive_c)
+        [self.home] = [path for path in (self.drive_c / "users").iterdir() if path.name != "Public"]
+        programs = self.home / "AppData/Roaming/Microsoft/Windows/Start Menu/Programs"
+        self.folder = self.home / "AppData/Local/Programs/Tidewell"  # the one that the setup proposes
+        self.start_menu_entry = programs / "Tidewell.lnk"
+        self.startup_entry = programs / "StartUp/Tidewell.lnk"
+        for key in (UNINSTALL_KEY.rpartition("\\")[0], APPROVED_KEY):  # which every real Windows has
+            assert self.wine.run("reg", "add", key, "/f") == 0
+
+    def windows_path(self, path):
+        return "C:\\" + str(path.relative_to(self.drive_c)).replace("/", "\\")
+
+    # ---- the machine
+
+    def files(self):
+        """What lies on drive C, but for Windows' own folder and temporary files."""
+        own = self.drive_c / "windows", self.home / "Temp"
+        return {path for path in self.drive_c.rglob("*") if not any(folder in path.parents for folder in own)}
+
+    def registry(self):
+        """All keys with their values."""
+        exported = self.drive_c / "registry.reg"
+        found = set()
+        for root in ("HKEY_CURRENT_USER", "HKEY_LOCAL_MACHINE\\Software"):
+            assert self.wine.run("regedit", "/E", "C:\\registry.reg", root) == 0
+            key = None
+            for line in exported.read_text(encoding="utf-16").splitlines():
+                key = line if line.startswith("[") else key
+                found.add((key, line))
+            exported.unlink()
+        return found
+
+    def uninstall_entry(self):
+        """The values of the entry in the list of installed programs."""
+        lines = [line for key, line in self.registry() if key == f"[{UNINSTALL_KEY}]" and line.startswith('"')]
+        values = dict(line.split("=", 1) for line in lines)
+        return {name.strip('"'): int(value[6:], 16) if value.startswith("dword:")
+                else value[1:-1].replace('\\"', '"').replace("\\\\", "\\") for name, value in values.items()}
+
+    # ---- setup and removal
+
+    def install(self, folder=None):
+        """Runs the setup without a word; returns its status. Through the command prompt, as Wine would quote a path
+        with spaces, and the setup ignores it then."""
+        place = f" /D={folder}" if folder else ""
+        return self.wine.run("cmd", "/c", f"C:\\{self.setup_name} /S{place}")
+
+    def open_setup(self):
+        self.wine.start(f"C:\\{self.setup_name}", log=os.devnull)
+
+    def remove(self, folder=None):
+        """Runs the uninstaller without a word, as the list of installed programs does, and waits for its end."""
+        folder = folder or self.folder
+        status = self.wine.run(self.windows_path(folder / "uninstall.exe"), "/S")
+        until(lambda: not self.driver.processes("Un.exe"), "end of the uninstaller")
+        return status
+
+    # ---- windows
+
+    def controls(self, process, class_, text=""):
+        """The controls of all processes of a name that can be used, by class and the beginning of their text."""
+        return [window for pid in self.driver.processes(process) for window in self.driver.windows(pid)
+                if window.class_ == class_ and window.shown and window.enabled
+                and window.text.replace("&", "").startswith(text)]
+
+    def press(self, process, button):
+        until(lambda: self.controls(process, "Button", button), f"button {button}")
+        self.driver.post(self.controls(process, "Button", button)[0].hwnd, BM_CLICK)
+
+    def press_in_setup(self, button):
+        self.press(self.setup_name, button)
+
+    # ---- the program
+
+    def start(self, folder=None):
+        """Starts the program and returns its process."""
+        former = set(self.driver.processes(IMAGE))
+        process = self.wine.start(self.windows_path((folder or self.folder) / IMAGE), log=os.devnull)
+        until(lambda: self.main_window(former), "main window")
+        return process
+
+    def running(self):
+        return self.driver.processes(IMAGE)
+
+    def main_window(self, former=()):
+        """The main window, shown or hidden, of a program that does not belong to the former ones."""
+        for pid in set(self.running()) - set(former):
+            for window in self.driver.windows(pid):
+                if window.class_ == "TidewellMoon":
+                    return window
+        return None
+
+    def box(self, text):
+        [found] = [window for pid in self.running() for window in self.driver.windows(pid) if window.text == text]
+        return found.hwnd
+
+    def tick(self, text):
+        self.driver.send(self.box(text), BM_CLICK)
+
+    def ticked(self, text):
+        return self.driver.send(self.box(text), BM_GETCHECK) == CHECKED
+
+    def end_programs(self):
+        for pid in self.running():
+            self.driver.end(pid)
+        until(lambda: not self.running(), "end of the programs")
+
+    # ---- a clean table
+
+    def leave(self):
+        """Ends and removes whatever a test has left."""
+        for process in (self.setup_name, "Un.exe", IMAGE):
+            for pid in self.driver.processes(process):
+                self.driver.end(pid)
+        until(lambda: not self.running(), "end of the programs")
+        entry = self.uninstall_entry()
+        if entry:
+            self.wine.run(f"{entry['InstallLocation']}\\uninstall.exe", "/S")
+            until(lambda: not self.driver.processes("Un.exe"), "end of the uninstaller")
+            assert not self.uninstall_entry()
+        shutil.rmtree(self.folder.parent, ignore_errors=True)
