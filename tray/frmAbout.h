@@ -80,6 +80,7 @@ class frmAbout final : public forms::Window<frmAbout> {
   forms::TwipsPerPixel twipsPerPixel_{};
   TrayIcon trayIcon_;
   bool menuOpen_ = false;
+  bool makingTopmost_ = false;  ///< in the call that Form_MouseMove makes
 };
 
 }  // namespace tidewell

@@ -115,6 +115,10 @@ class Driver:
         """Makes a window and its children paint themselves anew."""
         return self.ask("redraw", hwnd)
 
+    def place(self, hwnd, x, y, width, height):
+        """Moves a window, also where no screen is, and sizes it, also as its user cannot."""
+        return self.ask("place", hwnd, x, y, width, height)
+
     def hold(self, path):
         """Opens a file (a Windows path) without sharing it, until release()."""
         return self.ask("hold", path)

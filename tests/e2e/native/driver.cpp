@@ -15,6 +15,7 @@
 //   tips                      texts of the tool tips that are shown, of every process
 //   handles PID               how many kernel handles, GDI objects and windows a process has
 //   redraw HWND               RedrawWindow of the window and its children, at once
+//   place HWND X Y W H        moves and sizes a window, without activating it
 //   hold PATH                 opens a file, without sharing it; releases the one held before
 //   release                   releases it
 //   locale                    the user's month names, day markers and decimal separator
@@ -353,6 +354,12 @@ std::string Redraw(const Arguments& arguments) {
                             RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW | RDW_FRAME) != FALSE);
 }
 
+std::string PlaceWindow(const Arguments& arguments) {
+  const auto length = [&](std::size_t at) { return static_cast<int>(AsNumber(arguments.at(at))); };
+  return Truth(SetWindowPos(AsWindow(arguments.at(0)), nullptr, length(1), length(2), length(3), length(4),
+                            SWP_NOZORDER | SWP_NOACTIVATE) != FALSE);
+}
+
 HANDLE held = INVALID_HANDLE_VALUE;
 
 std::string Release(const Arguments&) {
@@ -501,6 +508,7 @@ const std::map<std::string, Request> kRequests = {
     {"tips", {0, Tips}},
     {"handles", {1, Handles}},
     {"redraw", {1, Redraw}},
+    {"place", {5, PlaceWindow}},
     {"hold", {1, Hold}},
     {"release", {0, Release}},
     {"locale", {0, Locale}},
