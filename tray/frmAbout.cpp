@@ -133,14 +133,15 @@ void frmAbout::Form_Unload(bool& Cancel) {
   ShowWindow(hwnd(), SW_HIDE);
 }
 
-void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double /*Y*/) {
+void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double Y) {
   SendMessageW(hwnd(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(mainForm_.Icon()));
   makingTopmost_ = true;
   forms::MakeTopmost(hwnd());
   makingTopmost_ = false;
   MouseMsg = DecodeTrayMessage(X, scaleMode_, twipsPerPixel_.x);
-  if (menuOpen_) {
-    return;  // the icon's messages arrive while the menu is tracked, too: no toggling behind it, no second menu
+  // The icon's messages arrive while the menu is tracked, too: no toggling behind it, no second menu.
+  if (menuOpen_ || !MayBeOfTheIcon(Y)) {
+    return;
   }
   switch (MouseMsg) {
     case kLeftButtonUp:

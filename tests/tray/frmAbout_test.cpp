@@ -111,6 +111,14 @@ TEST_F(About, OtherMessagesDoNothingButMakeItTopmost) {
   EXPECT_EQ(reinterpret_cast<HICON>(SendMessageW(about_.hwnd(), WM_GETICON, ICON_BIG, 0)), main_.Icon());
 }
 
+TEST_F(About, ThePointerAtTheColumnOfAClickIsNone) {
+  for (const int row : {1, 100, -1}) {
+    TrayMessage(MAKELONG(514, row));
+    EXPECT_TRUE(main_.visible) << row;
+    EXPECT_EQ(mMoon::MouseMsg, 514);
+  }
+}
+
 TEST_F(About, ClosingOnlyHidesIt) {
   const HWND window = about_.hwnd();
   ShowWindow(window, SW_SHOW);
