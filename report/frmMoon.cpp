@@ -129,7 +129,7 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_POWERBROADCAST:
     case WM_SETTINGCHANGE:
       if (ChangesTheReport(message, wParam, lParam)) {
-        LastUpdate = 0;  // so that the next tick updates, within the same minute too
+        refreshAtTick_ = true;
       }
       return DefaultHandling(message, wParam, lParam);
     case WM_SYSCOMMAND:
@@ -188,9 +188,10 @@ void frmMoon::Form_Load() {
 
 void frmMoon::Timer1_Timer() {
   const runtime::DateValue now = surroundings.Now();
-  if (runtime::SameMinute(now, LastUpdate)) {
+  if (!refreshAtTick_ && runtime::SameMinute(now, LastUpdate)) {
     return;
   }
+  refreshAtTick_ = false;
   LastUpdate = now;
   Refresh();
 }
