@@ -96,7 +96,7 @@ void frmMoon::Show() { forms::ShowInForeground(hwnd()); }
 
 void frmMoon::Hide() { ShowWindow(hwnd(), SW_HIDE); }
 
-HICON frmMoon::Icon() const { return icon_.get(); }
+HICON frmMoon::Icon(WPARAM size) const { return (size == ICON_SMALL ? smallIcon_ : icon_).get(); }
 
 LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {

@@ -38,7 +38,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   [[nodiscard]] bool Visible() const override;
   void Show() override;
   void Hide() override;
-  [[nodiscard]] HICON Icon() const override;
+  [[nodiscard]] HICON Icon(WPARAM size) const override;
 
   /// Removes the tray icon, closes the settings file and ends the program at once.
   void EndProgram() override;

@@ -134,7 +134,9 @@ void frmAbout::Form_Unload(bool& Cancel) {
 }
 
 void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double Y) {
-  SendMessageW(hwnd(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(mainForm_.Icon()));
+  for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
+    SendMessageW(hwnd(), WM_SETICON, size, reinterpret_cast<LPARAM>(mainForm_.Icon(size)));
+  }
   makingTopmost_ = true;
   forms::MakeTopmost(hwnd());
   makingTopmost_ = false;

@@ -23,7 +23,8 @@ class MainForm {
   [[nodiscard]] virtual bool Visible() const = 0;
   virtual void Show() = 0;
   virtual void Hide() = 0;
-  [[nodiscard]] virtual HICON Icon() const = 0;
+  /// Its icon in a size of WM_SETICON, ICON_SMALL or ICON_BIG.
+  [[nodiscard]] virtual HICON Icon(WPARAM size) const = 0;
   virtual void EndProgram() = 0;
 
  protected:
