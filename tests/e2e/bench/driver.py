@@ -97,7 +97,7 @@ class Driver:
         return self.ask("notify", command, hwnd, icon)
 
     def input(self, hwnd):
-        """The focus of a window's thread and the foreground window, as handles."""
+        """The focus of a window's thread and the foreground window, as handles, and in_menu: whether it is in a menu."""
         return SimpleNamespace(**self.ask("input", hwnd))
 
     def accessible(self, hwnd):

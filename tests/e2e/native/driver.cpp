@@ -10,7 +10,7 @@
 //   signal HWND MSG W L       SendNotifyMessage, the shell's own way to tell of an icon
 //   broadcast NAME            posts the registered message NAME to all top-level windows
 //   notify COMMAND HWND ID    Shell_NotifyIcon for the icon that another window owns
-//   input HWND                the focus of the window's thread, and the foreground window
+//   input HWND                the focus of the window's thread, whether it is in a menu, and the foreground window
 //   accessible HWND           MSAA name
 //   tips                      texts of the tool tips that are shown, of every process
 //   handles PID               how many kernel handles, GDI objects and windows a process has
@@ -255,7 +255,9 @@ std::string Input(const Arguments& arguments) {
   if (GetGUIThreadInfo(GetWindowThreadProcessId(AsWindow(arguments.at(0)), nullptr), &info) == FALSE) {
     return Error("no such thread");
   }
-  return Object({{"focus", Number(info.hwndFocus)}, {"foreground", Number(GetForegroundWindow())}});
+  return Object({{"focus", Number(info.hwndFocus)},
+                 {"foreground", Number(GetForegroundWindow())},
+                 {"in_menu", Truth((info.flags & GUI_INMENUMODE) != 0)}});
 }
 
 std::string Accessible(const Arguments& arguments) {
