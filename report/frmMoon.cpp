@@ -115,6 +115,12 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_PAINT:
       Paint();
       return 0;
+    case WM_WINDOWPOSCHANGING:
+      if (auto& change = *reinterpret_cast<WINDOWPOS*>(lParam); !Visible() && (change.flags & SWP_SHOWWINDOW) == 0) {
+        // Form_Load places the window before it is shown: a minimised start must not take the keyboard.
+        change.flags |= SWP_NOACTIVATE;
+      }
+      return DefaultHandling(message, wParam, lParam);
     case WM_ACTIVATE:
       focus_.OnActivate(hwnd(), wParam);
       return 0;

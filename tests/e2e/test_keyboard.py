@@ -1,9 +1,10 @@
-"""The keyboard stays with the program that has it, whatever the icon tells Tidewell, until the user asks for a window."""
+"""The keyboard stays with the program that has it until the user asks for a window of Tidewell."""
 
 import pytest
 
 from bench.driver import LEFT_DOWN, LEFT_UP, RIGHT_DOWN, RIGHT_UP
 from bench.waiting import until
+from bench.wine import windows_path
 from test_tray import choose, open_menu, wait_for_main
 from test_windows import bring_to_front, show_about
 
@@ -143,3 +144,23 @@ def test_a_menu_that_is_left_gives_the_keyboard_back(program, typewriter):
     until(lambda: program.menu() is None, "menu closed")
     until(typewriter.has_the_keyboard, "keyboard back at the other program")
     typewriter.type("def")
+
+
+def test_a_minimised_start_from_a_shortcut_leaves_the_keyboard_alone(bench, start, monkeypatch):
+    folder = bench.folder()
+    (folder / "tray-refuses").touch()  # Wine's tray gives the keyboard to an icon that it has added
+    other = Typewriter(bench)
+    other.take_the_keyboard()
+    with monkeypatch.context() as patch:
+        directly = bench.wine.start
+        patch.setattr(bench.wine, "start", lambda program, **more: directly(
+            bench.tools["shortcut.exe"], windows_path(program), **more))
+        program = start(folder, wait=False)
+    try:
+        until(lambda: program.main() and program.main().minimised, "minimised window")
+        until(lambda: len(program.calls()) >= 2, "update of the first second")
+        other.type("abc")
+        assert other.has_the_keyboard()
+    finally:
+        other.close()
+        program.driver.end(program.pid)  # the shortcut ends with it, but not the other way round
