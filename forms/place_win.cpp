@@ -4,9 +4,9 @@
 
 namespace forms {
 
-RECT CentredPlace(int clientWidth, int clientHeight, DWORD style, DWORD exStyle) {
-  RECT outer = ToPixels({0, 0, clientWidth, clientHeight}, ReadTwipsPerPixel());
-  AdjustWindowRectEx(&outer, style, FALSE, exStyle);
+namespace {
+
+RECT Centred(const RECT& outer) {
   RECT work{};
   SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
   const LONG width = outer.right - outer.left;
@@ -14,6 +14,39 @@ RECT CentredPlace(int clientWidth, int clientHeight, DWORD style, DWORD exStyle)
   const LONG left = work.left + (work.right - work.left - width) / 2;
   const LONG top = work.top + (work.bottom - work.top - height) / 2;
   return {.left = left, .top = top, .right = left + width, .bottom = top + height};
+}
+
+/// Whether a message says that a window is about to be shown, or restored, or that the screens have changed under it.
+bool MayNeedAScreen(HWND window, UINT message, WPARAM wParam) {
+  switch (message) {
+    case WM_SHOWWINDOW:
+      return wParam != FALSE;
+    case WM_SIZE:
+      return wParam == SIZE_RESTORED;
+    case WM_DISPLAYCHANGE:
+      return IsWindowVisible(window) != FALSE;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+RECT CentredPlace(int clientWidth, int clientHeight, DWORD style, DWORD exStyle) {
+  RECT outer = ToPixels({0, 0, clientWidth, clientHeight}, ReadTwipsPerPixel());
+  AdjustWindowRectEx(&outer, style, FALSE, exStyle);
+  return Centred(outer);
+}
+
+void StayOnScreen(HWND window, UINT message, WPARAM wParam) {
+  // A minimised window lies off every screen: its turn comes when it is restored.
+  if (MayNeedAScreen(window, message, wParam) && IsIconic(window) == FALSE &&
+      MonitorFromWindow(window, MONITOR_DEFAULTTONULL) == nullptr) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    place = Centred(place);
+    SetWindowPos(window, nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  }
 }
 
 void ShowInForeground(HWND window) {

@@ -8,6 +8,11 @@ namespace forms {
 /// area.
 [[nodiscard]] RECT CentredPlace(int clientWidth, int clientHeight, DWORD style, DWORD exStyle);
 
+/// Brings a window that no screen shows, since its screen is gone, to the middle of the main screen's work area. Other
+/// windows stay where they are; so do hidden ones, for their screen may come back before they are shown.
+/// To be called for every message of a form: it looks at those that show the window or change the screens.
+void StayOnScreen(HWND window, UINT message, WPARAM wParam);
+
 /// Shows a window and brings it to the foreground, restored if it was minimised.
 void ShowInForeground(HWND window);
 

@@ -2,13 +2,18 @@
 
 #include <windows.h>
 
+#include "runtime/runtime_error.h"
+
 namespace forms {
 
 /// A timer of a window: WM_TIMER with its id at each interval, as long as the object lives.
 class Timer {
  public:
-  Timer(HWND window, UINT_PTR id, UINT milliseconds) noexcept : window_(window), id_(id) {
-    SetTimer(window_, id_, milliseconds, nullptr);
+  /// Throws RuntimeError 7 "Out of memory" when the system refuses: what the timer drives would stand still unseen.
+  Timer(HWND window, UINT_PTR id, UINT milliseconds) : window_(window), id_(id) {
+    if (SetTimer(window_, id_, milliseconds, nullptr) == 0) {
+      throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
+    }
   }
   ~Timer() { KillTimer(window_, id_); }
   Timer(const Timer&) = delete;

@@ -96,9 +96,10 @@ void frmMoon::Show() { forms::ShowInForeground(hwnd()); }
 
 void frmMoon::Hide() { ShowWindow(hwnd(), SW_HIDE); }
 
-HICON frmMoon::Icon() const { return icon_.get(); }
+HICON frmMoon::Icon(WPARAM size) const { return (size == ICON_SMALL ? smallIcon_ : icon_).get(); }
 
 LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  forms::StayOnScreen(hwnd(), message, wParam);
   switch (message) {
     case WM_TIMER:
       if (wParam == kTimer1) {
@@ -114,6 +115,12 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_PAINT:
       Paint();
       return 0;
+    case WM_WINDOWPOSCHANGING:
+      if (auto& change = *reinterpret_cast<WINDOWPOS*>(lParam); !Visible() && (change.flags & SWP_SHOWWINDOW) == 0) {
+        // Form_Load places the window before it is shown: a minimised start must not take the keyboard.
+        change.flags |= SWP_NOACTIVATE;
+      }
+      return DefaultHandling(message, wParam, lParam);
     case WM_ACTIVATE:
       focus_.OnActivate(hwnd(), wParam);
       return 0;
@@ -129,7 +136,7 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_POWERBROADCAST:
     case WM_SETTINGCHANGE:
       if (ChangesTheReport(message, wParam, lParam)) {
-        LastUpdate = 0;  // so that the next tick updates, within the same minute too
+        refreshAtTick_ = true;
       }
       return DefaultHandling(message, wParam, lParam);
     case WM_SYSCOMMAND:
@@ -188,9 +195,10 @@ void frmMoon::Form_Load() {
 
 void frmMoon::Timer1_Timer() {
   const runtime::DateValue now = surroundings.Now();
-  if (runtime::SameMinute(now, LastUpdate)) {
+  if (!refreshAtTick_ && runtime::SameMinute(now, LastUpdate)) {
     return;
   }
+  refreshAtTick_ = false;
   LastUpdate = now;
   Refresh();
 }

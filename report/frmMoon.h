@@ -38,7 +38,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   [[nodiscard]] bool Visible() const override;
   void Show() override;
   void Hide() override;
-  [[nodiscard]] HICON Icon() const override;
+  [[nodiscard]] HICON Icon(WPARAM size) const override;
 
   /// Removes the tray icon, closes the settings file and ends the program at once.
   void EndProgram() override;
@@ -75,6 +75,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   std::optional<SettingsFile> settingsFile_;
   frmAbout about_;
   runtime::DateValue LastUpdate = 0;  ///< clock reading at the last update made by the timer
+  bool refreshAtTick_ = false;        ///< the next tick updates, within the same minute too
   std::optional<forms::Timer> Timer1;
   std::optional<forms::Timer> Timer2;  ///< has no handler and does nothing
 };

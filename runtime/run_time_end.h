@@ -5,7 +5,8 @@ namespace runtime {
 /// Whether the program is ending: from then on no event handler runs any more.
 [[nodiscard]] bool Ending() noexcept;
 
-/// Ends the program: no further events run; an open menu closes, and the message loop ends.
+/// Ends the program: no further events run; an open menu closes, a window that is being moved goes back, and the
+/// message loop ends.
 void End() noexcept;
 
 /// Ends the program on the exception that is being handled, as by End; ReportRunTimeError is still to be called. To be

@@ -47,9 +47,11 @@ bool Ending() noexcept { return ending; }
 void End() noexcept {
   ending = true;
   EndMenu();
-  // Wakes the message loop, which then sees that the program is ending. Not PostQuitMessage: menus and drags may take
-  // that message away, and the box of a run-time error would end on it at once.
-  PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
+  // Ends a move of a window, which is a loop of the system's within the program's. Not every system obeys the first.
+  SendMessageW(GetCapture(), WM_CANCELMODE, 0, 0);
+  // It also wakes the message loop, which then sees that the program is ending. Not PostQuitMessage: menus and moves
+  // may take that message away, and the box of a run-time error would end on it at once.
+  PostThreadMessageW(GetCurrentThreadId(), WM_KEYDOWN, VK_ESCAPE, 0);
 }
 
 void EndOnCurrentException() noexcept {

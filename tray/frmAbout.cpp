@@ -89,6 +89,7 @@ void frmAbout::UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum) {
 }
 
 LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  forms::StayOnScreen(hwnd(), message, wParam);
   if (message == taskbarCreated_ && taskbarCreated_ != 0) {
     trayIcon_.Restore();
     return 0;
@@ -98,6 +99,12 @@ LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       // From the pointer over the window, and from the tray icon, which sends the number of its message as the X.
       Form_MouseMove(0, 0, GET_X_LPARAM(lParam) * twipsPerPixel_.x, GET_Y_LPARAM(lParam) * twipsPerPixel_.y);
       return 0;
+    case WM_WINDOWPOSCHANGING:
+      if (makingTopmost_) {
+        // The call would activate the window, hidden or not: pointing at the icon must not take the keyboard.
+        reinterpret_cast<WINDOWPOS*>(lParam)->flags |= SWP_NOACTIVATE;
+      }
+      return DefaultHandling(message, wParam, lParam);
     case WM_COMMAND:
       OnCommand(LOWORD(wParam));
       return 0;
@@ -127,12 +134,17 @@ void frmAbout::Form_Unload(bool& Cancel) {
   ShowWindow(hwnd(), SW_HIDE);
 }
 
-void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double /*Y*/) {
-  SendMessageW(hwnd(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(mainForm_.Icon()));
+void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double Y) {
+  for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
+    SendMessageW(hwnd(), WM_SETICON, size, reinterpret_cast<LPARAM>(mainForm_.Icon(size)));
+  }
+  makingTopmost_ = true;
   forms::MakeTopmost(hwnd());
+  makingTopmost_ = false;
   MouseMsg = DecodeTrayMessage(X, scaleMode_, twipsPerPixel_.x);
-  if (menuOpen_) {
-    return;  // the icon's messages arrive while the menu is tracked, too: no toggling behind it, no second menu
+  // The icon's messages arrive while the menu is tracked, too: no toggling behind it, no second menu.
+  if (menuOpen_ || !MayBeOfTheIcon(Y)) {
+    return;
   }
   switch (MouseMsg) {
     case kLeftButtonUp:
@@ -148,6 +160,7 @@ void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double /*
 
 void frmAbout::PopupMenu() {
   menuOpen_ = true;
+  const HWND before = GetForegroundWindow();
   POINT pointer{};
   GetCursorPos(&pointer);
   // Without the foreground the menu would stay open when the user clicks elsewhere.
@@ -172,6 +185,9 @@ void frmAbout::PopupMenu() {
       mnuExit_Click();
       break;
     default:
+      if (GetForegroundWindow() == hwnd() && IsWindowVisible(hwnd()) == FALSE) {
+        SetForegroundWindow(before);  // a hidden window has no use for the keyboard
+      }
       break;
   }
 }

@@ -23,7 +23,8 @@ class MainForm {
   [[nodiscard]] virtual bool Visible() const = 0;
   virtual void Show() = 0;
   virtual void Hide() = 0;
-  [[nodiscard]] virtual HICON Icon() const = 0;
+  /// Its icon in a size of WM_SETICON, ICON_SMALL or ICON_BIG.
+  [[nodiscard]] virtual HICON Icon(WPARAM size) const = 0;
   virtual void EndProgram() = 0;
 
  protected:
@@ -80,6 +81,7 @@ class frmAbout final : public forms::Window<frmAbout> {
   forms::TwipsPerPixel twipsPerPixel_{};
   TrayIcon trayIcon_;
   bool menuOpen_ = false;
+  bool makingTopmost_ = false;  ///< in the call that Form_MouseMove makes
 };
 
 }  // namespace tidewell

@@ -20,7 +20,9 @@ class FakeMainForm final : public tidewell::MainForm {
   void Show() override { visible = true; }
   void Hide() override { visible = false; }
   void EndProgram() override { ended = true; }
-  [[nodiscard]] HICON Icon() const override { return LoadIconW(nullptr, IDI_APPLICATION); }
+  [[nodiscard]] HICON Icon(WPARAM size) const override {
+    return LoadIconW(nullptr, size == ICON_SMALL ? IDI_QUESTION : IDI_APPLICATION);
+  }
 };
 
 class About : public testing::Test {
@@ -108,7 +110,17 @@ TEST_F(About, OtherMessagesDoNothingButMakeItTopmost) {
     EXPECT_EQ(mMoon::MouseMsg, message);
   }
   EXPECT_TRUE(GetWindowLongW(about_.hwnd(), GWL_EXSTYLE) & WS_EX_TOPMOST);
-  EXPECT_EQ(reinterpret_cast<HICON>(SendMessageW(about_.hwnd(), WM_GETICON, ICON_BIG, 0)), main_.Icon());
+  for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
+    EXPECT_EQ(reinterpret_cast<HICON>(SendMessageW(about_.hwnd(), WM_GETICON, size, 0)), main_.Icon(size));
+  }
+}
+
+TEST_F(About, ThePointerAtTheColumnOfAClickIsNone) {
+  for (const int row : {1, 100, -1}) {
+    TrayMessage(MAKELONG(514, row));
+    EXPECT_TRUE(main_.visible) << row;
+    EXPECT_EQ(mMoon::MouseMsg, 514);
+  }
 }
 
 TEST_F(About, ClosingOnlyHidesIt) {

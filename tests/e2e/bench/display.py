@@ -94,6 +94,14 @@ class Display:
         """A real click."""
         self._run("xdotool", "mousemove", str(x), str(y), "click", str(button))
 
+    def press(self, x, y):
+        """Presses the left button and holds it, until let_go()."""
+        self._run("xdotool", "mousemove", str(x), str(y), "mousedown", str(LEFT))
+
+    def let_go(self):
+        """Lets go of the left button, wherever the pointer is."""
+        self._run("xdotool", "mouseup", str(LEFT))
+
     def drag(self, start, end):
         """Drags from one place to another."""
         self._run("xdotool", "mousemove", *map(str, start), "mousedown", str(LEFT),

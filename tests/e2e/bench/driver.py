@@ -13,8 +13,9 @@ from bench.waiting import BOUND
 # Messages and codes of Windows that tests use.
 WM_CLOSE, WM_TIMER, WM_MOUSEMOVE, WM_POWERBROADCAST = 0x10, 0x113, 0x200, 0x218
 WM_TIMECHANGE, WM_SYSCOMMAND, WM_QUERYENDSESSION, WM_ENDSESSION = 0x1E, 0x112, 0x11, 0x16
+WM_QUIT, WM_DISPLAYCHANGE = 0x12, 0x7E
 BM_CLICK, BM_GETSTATE, BM_SETSTATE, BST_PUSHED = 0xF5, 0xF2, 0xF3, 4
-SC_MINIMIZE, SC_CLOSE = 0xF020, 0xF060
+SC_MOVE, SC_MINIMIZE, SC_CLOSE, SC_KEYMENU, SC_RESTORE = 0xF010, 0xF020, 0xF060, 0xF100, 0xF120
 LEFT_DOWN, LEFT_UP, RIGHT_DOWN, RIGHT_UP = 513, 514, 516, 517
 LEFT_DOUBLE, RIGHT_DOUBLE = 515, 518
 NIM_ADD, NIM_MODIFY, NIM_DELETE = 0, 1, 2
@@ -96,7 +97,7 @@ class Driver:
         return self.ask("notify", command, hwnd, icon)
 
     def input(self, hwnd):
-        """The focus of a window's thread and the foreground window, as handles."""
+        """The focus of a window's thread and the foreground window, as handles, and in_menu: whether it is in a menu."""
         return SimpleNamespace(**self.ask("input", hwnd))
 
     def accessible(self, hwnd):
@@ -114,6 +115,10 @@ class Driver:
     def redraw(self, hwnd):
         """Makes a window and its children paint themselves anew."""
         return self.ask("redraw", hwnd)
+
+    def place(self, hwnd, x, y, width, height):
+        """Moves a window, also where no screen is, and sizes it, also as its user cannot."""
+        return self.ask("place", hwnd, x, y, width, height)
 
     def hold(self, path):
         """Opens a file (a Windows path) without sharing it, until release()."""

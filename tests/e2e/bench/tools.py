@@ -35,6 +35,8 @@ def build(folder):
                        ["-loleacc", "-lole32", "-loleaut32", "-lshell32", "-luuid"]),
         "shell32.dll": (WINDOWS, ["-std=c++20", "-static", "-shared"], ["shell_stand_in.cpp", "shell_stand_in.def"],
                         ["-Wl,--enable-stdcall-fixup", "-lgdi32"]),
+        "shortcut.exe": (WINDOWS, ["-std=c++20", "-static"], ["shortcut.cpp"], []),
+        "typewriter.exe": (WINDOWS, ["-std=c++20", "-static"], ["typewriter.cpp"], []),
     }
     for name, (compilers, options, sources, libraries) in recipes.items():
         target = folder / name

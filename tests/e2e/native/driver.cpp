@@ -10,11 +10,12 @@
 //   signal HWND MSG W L       SendNotifyMessage, the shell's own way to tell of an icon
 //   broadcast NAME            posts the registered message NAME to all top-level windows
 //   notify COMMAND HWND ID    Shell_NotifyIcon for the icon that another window owns
-//   input HWND                the focus of the window's thread, and the foreground window
+//   input HWND                the focus of the window's thread, whether it is in a menu, and the foreground window
 //   accessible HWND           MSAA name
 //   tips                      texts of the tool tips that are shown, of every process
 //   handles PID               how many kernel handles, GDI objects and windows a process has
 //   redraw HWND               RedrawWindow of the window and its children, at once
+//   place HWND X Y W H        moves and sizes a window, without activating it
 //   hold PATH                 opens a file, without sharing it; releases the one held before
 //   release                   releases it
 //   locale                    the user's month names, day markers and decimal separator
@@ -254,7 +255,9 @@ std::string Input(const Arguments& arguments) {
   if (GetGUIThreadInfo(GetWindowThreadProcessId(AsWindow(arguments.at(0)), nullptr), &info) == FALSE) {
     return Error("no such thread");
   }
-  return Object({{"focus", Number(info.hwndFocus)}, {"foreground", Number(GetForegroundWindow())}});
+  return Object({{"focus", Number(info.hwndFocus)},
+                 {"foreground", Number(GetForegroundWindow())},
+                 {"in_menu", Truth((info.flags & GUI_INMENUMODE) != 0)}});
 }
 
 std::string Accessible(const Arguments& arguments) {
@@ -351,6 +354,12 @@ std::string Handles(const Arguments& arguments) {
 std::string Redraw(const Arguments& arguments) {
   return Truth(RedrawWindow(AsWindow(arguments.at(0)), nullptr, nullptr,
                             RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW | RDW_FRAME) != FALSE);
+}
+
+std::string PlaceWindow(const Arguments& arguments) {
+  const auto length = [&](std::size_t at) { return static_cast<int>(AsNumber(arguments.at(at))); };
+  return Truth(SetWindowPos(AsWindow(arguments.at(0)), nullptr, length(1), length(2), length(3), length(4),
+                            SWP_NOZORDER | SWP_NOACTIVATE) != FALSE);
 }
 
 HANDLE held = INVALID_HANDLE_VALUE;
@@ -501,6 +510,7 @@ const std::map<std::string, Request> kRequests = {
     {"tips", {0, Tips}},
     {"handles", {1, Handles}},
     {"redraw", {1, Redraw}},
+    {"place", {5, PlaceWindow}},
     {"hold", {1, Hold}},
     {"release", {0, Release}},
     {"locale", {0, Locale}},

@@ -1,0 +1,18 @@
+// Starts a program as a shortcut does that asks for a minimised window, and lives as long as the program.
+
+#include <windows.h>
+
+int main(int, char** arguments) {
+  STARTUPINFOA how{};
+  how.cb = sizeof how;
+  how.dwFlags = STARTF_USESHOWWINDOW;
+  how.wShowWindow = SW_SHOWMINNOACTIVE;
+  PROCESS_INFORMATION started{};
+  if (CreateProcessA(arguments[1], nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &how, &started) == FALSE) {
+    return -1;
+  }
+  WaitForSingleObject(started.hProcess, INFINITE);
+  DWORD status = 0;
+  GetExitCodeProcess(started.hProcess, &status);
+  return static_cast<int>(status);
+}

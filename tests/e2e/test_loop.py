@@ -1,0 +1,114 @@
+"""The program ends at once, whatever its message loop is in the midst of, and leaves nothing behind."""
+
+import datetime
+
+import pytest
+
+from bench.driver import NIM_DELETE, RIGHT_UP, SC_KEYMENU, SC_MOVE, WM_CLOSE, WM_ENDSESSION, WM_QUIT, WM_SYSCOMMAND
+from bench.program import SOUTH
+from bench.waiting import until
+from test_run_time_errors import see_the_box_and_end
+from test_windows import bring_to_front, show_about
+
+
+def test_a_loop_that_ends_by_itself_takes_the_icon_away(program):
+    program.click(SOUTH)
+    program.settle()
+    program.driver.post(program.main().hwnd, WM_QUIT)
+    assert program.wait_for_end() == 0
+    assert program.calls()[-1].command == NIM_DELETE
+    assert program.calls()[-1].succeeded
+    until(lambda: not program.display.docked_icons(), "tray without icons")
+
+
+def test_an_error_before_the_icon_was_added_tells_the_shell_nothing(bench, start):
+    folder = bench.folder()
+    (folder / "vesk.dat").mkdir()
+    program = start(folder=folder, wait=False)
+    see_the_box_and_end(program, "Run-time error '75':\n\nPath/File access error")
+    assert program.calls() == []
+
+
+# ---- in the midst of a move, or of the window's own menu by keyboard: loops of the system's, within the program's
+
+def drag(program):
+    x, y, width, _ = program.main().screen
+    program.display.press(x + width // 2, y + 10)
+    program.display.point(x + width // 2 + 30, y + 40)
+    until(lambda: program.main().screen[:2] != [x, y], "window that follows the pointer")
+
+
+def move_by_keyboard(program):
+    bring_to_front(program)
+    x, y, _, _ = program.main().screen
+    program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_MOVE)
+    program.settle()
+    program.driver.keys("Right", "Right")
+    until(lambda: program.main().screen[:2] != [x, y], "window that follows the keys")
+
+
+def drag_about(program):
+    show_about(program)
+    x, y, width, _ = program.about().screen
+    program.display.press(x + width // 2, y + 10)
+    program.display.point(x + width // 2 + 30, y + 40)
+    until(lambda: program.about().screen[:2] != [x, y], "About box that follows the pointer")
+
+
+def open_system_menu(program):
+    bring_to_front(program)
+    program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_KEYMENU, ord(" "))
+    until(program.menu, "system menu")
+
+
+def enter_system_menu(program):
+    """By the Alt key alone: the menu has the keyboard, but is not open."""
+    bring_to_front(program)
+    program.driver.keys("Alt")
+    until(lambda: program.driver.input(program.main().hwnd).in_menu, "keyboard at the menu")
+
+
+STATES = [drag, move_by_keyboard, drag_about, open_system_menu, enter_system_menu]
+
+
+def close(program):
+    program.driver.post(program.main().hwnd, WM_CLOSE)
+
+
+def end_session(program):
+    program.driver.signal(program.main().hwnd, WM_ENDSESSION, 1)
+
+
+@pytest.fixture
+def busy(program, request):
+    """A program in the midst of one of the states."""
+    request.param(program)
+    yield program
+    program.display.let_go()
+
+
+@pytest.mark.parametrize("way", [close, end_session])
+@pytest.mark.parametrize("busy", STATES, indirect=True)
+def test_it_ends_in_the_midst(busy, way, start):
+    way(busy)
+    assert busy.wait_for_end() == 0
+    assert busy.calls()[-1].command == NIM_DELETE
+    busy.display.let_go()
+    start()  # nothing of it is left that would keep the next one from starting
+
+
+@pytest.mark.parametrize("busy", [drag, move_by_keyboard], indirect=True)
+def test_exit_ends_it_in_the_midst_of_a_move(busy):
+    busy.tray_message(RIGHT_UP)
+    until(busy.menu, "menu of the icon")
+    busy.driver.keys("Up", "Enter")
+    assert busy.wait_for_end() == 0
+
+
+@pytest.mark.parametrize("busy", STATES, indirect=True)
+def test_an_error_shows_its_box_in_the_midst(busy):
+    busy.clock.set(busy.local(datetime.datetime(9999, 12, 30, 12, 0, 10)))
+    busy.hurry()
+    until(busy.message_box, "message box")
+    busy.display.let_go()
+    see_the_box_and_end(busy, "Run-time error '5':\n\nInvalid procedure call or argument")

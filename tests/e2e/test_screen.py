@@ -1,0 +1,104 @@
+"""Windows on the screen: wide ones, lost ones, and their icons."""
+
+import pytest
+
+from bench.display import HEIGHT, WIDTH
+from bench.driver import LEFT_UP, RIGHT_UP, SC_MINIMIZE, SC_RESTORE, WM_DISPLAYCHANGE, WM_SYSCOMMAND
+from bench.waiting import until
+from test_tray import choose, wait_for_main
+from test_windows import show_about
+
+ICON = {(0, 0, 128), (255, 255, 0)}  # the night sky and the Moon of the window's icon
+
+
+@pytest.mark.parametrize("column", [LEFT_UP, RIGHT_UP])
+def test_the_pointer_at_the_column_of_a_click_is_none(program, column):
+    """A screen of high resolution, to which the program is not scaled, makes the About box that wide."""
+    show_about(program)
+    x, y, _, height = program.about().screen
+    program.driver.place(program.about().hwnd, 100, y, 800, height)
+    until(lambda: program.about().screen[2] == 800, "wide About box")
+    x, y = program.about().client_origin
+    for row in (1, 2, 50, 100):
+        program.display.point(x + column, y + row)
+        program.settle()
+        assert program.main().shown
+        assert program.menu() is None
+    assert program.about().shown
+
+
+def test_the_about_box_has_the_icon_of_the_main_window(program):
+    """The small one, where a shrunk big one would be another picture."""
+    show_about(program)
+
+    def caption_icon(window):
+        x, y, _, _ = window.screen
+        grabbed = program.display.grab(x + 5, y + 4, 16, 16)
+        return [grabbed.pixel(x, y) if grabbed.pixel(x, y) in ICON else None for y in range(16) for x in range(16)]
+    of_main = caption_icon(program.main())
+    assert set(of_main) >= ICON
+    assert caption_icon(program.about()) == of_main
+
+
+# ---- lost windows: the screen has not changed, the windows are where none is, and the driver tells of the change
+
+LOST = (5000, 4000)
+
+
+def lose(program, form):
+    """Puts a window where no screen is."""
+    window = program.top(form)
+    program.driver.place(window.hwnd, *LOST, *window.screen[2:])
+    assert program.top(form).screen[:2] == list(LOST)
+
+
+def centred(window):
+    x, y, width, height = window.screen
+    return abs(2 * x + width - WIDTH) <= 1 and abs(2 * y + height - HEIGHT) <= 1
+
+
+@pytest.mark.parametrize("show", ["click", "menu"])
+def test_a_main_window_that_was_hidden_where_no_screen_is_any_more_is_shown_in_the_middle(program, show):
+    program.tray_message(LEFT_UP)
+    wait_for_main(program, False)
+    lose(program, "Tidewell")
+    program.driver.send(program.main().hwnd, WM_DISPLAYCHANGE, 32, HEIGHT << 16 | WIDTH)
+    assert program.main().screen[:2] == list(LOST), "hidden: its screen may come back"
+    program.tray_message(LEFT_UP) if show == "click" else choose(program, "Show Main Window")
+    wait_for_main(program, True)
+    assert centred(program.main())
+
+
+def test_an_about_box_that_was_hidden_where_no_screen_is_any_more_is_shown_in_the_middle(program):
+    lose(program, "About Moon")
+    show_about(program)
+    assert centred(program.about())
+
+
+@pytest.mark.parametrize("form", ["Tidewell", "About Moon"])
+def test_a_window_whose_screen_goes_comes_to_the_middle(program, form):
+    show_about(program)
+    lose(program, form)
+    program.driver.send(program.top(form).hwnd, WM_DISPLAYCHANGE, 32, HEIGHT << 16 | WIDTH)
+    assert centred(program.top(form))
+
+
+def test_a_minimised_window_is_restored_in_the_middle(program):
+    lose(program, "Tidewell")
+    program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_MINIMIZE)
+    until(lambda: program.main().minimised, "minimised window")
+    program.driver.send(program.main().hwnd, WM_DISPLAYCHANGE, 32, HEIGHT << 16 | WIDTH)
+    program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_RESTORE)
+    until(lambda: not program.main().minimised, "restored window")
+    program.settle()
+    assert centred(program.main())
+
+
+def test_a_window_that_a_screen_shows_in_part_stays(program):
+    x, y, width, height = program.main().screen
+    program.driver.place(program.main().hwnd, WIDTH - 20, y, width, height)
+    program.driver.send(program.main().hwnd, WM_DISPLAYCHANGE, 32, HEIGHT << 16 | WIDTH)
+    for shown in (False, True):
+        program.tray_message(LEFT_UP)
+        wait_for_main(program, shown)
+    assert program.main().screen[:2] == [WIDTH - 20, y]

@@ -1,0 +1,15 @@
+#include "forms/timer_win.h"
+
+#include <gtest/gtest.h>
+
+#include "support/raises.h"
+
+namespace {
+
+TEST(Timer, ThatTheSystemRefusesIsAnError) {
+  const HWND window = CreateWindowW(L"STATIC", L"", 0, 0, 0, 1, 1, HWND_MESSAGE, nullptr, nullptr, nullptr);
+  DestroyWindow(window);  // no timer for a window that is gone
+  EXPECT_TRUE(support::Raises(runtime::ErrorNumber::OutOfMemory, [&] { forms::Timer(window, 1, 1000); }));
+}
+
+}  // namespace
