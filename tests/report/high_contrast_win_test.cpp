@@ -7,10 +7,10 @@
 #include <numbers>
 
 #include "support/shown_frmMoon.h"
+#include "support/system_stand_in_win.h"
 #include "support/window_pixels_win.h"
 
-// Where the linker keeps the address of SystemParametersInfoW for this program.
-extern "C" decltype(&SystemParametersInfoW) systemParametersInfoAddress asm("__imp__SystemParametersInfoW@16");
+extern "C" decltype(&SystemParametersInfoW) systemParametersInfoSlot asm("__imp__SystemParametersInfoW@16");
 
 namespace {
 
@@ -19,12 +19,12 @@ constexpr COLORREF kWhite = RGB(255, 255, 255);
 constexpr COLORREF kBlack = 0;
 
 bool highContrast = false;
-decltype(&SystemParametersInfoW) system = nullptr;
+const auto theSystems = systemParametersInfoSlot;
 
 /// The system, with the high contrast of the test: Wine has none.
 BOOL WINAPI WithHighContrast(UINT action, UINT size, void* data, UINT change) {
   if (action != SPI_GETHIGHCONTRAST) {
-    return system(action, size, data, change);
+    return theSystems(action, size, data, change);
   }
   auto* const contrast = static_cast<HIGHCONTRASTW*>(data);
   if (contrast->cbSize != sizeof *contrast || size != sizeof *contrast) {
@@ -34,24 +34,9 @@ BOOL WINAPI WithHighContrast(UINT action, UINT size, void* data, UINT change) {
   return TRUE;
 }
 
-void SetAddress(decltype(&SystemParametersInfoW) address) {
-  DWORD before = 0;
-  VirtualProtect(&systemParametersInfoAddress, sizeof address, PAGE_READWRITE, &before);
-  systemParametersInfoAddress = address;
-  VirtualProtect(&systemParametersInfoAddress, sizeof address, before, &before);
-}
-
 class HighContrast : public ShownMoon {
  protected:
-  HighContrast() {
-    system = systemParametersInfoAddress;
-    SetAddress(WithHighContrast);
-  }
-
-  ~HighContrast() override {
-    SetAddress(system);
-    SetSysColors(kElements.size(), kElements.data(), before_.data());
-  }
+  ~HighContrast() override { SetSysColors(kElements.size(), kElements.data(), before_.data()); }
 
   /// Chooses the colours of windows and of their text, and whether that is high contrast.
   static void Choose(bool contrast, COLORREF face, COLORREF text) {
@@ -82,6 +67,7 @@ class HighContrast : public ShownMoon {
 
  private:
   static constexpr std::array<INT, 2> kElements = {COLOR_3DFACE, COLOR_WINDOWTEXT};
+  SystemStandIn<decltype(&SystemParametersInfoW)> standIn_{systemParametersInfoSlot, WithHighContrast};
   std::array<COLORREF, 2> before_ = {GetSysColor(COLOR_3DFACE), GetSysColor(COLOR_WINDOWTEXT)};
 };
 
