@@ -51,6 +51,33 @@ class Look : public ShownMoon {
   HWND Close() { return Item(layout::kCommand1Description.id); }
   static HWND About() { return FindWindowW(L"TidewellAbout", nullptr); }
 
+  /// The widest text that a line may get in English; all digits are equally wide.
+  static std::wstring WidestText(HWND line) {
+    std::wstring widest;
+    LONG width = 0;
+    const HDC dc = GetDC(line);
+    const HGDIOBJ former = SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageW(line, WM_GETFONT, 0, 0)));
+    for (const std::wstring which : {L"Last", L"Next", L"New"}) {
+      for (const std::wstring phase : {L" Full Moon : 28-", L" New Moon : 28-"}) {
+        for (const std::wstring month :
+             {L"Jan", L"Feb", L"Mar", L"Apr", L"May", L"Jun", L"Jul", L"Aug", L"Sep", L"Oct", L"Nov", L"Dec"}) {
+          for (const std::wstring marker : {L"-28 12:28 AM", L"-28 12:28 PM"}) {
+            const std::wstring text = which + phase + month + marker;
+            SIZE size{};
+            GetTextExtentPoint32W(dc, text.data(), static_cast<int>(text.size()), &size);
+            if (size.cx > width) {
+              width = size.cx;
+              widest = text;
+            }
+          }
+        }
+      }
+    }
+    SelectObject(dc, former);
+    ReleaseDC(line, dc);
+    return widest;
+  }
+
   /// The column of the first and of the last pixel of a line's text, in the client area of the window.
   struct Extent {
     int first, last;
@@ -92,8 +119,7 @@ TEST_F(Look, EveryControlHasItsFont) {
 TEST_F(Look, TheLinesStandInTheMiddleWithNothingCutOff) {
   const int width = 257;
   for (int index = 0; index < 4; ++index) {
-    // As wide as a line gets: the widest month and the widest digits.
-    SetWindowTextW(Line(index), L"New New Moon : 28-Mar-00 12:00 AM");
+    SetWindowTextW(Line(index), WidestText(Line(index)).c_str());
     const Extent extent = TextExtent(Line(index));
     EXPECT_GT(extent.first, 0) << index;
     EXPECT_LT(extent.last, width - 1) << index;
