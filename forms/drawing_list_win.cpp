@@ -6,6 +6,11 @@ namespace forms {
 
 namespace {
 
+RECT ToRect(const Box& box) noexcept {
+  return {.left = box.left, .top = box.top, .right = box.right, .bottom = box.bottom};
+}
+
+/// Plays each primitive within its box: Wine's Ellipse paints beside a box of a few pixels' width.
 class Player {
  public:
   explicit Player(HDC dc) noexcept : dc_(dc) {}
@@ -16,6 +21,7 @@ class Player {
       DrawColumn(box, ellipse.outline);
       return;
     }
+    const runtime::ClipScope clip(dc_, ToRect(box));
     const runtime::unique_pen pen(CreatePen(PS_SOLID, 1, ellipse.outline));
     const runtime::unique_brush brush(ellipse.fill ? CreateSolidBrush(*ellipse.fill) : nullptr);
     const runtime::SelectScope selectPen(dc_, pen.get());
@@ -24,6 +30,7 @@ class Player {
   }
 
   void operator()(const Pie& pie) const noexcept {
+    const runtime::ClipScope clip(dc_, ToRect(pie.box));
     const runtime::unique_pen pen(CreatePen(PS_SOLID, 1, pie.fill));
     const runtime::unique_brush brush(CreateSolidBrush(pie.fill));
     const runtime::SelectScope selectPen(dc_, pen.get());
@@ -35,7 +42,7 @@ class Player {
   /// The system draws nothing for an ellipse without an inside; the terminator of a quarter is one.
   void DrawColumn(const Box& box, Colour colour) const noexcept {
     const runtime::unique_brush brush(CreateSolidBrush(colour));
-    const RECT column = {.left = box.left, .top = box.top, .right = box.right, .bottom = box.bottom};
+    const RECT column = ToRect(box);
     FillRect(dc_, &column, brush.get());
   }
 

@@ -58,7 +58,8 @@ class Window {
                                .hInstance = instance,
                                .hIcon = settings.icon,
                                .hCursor = LoadCursorW(nullptr, IDC_ARROW),
-                               .hbrBackground = GetSysColorBrush(COLOR_3DFACE),
+                               // By its number: it follows the user's choice of colours.
+                               .hbrBackground = reinterpret_cast<HBRUSH>(INT_PTR{COLOR_3DFACE + 1}),
                                .lpszMenuName = nullptr,
                                .lpszClassName = Form::kWindowClass,
                                .hIconSm = nullptr};

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "forms/drawing_list_win.h"
+#include "forms/high_contrast_win.h"
 #include "forms/place_win.h"
 #include "report/frmMoon_layout.h"
 #include "report/local_time_offset.h"
@@ -132,9 +133,12 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         EndProgram();  // the end of the session is never a mere hiding
       }
       return 0;
+    case WM_SYSCOLORCHANGE:
+    case WM_SETTINGCHANGE:
+      InvalidateRect(hwnd(), nullptr, TRUE);  // high contrast may have come or gone
+      [[fallthrough]];
     case WM_TIMECHANGE:
     case WM_POWERBROADCAST:
-    case WM_SETTINGCHANGE:
       if (ChangesTheReport(message, wParam, lParam)) {
         refreshAtTick_ = true;
       }
@@ -162,6 +166,11 @@ void frmMoon::OnCommand(int id, int notification) {
 
 void frmMoon::Paint() noexcept {
   const runtime::PaintScope paint(hwnd());
+  if (forms::DarkHighContrast()) {  // the picture's dark half and rim are as black as the window
+    forms::DrawingList ring;
+    ring.Circle(kDiscCentre, kDiscRadius + 1, GetSysColor(COLOR_WINDOWTEXT));
+    forms::Replay(paint.dc(), ring);
+  }
   forms::Replay(paint.dc(), drawing_);
 }
 

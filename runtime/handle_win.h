@@ -58,6 +58,21 @@ class SelectScope {
   HGDIOBJ before_;
 };
 
+/// What is drawn for the time of the scope stays within a rectangle.
+class ClipScope {
+ public:
+  ClipScope(HDC dc, const RECT& within) noexcept : dc_(dc), before_(SaveDC(dc)) {
+    IntersectClipRect(dc, within.left, within.top, within.right, within.bottom);
+  }
+  ~ClipScope() { RestoreDC(dc_, before_); }
+  ClipScope(const ClipScope&) = delete;
+  ClipScope& operator=(const ClipScope&) = delete;
+
+ private:
+  HDC dc_;
+  int before_;
+};
+
 /// The device context of the whole screen, for the time of the scope.
 class ScreenScope {
  public:

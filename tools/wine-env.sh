@@ -10,20 +10,22 @@ unmanaged() {
   env -u DISPLAY wine reg add "HKCU\\Software\\Wine\\AppDefaults\\$1\\X11 Driver" /v Managed /d N /f
 }
 
-# Makes the prefix unless it is complete; takes about 8 s, once.
+# Makes the prefix unless it is complete; takes about 8 s, once. Wine refuses
+# one that another user owns, and to make one in a folder of another user.
 wine_prefix() {
-  [[ -e $WINEPREFIX/complete ]] && return
+  [[ -O $WINEPREFIX/complete ]] && return
   mkdir -p "${WINEPREFIX%/*}"
   (
     # Wine's processes outlive their starter: none may inherit the lock, nor a
     # pipe, or the next one in line, or the pipe's reader, waits for them.
     flock 9
-    [[ -e $WINEPREFIX/complete ]] && exit
+    [[ -O $WINEPREFIX/complete ]] && exit
     echo "making the Wine prefix build/wine-prefix"
-    if [[ -d $WINEPREFIX ]]; then # left by one that was interrupted
+    if [[ -d $WINEPREFIX ]]; then # left by one that was interrupted, or another user's
       wineserver -k || true
       rm -rf "$WINEPREFIX"
     fi
+    mkdir "$WINEPREFIX"
     # Without a display, so that no "updating" window comes and nothing stays
     # tied to a display that ends before the prefix does. Debian's Wine does not
     # look where fonts-wine puts its fonts: MS Sans Serif and the symbols of

@@ -16,22 +16,15 @@ constexpr forms::Colour kWhite = 0xFFFFFF;
 constexpr forms::Colour kBlack = 0x000000;
 constexpr forms::Colour kRed = 0x0000FF;
 
-// The picture's square and the disc in it, in pixels of the client area.
-constexpr int kLeft = 50;
-constexpr int kTop = 10;
-constexpr int kPictureSize = 150;
-constexpr int kRadius = 130 / 2;
-constexpr forms::Point kCentre = {.x = kLeft + kPictureSize / 2, .y = kTop + kPictureSize / 2};
-
 /// The square of the disc's 131 pixels.
-constexpr forms::Box kPieBox = {.left = kCentre.x - kRadius,
-                                .top = kCentre.y - kRadius,
-                                .right = kCentre.x + kRadius + 1,
-                                .bottom = kCentre.y + kRadius + 1};
+constexpr forms::Box kPieBox = {.left = kDiscCentre.x - kDiscRadius,
+                                .top = kDiscCentre.y - kDiscRadius,
+                                .right = kDiscCentre.x + kDiscRadius + 1,
+                                .bottom = kDiscCentre.y + kDiscRadius + 1};
 
 /// Only the direction from the centre matters: straight up and straight down.
-constexpr forms::Point kUp = {.x = kCentre.x, .y = 0};
-constexpr forms::Point kDown = {.x = kCentre.x, .y = kPictureSize};
+constexpr forms::Point kUp = {.x = kDiscCentre.x, .y = 0};
+constexpr forms::Point kDown = {.x = kDiscCentre.x, .y = kPictureSize};
 
 /// Stands for a half in the terminator's aspect, so that the quarter does not divide by zero. Exactly this dark
 /// fraction still does.
@@ -44,13 +37,13 @@ void DrawDarkFraction(PhaseForm& form, double p, std::int16_t waning) {
   drawing.SetDrawStyle(forms::DrawStyle::Solid);
   drawing.SetFillStyle(forms::FillStyle::Solid);
   drawing.SetFillColor(kWhite);
-  drawing.Circle(kCentre, kRadius, kWhite);
+  drawing.Circle(kDiscCentre, kDiscRadius, kWhite);
 
   const bool darkRight = waning == 1;
   drawing.DrawPie({.box = kPieBox, .from = darkRight ? kDown : kUp, .to = darkRight ? kUp : kDown, .fill = kBlack});
 
   drawing.SetFillStyle(forms::FillStyle::Transparent);
-  drawing.Circle(kCentre, kRadius, kWhite);
+  drawing.Circle(kDiscCentre, kDiscRadius, kWhite);
 
   // The terminator: a white ellipse widens the lit half of a gibbous Moon, a black one eats into that of a crescent.
   drawing.SetDrawStyle(forms::DrawStyle::Solid);
@@ -58,11 +51,11 @@ void DrawDarkFraction(PhaseForm& form, double p, std::int16_t waning) {
   const bool gibbous = p < 0.5;
   const forms::Colour colour = gibbous ? kWhite : kBlack;
   drawing.SetFillColor(colour);
-  drawing.Circle(kCentre, kRadius, colour,
+  drawing.Circle(kDiscCentre, kDiscRadius, colour,
                  0.5 / (gibbous ? kTerminatorBias - Checked(p) : Checked(p) - kTerminatorBias));
 
   drawing.SetFillStyle(forms::FillStyle::Transparent);
-  drawing.Circle(kCentre, kRadius, kBlack);
+  drawing.Circle(kDiscCentre, kDiscRadius, kBlack);
   drawing.SetForeColor(kRed);
   form.SetLabel1Caption(runtime::FormatNumber(p, L"0.000000"));
 }

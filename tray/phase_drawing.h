@@ -7,6 +7,11 @@
 
 namespace tidewell {
 
+/// The Moon's disc in pixels of the client area.
+inline constexpr int kPictureSize = 150;
+inline constexpr int kDiscRadius = 130 / 2;
+inline constexpr forms::Point kDiscCentre = {.x = 50 + kPictureSize / 2, .y = 10 + kPictureSize / 2};
+
 /// What the phase drawing needs of the window that it draws on.
 class PhaseForm {
  public:

@@ -2,6 +2,7 @@
 
 import datetime
 import mmap
+import os
 import struct
 
 UTC = datetime.timezone.utc
@@ -20,6 +21,12 @@ class Clock:
             self._file = mmap.mmap(file.fileno(), self._LAYOUT.size)
         self._version = 0
         self.set(at)
+
+    def environment(self, preload):
+        """What a program must have in its environment to read this clock. The library is preloaded by name, as a path in
+        LD_PRELOAD must not have blanks."""
+        folders = [str(preload.parent), *filter(None, [os.environ.get("LD_LIBRARY_PATH")])]
+        return {"LD_PRELOAD": preload.name, "LD_LIBRARY_PATH": ":".join(folders), "TIDEWELL_E2E_CLOCK": str(self.path)}
 
     def set(self, at):
         """Moves the clock to an instant, a datetime with a zone."""

@@ -76,9 +76,10 @@ class Program:
         self.driver, self.display = bench.driver, bench.display
         self.clock = Clock(folder / "clock", self.local(at))
         former = set(self.driver.processes(IMAGE))
-        self.process = bench.wine.start(folder / IMAGE, log=folder / "program.log", environment={
-            "LD_PRELOAD": str(bench.tools["clock_preload.so"]), "TIDEWELL_E2E_CLOCK": str(self.clock.path),
-            "TZ": zone, "LC_ALL": bench.wine.locale(locale)}, cwd=folder)
+        self.process = bench.wine.start(
+            folder / IMAGE, log=folder / "program.log", cwd=folder,
+            environment=self.clock.environment(bench.tools["clock_preload.so"])
+            | {"TZ": zone, "LC_ALL": bench.wine.locale(locale)})
         started = until(lambda: self.ended or set(self.driver.processes(IMAGE)) - former, "process of the program")
         self.pid = None if started is True else min(started)
 
@@ -93,6 +94,7 @@ class Program:
         """Waits for the main window on the screen, the icon and the update of the first second."""
         until(lambda: self.ended or (self.main() and self.main().shown), "main window")
         assert not self.ended, f"the program ended at once with status {self.process.returncode}"
+        assert self.clock.readings, f"the program has another clock than the test's, see {self.folder}/program.log"
         if self.recorded:
             self.hurry()
             until(lambda: len(self.calls()) >= 2, "icon added and then changed by the first tick")

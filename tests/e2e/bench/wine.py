@@ -57,7 +57,8 @@ class Wine:
         complete = self.prefix / "complete"
         version = subprocess.run(["wine", "--version"], check=True, stdout=subprocess.PIPE).stdout
         wanted = hashlib.sha256(REGISTRY.encode() + version).hexdigest()
-        if complete.exists() and complete.read_text() == wanted:
+        # Wine refuses a prefix that another user owns.
+        if complete.exists() and complete.stat().st_uid == os.geteuid() and complete.read_text() == wanted:
             return
         if self.prefix.exists():
             self._server("-k")

@@ -3,7 +3,7 @@
 // Each call is appended to the file "tray-calls" beside the program as one entry, laid out the same way in
 // bench/program.py: command, result, the 88 bytes of the caller's record, and the record's icon as 16 x 16 pixels
 // (blue, green, red, 0), drawn on magenta. While there is a file "tray-refuses", the shell is not there: every call
-// fails.
+// fails. While there is a file "tray-clicks", somebody ticks the southern view before the shell has answered.
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
@@ -62,6 +62,15 @@ BOOL CallTheRealOne(DWORD command, void* record) {
   return real != nullptr ? real(command, record) : FALSE;
 }
 
+bool Exists(const wchar_t* name) {
+  return GetFileAttributesW(BesideTheProgram(name).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+void TickTheSouthernView() {
+  const HWND frame = FindWindowExW(FindWindowW(L"TidewellMoon", nullptr), nullptr, L"TidewellFrame", nullptr);
+  SendMessageW(FindWindowExW(frame, nullptr, nullptr, L"Enable Southern Hemisphere View"), BM_CLICK, 0, 0);
+}
+
 void Append(const Entry& entry) {
   const HANDLE file =
       CreateFileW(BesideTheProgram(L"tray-calls").c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
@@ -80,8 +89,10 @@ extern "C" __declspec(dllexport) BOOL WINAPI Shell_NotifyIconA(DWORD command, vo
   HICON icon = nullptr;
   std::memcpy(&icon, entry.record + 20, sizeof icon);
   DrawIconInto(entry.pixels, icon);
-  const bool refused = GetFileAttributesW(BesideTheProgram(L"tray-refuses").c_str()) != INVALID_FILE_ATTRIBUTES;
-  const BOOL result = refused ? FALSE : CallTheRealOne(command, record);
+  if (Exists(L"tray-clicks")) {
+    TickTheSouthernView();
+  }
+  const BOOL result = Exists(L"tray-refuses") ? FALSE : CallTheRealOne(command, record);
   entry.result = static_cast<DWORD>(result);
   Append(entry);
   return result;

@@ -1,0 +1,94 @@
+"""What a user sees of the program when it starts, comes back and ends."""
+
+import pytest
+
+from bench.driver import SC_MINIMIZE, WM_CLOSE, WM_SYSCOMMAND
+from bench.program import IMAGE, RESTORE, SOUTH
+from bench.waiting import until
+from bench.wine import windows_path
+from test_run_time_errors import see_the_box_and_end
+from test_tray import choose
+from test_windows import bring_to_front, focus, moon
+
+
+@pytest.mark.parametrize("control", [RESTORE, SOUTH, "Close"])
+def test_the_focus_is_where_it_was_after_minimising(program, control):
+    bring_to_front(program)
+    while focus(program) != control:
+        before = focus(program)
+        program.driver.keys("Tab")
+        until(lambda: focus(program) != before, "next control")
+    program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_MINIMIZE)
+    until(lambda: program.main().minimised, "minimised window")
+    choose(program, "Show Main Window")
+    until(lambda: not program.main().minimised and focus(program), "restored window with the keyboard")
+    assert focus(program) == control
+
+
+def test_the_main_window_stands_disabled_and_painted_behind_the_box_of_an_error(bench, start):
+    folder = bench.folder()
+    (folder / "vesk.dat").symlink_to("/dev/full")
+    program = start(folder=folder)
+    x, y, width, _ = program.main().screen
+    program.display.drag((x + width // 2, y + 10), (width // 2 + 20, 30))  # away from the box
+    until(lambda: program.main().screen[0] == 20, "main window in the corner")
+    picture = moon(program)
+    program.click(SOUTH)
+    box = until(program.message_box, "message box")
+    main = program.main()
+    assert main.screen[0] + main.screen[2] < box.screen[0], "the box covers nothing of it"
+    assert main.shown
+    assert not main.enabled
+    assert moon(program) == picture
+    see_the_box_and_end(program, "Run-time error '61':\n\nDisk full")
+
+
+@pytest.fixture
+def started_as(bench):
+    """started_as(OPTION) starts Tidewell as a shortcut does; returns its process id."""
+    launchers = []
+
+    def start(option):
+        folder = bench.folder(recorded=False)
+        launchers.append(bench.wine.start("start", "/wait", option, windows_path(folder / IMAGE),
+                                          log=folder / "program.log", cwd=folder))
+        return min(until(lambda: bench.driver.processes(IMAGE), "process of the program"))
+
+    yield start
+    for launcher in launchers:
+        for pid in bench.driver.processes(IMAGE):
+            bench.driver.end(pid)
+        launcher.wait()
+
+
+def main_of(bench, pid):
+    return next((w for w in bench.driver.windows(pid) if w.class_ == "TidewellMoon" and w.visible), None)
+
+
+def test_a_shortcut_may_start_it_minimised(bench, started_as):
+    pid = started_as("/min")
+    main = until(lambda: main_of(bench, pid), "main window")
+    assert main.minimised
+    until(bench.display.docked_icons, "icon in the tray")
+    bench.driver.send(main.hwnd, WM_CLOSE)
+    until(lambda: not bench.driver.processes(IMAGE), "end of the program")
+
+
+def test_a_shortcut_that_asks_for_a_maximised_window_gets_it_as_it_is(bench, started_as):
+    pid = started_as("/max")
+    main = until(lambda: main_of(bench, pid), "main window")
+    until(lambda: main_of(bench, pid).client[2:] == [257, 342], "window of its own size")
+    assert not main_of(bench, pid).minimised
+    bench.driver.send(main.hwnd, WM_CLOSE)
+    until(lambda: not bench.driver.processes(IMAGE), "end of the program")
+
+
+def test_no_window_comes_when_the_program_ends_before_it_is_shown(bench, start):
+    """An error in a click that arrives while the shell takes the icon ends the program with its box alone."""
+    folder = bench.folder()
+    (folder / "vesk.dat").symlink_to("/dev/full")
+    (folder / "tray-clicks").touch()
+    program = start(folder=folder, wait=False)
+    until(program.message_box, "message box")
+    assert not [window for window in program.windows() if window.class_ == "TidewellMoon" and window.visible]
+    see_the_box_and_end(program, "Run-time error '61':\n\nDisk full")

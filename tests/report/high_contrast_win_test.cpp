@@ -1,0 +1,122 @@
+// The picture in high contrast, on the real main window.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <numbers>
+
+#include "support/shown_frmMoon.h"
+#include "support/system_stand_in_win.h"
+#include "support/window_pixels_win.h"
+
+extern "C" decltype(&SystemParametersInfoW) systemParametersInfoSlot asm("__imp__SystemParametersInfoW@16");
+
+namespace {
+
+constexpr COLORREF kYellow = RGB(255, 255, 0);
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+constexpr COLORREF kBlack = 0;
+
+bool highContrast = false;
+const auto theSystems = systemParametersInfoSlot;
+
+/// The system, with the high contrast of the test: Wine has none.
+BOOL WINAPI WithHighContrast(UINT action, UINT size, void* data, UINT change) {
+  if (action != SPI_GETHIGHCONTRAST) {
+    return theSystems(action, size, data, change);
+  }
+  auto* const contrast = static_cast<HIGHCONTRASTW*>(data);
+  if (contrast->cbSize != sizeof *contrast || size != sizeof *contrast) {
+    return FALSE;
+  }
+  contrast->dwFlags = HCF_AVAILABLE | (highContrast ? HCF_HIGHCONTRASTON : 0);
+  return TRUE;
+}
+
+class HighContrast : public ShownMoon {
+ protected:
+  ~HighContrast() override { SetSysColors(kElements.size(), kElements.data(), before_.data()); }
+
+  /// Chooses the colours of windows and of their text, and whether that is high contrast.
+  static void Choose(bool contrast, COLORREF face, COLORREF text) {
+    highContrast = contrast;
+    const std::array<COLORREF, 2> colours = {face, text};
+    SetSysColors(kElements.size(), kElements.data(), colours.data());
+  }
+
+  WindowPixels Painted() {
+    Repaint();
+    return WindowPixels(form().hwnd());
+  }
+
+  /// The pixels of the picture that have another colour than in the same colours without high contrast.
+  int Ring(COLORREF face, COLORREF text) {
+    Choose(false, face, text);
+    const WindowPixels without = Painted();
+    Choose(true, face, text);
+    const WindowPixels with = Painted();
+    int ring = 0;
+    for (int y = 0; y < with.Height(); ++y) {
+      for (int x = 0; x < with.Width(); ++x) {
+        ring += with.At(x, y) == without.At(x, y) ? 0 : 1;
+      }
+    }
+    return ring;
+  }
+
+ private:
+  static constexpr std::array<INT, 2> kElements = {COLOR_3DFACE, COLOR_WINDOWTEXT};
+  SystemStandIn<decltype(&SystemParametersInfoW)> standIn_{systemParametersInfoSlot, WithHighContrast};
+  std::array<COLORREF, 2> before_ = {GetSysColor(COLOR_3DFACE), GetSysColor(COLOR_WINDOWTEXT)};
+};
+
+TEST_F(HighContrast, ARingStandsOutsideTheRimOnBlack) {
+  Choose(false, kBlack, kYellow);
+  const WindowPixels without = Painted();
+  Choose(true, kBlack, kYellow);
+  const WindowPixels with = Painted();
+  int ring = 0;
+  for (int y = 0; y < 165; ++y) {
+    for (int x = 0; x < with.Width(); ++x) {
+      if (with.At(x, y) == without.At(x, y)) {
+        continue;
+      }
+      ++ring;
+      ASSERT_EQ(with.At(x, y), kYellow);
+      ASSERT_NEAR(std::hypot(x - 125, y - 85), 66, 1) << x << ", " << y;
+      ASSERT_EQ(without.At(x, y), kBlack) << "the picture itself is as ever";
+    }
+  }
+  constexpr double kPixelsOfAnUnbrokenThinRing = 66 * 4 * std::numbers::sqrt2;
+  EXPECT_NEAR(ring, kPixelsOfAnUnbrokenThinRing, 4);
+  for (const POINT& end : {POINT{59, 85}, {191, 85}, {125, 19}, {125, 151}}) {
+    EXPECT_EQ(with.At(end.x, end.y), kYellow) << end.x << ", " << end.y;
+  }
+}
+
+TEST_F(HighContrast, TheRingIsThereOnDarkBackgroundsAlone) {
+  EXPECT_NE(Ring(kBlack, kWhite), 0);
+  EXPECT_NE(Ring(RGB(32, 32, 32), kWhite), 0);
+  EXPECT_NE(Ring(RGB(45, 50, 54), kWhite), 0);
+  EXPECT_EQ(Ring(RGB(240, 240, 240), kBlack), 0);
+  EXPECT_EQ(Ring(RGB(255, 250, 239), kBlack), 0);
+  EXPECT_EQ(Ring(kWhite, kBlack), 0);
+  EXPECT_NE(Ring(RGB(0x58, 0x58, 0x58), kWhite), 0);
+  EXPECT_EQ(Ring(RGB(0x59, 0x59, 0x59), kWhite), 0);
+}
+
+TEST_F(HighContrast, ItComesAndGoesWithTheSystemsNotices) {
+  Choose(false, kBlack, kYellow);
+  Painted();
+  for (const UINT notice : {WM_SYSCOLORCHANGE, WM_SETTINGCHANGE}) {
+    for (const bool on : {true, false}) {
+      highContrast = on;
+      SendMessageW(form().hwnd(), notice, notice == WM_SETTINGCHANGE ? SPI_SETHIGHCONTRAST : 0, 0);
+      UpdateWindow(form().hwnd());
+      EXPECT_EQ(Pixel(59, 85), on ? kYellow : kBlack) << notice;
+    }
+  }
+}
+
+}  // namespace

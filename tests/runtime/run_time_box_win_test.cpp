@@ -1,0 +1,63 @@
+// The message box with which a run-time error ends the program. A program of its own, since a process ends only once.
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "runtime/run_time_end.h"
+#include "runtime/runtime_error.h"
+#include "support/system_stand_in_win.h"
+
+extern "C" decltype(&MessageBoxA) messageBoxSlot asm("__imp__MessageBoxA@16");
+
+namespace {
+
+struct Box {
+  HWND owner;
+  std::string text, caption;
+  UINT type;
+};
+
+std::vector<Box> boxes;
+
+int WINAPI NoteBox(HWND owner, LPCSTR text, LPCSTR caption, UINT type) {
+  boxes.push_back({.owner = owner, .text = text, .caption = caption, .type = type});
+  return IDOK;
+}
+
+void EndOn(auto exception) {
+  try {
+    throw exception;
+  } catch (...) {
+    runtime::EndOnCurrentException();
+  }
+}
+
+TEST(RunTimeBox, ShowsTheFirstOfSeveralErrorsOnce) {
+  const SystemStandIn standIn(messageBoxSlot, &NoteBox);
+  EXPECT_EQ(runtime::ReportRunTimeError(), 0);
+  EXPECT_TRUE(boxes.empty()) << "without an error there is nothing to say";
+  EXPECT_FALSE(runtime::Ending());
+
+  EndOn(std::bad_alloc());
+  EXPECT_TRUE(runtime::Ending());
+  EXPECT_TRUE(boxes.empty()) << "not in the middle of a handler";
+  EndOn(runtime::RuntimeError(runtime::ErrorNumber::DiskFull));
+  EndOn(std::logic_error("any other"));
+
+  EXPECT_EQ(runtime::ReportRunTimeError(), 1);
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_EQ(boxes[0].text, "Run-time error '7':\n\nOut of memory");
+  EXPECT_EQ(boxes[0].caption, "Tidewell");
+  EXPECT_EQ(boxes[0].owner, nullptr);
+  EXPECT_EQ(boxes[0].type & MB_TYPEMASK, UINT{MB_OK});
+  EXPECT_EQ(boxes[0].type & MB_ICONMASK, UINT{MB_ICONERROR});
+  EXPECT_EQ(boxes[0].type & MB_MODEMASK, UINT{MB_TASKMODAL}) << "the program's own windows are disabled meanwhile";
+  EXPECT_TRUE(boxes[0].type & MB_SETFOREGROUND);
+  EXPECT_TRUE(boxes[0].type & MB_TOPMOST);
+}
+
+}  // namespace
