@@ -23,8 +23,7 @@ void ShowMainWindow(HWND window, int showCommand) {
   }
 }
 
-/// Returns the exit status of the program.
-int Run(int showCommand) {
+[[noreturn]] void Run(int showCommand) {
   const INITCOMMONCONTROLSEX controls = {.dwSize = sizeof controls, .dwICC = ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&controls);
 
@@ -44,7 +43,9 @@ int Run(int showCommand) {
   }
   // Also after an error, or where the loop has ended by itself: the icon must not be left behind dead.
   frmMoon.EndProgram();
-  return runtime::ReportRunTimeError();
+  const int status = runtime::ReportRunTimeError();
+  // The system takes all windows away at once, in half the time that destroying them one by one would take.
+  ExitProcess(static_cast<UINT>(status));
 }
 
 }  // namespace
@@ -53,5 +54,8 @@ int Run(int showCommand) {
 
 int WINAPI wWinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, PWSTR /*commandLine*/, int showCommand) {
   const tidewell::PreviousInstanceTest test;
-  return test.AnotherIsRunning() ? 0 : tidewell::Run(showCommand);
+  if (!test.AnotherIsRunning()) {
+    tidewell::Run(showCommand);
+  }
+  return 0;
 }

@@ -54,16 +54,28 @@ void frmAbout::Load() {
           .place = forms::CentredPlace(layout::kClientWidth, layout::kClientHeight, kStyle, kExStyle)});
   // To a copy with higher rights than the shell's the broadcast would not get through.
   ChangeWindowMessageFilterEx(hwnd(), taskbarCreated_, MSGFLT_ALLOW, nullptr);
-  controls_.emplace(hwnd());
-  for (int index = 0; index < layout::kPicMoonCount; ++index) {
-    const auto at = static_cast<std::size_t>(index);
-    pictures_.at(at) = forms::LoadIconResource(IDI_PHASE0 + index, 16, 16);
-    controls_->picMoon.at(at).SetPicture(pictures_.at(at).get());
-  }
   mFile.reset(CreatePopupMenu());
   AppendMenuW(mFile.get(), MF_STRING, mnuAbout, layout::kMnuAboutCaption);
   AppendMenuW(mFile.get(), MF_STRING, mnuShow, layout::kMnuShowCaption);
   AppendMenuW(mFile.get(), MF_STRING, mnuExit, layout::kMnuExitCaption);
+}
+
+void frmAbout::Complete() {
+  if (controls_) {
+    return;
+  }
+  controls_.emplace(hwnd());
+  for (int index = 0; index < layout::kPicMoonCount; ++index) {
+    controls_->picMoon.at(static_cast<std::size_t>(index)).SetPicture(Picture(index));
+  }
+}
+
+HICON frmAbout::Picture(int index) {
+  runtime::unique_icon& picture = pictures_.at(static_cast<std::size_t>(index));
+  if (!picture) {
+    picture = forms::LoadIconResource(IDI_PHASE0 + index, 16, 16);
+  }
+  return picture.get();
 }
 
 void frmAbout::UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum) {
@@ -84,7 +96,7 @@ void frmAbout::UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum) {
   if (IcoNum < 0) {
     throw runtime::RuntimeError(runtime::ErrorNumber::ControlArrayElementDoesNotExist);
   }
-  TrayIconData.hIcon = HandleBits(pictures_.at(static_cast<std::size_t>(IcoNum)).get());
+  TrayIconData.hIcon = HandleBits(Picture(IcoNum));
   trayIcon_.Carry(command);
 }
 
@@ -104,6 +116,9 @@ LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         // The call would activate the window, hidden or not: pointing at the icon must not take the keyboard.
         reinterpret_cast<WINDOWPOS*>(lParam)->flags |= SWP_NOACTIVATE;
       }
+      return DefaultHandling(message, wParam, lParam);
+    case WM_SHOWWINDOW:
+      Complete();
       return DefaultHandling(message, wParam, lParam);
     case WM_COMMAND:
       OnCommand(LOWORD(wParam));

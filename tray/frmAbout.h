@@ -61,6 +61,8 @@ class frmAbout final : public forms::Window<frmAbout> {
 
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
   void Load();
+  void Complete();
+  HICON Picture(int index);
   void OnCommand(int id);
   void PopupMenu();
 
