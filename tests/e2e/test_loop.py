@@ -4,7 +4,8 @@ import datetime
 
 import pytest
 
-from bench.driver import NIM_DELETE, RIGHT_UP, SC_KEYMENU, SC_MOVE, WM_CLOSE, WM_ENDSESSION, WM_QUIT, WM_SYSCOMMAND
+from bench.driver import (NIM_ADD, NIM_DELETE, RIGHT_UP, SC_KEYMENU, SC_MOVE, WM_CLOSE, WM_ENDSESSION, WM_QUIT,
+                          WM_SYSCOMMAND)
 from bench.program import SOUTH
 from bench.waiting import until
 from test_run_time_errors import see_the_box_and_end
@@ -27,6 +28,15 @@ def test_an_error_before_the_icon_was_added_tells_the_shell_nothing(bench, start
     program = start(folder=folder, wait=False)
     see_the_box_and_end(program, "Run-time error '75':\n\nPath/File access error")
     assert program.calls() == []
+
+
+def test_a_timer_that_the_system_refuses_is_an_error(bench, start):
+    """The report would stand still unseen."""
+    folder = bench.folder()
+    (folder / "timer-refuses").touch()
+    program = start(folder=folder, wait=False)
+    see_the_box_and_end(program, "Run-time error '7':\n\nOut of memory")
+    assert [call.command for call in program.calls()] == [NIM_ADD, NIM_DELETE]
 
 
 # ---- in the midst of a move, or of the window's own menu by keyboard: loops of the system's, within the program's

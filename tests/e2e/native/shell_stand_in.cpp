@@ -3,7 +3,8 @@
 // Each call is appended to the file "tray-calls" beside the program as one entry, laid out the same way in
 // bench/program.py: command, result, the 88 bytes of the caller's record, and the record's icon as 16 x 16 pixels
 // (blue, green, red, 0), drawn on magenta. While there is a file "tray-refuses", the shell is not there: every call
-// fails. While there is a file "tray-clicks", somebody ticks the southern view before the shell has answered.
+// fails. While there is a file "tray-clicks", somebody ticks the southern view before the shell has answered. A file
+// "timer-refuses" makes the system refuse the program every timer.
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
@@ -80,6 +81,26 @@ void Append(const Entry& entry) {
   CloseHandle(file);
 }
 
+UINT_PTR WINAPI RefuseTimer(HWND, UINT_PTR, UINT, TIMERPROC) { return 0; }
+
+// Writes the function into the place where the program, loaded and linked, looks for one of user32's.
+void PutInPlaceOf(const char* name, void* function) {
+  void* const real = reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), name));
+  auto* const image = reinterpret_cast<char*>(GetModuleHandleW(nullptr));
+  const auto* const headers =
+      reinterpret_cast<IMAGE_NT_HEADERS*>(image + reinterpret_cast<IMAGE_DOS_HEADER*>(image)->e_lfanew);
+  const IMAGE_DATA_DIRECTORY& table = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IAT];
+  auto* const first = reinterpret_cast<void**>(image + table.VirtualAddress);
+  for (void** place = first; place != first + table.Size / sizeof *first; ++place) {
+    if (*place == real) {
+      DWORD before = 0;
+      VirtualProtect(place, sizeof *place, PAGE_READWRITE, &before);
+      *place = function;
+      VirtualProtect(place, sizeof *place, before, &before);
+    }
+  }
+}
+
 }  // namespace
 
 extern "C" __declspec(dllexport) BOOL WINAPI Shell_NotifyIconA(DWORD command, void* record) {
@@ -96,4 +117,11 @@ extern "C" __declspec(dllexport) BOOL WINAPI Shell_NotifyIconA(DWORD command, vo
   entry.result = static_cast<DWORD>(result);
   Append(entry);
   return result;
+}
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, void*) {
+  if (reason == DLL_PROCESS_ATTACH && Exists(L"timer-refuses")) {
+    PutInPlaceOf("SetTimer", reinterpret_cast<void*>(&RefuseTimer));
+  }
+  return TRUE;
 }
