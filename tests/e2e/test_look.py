@@ -4,11 +4,11 @@ import pytest
 
 from bench.driver import SC_MINIMIZE, WM_CLOSE, WM_SYSCOMMAND
 from bench.program import IMAGE, RESTORE, SOUTH
+from bench.user import bring_to_front, choose, focus, moon
 from bench.waiting import until
 from bench.wine import windows_path
-from test_run_time_errors import see_the_box_and_end
-from test_tray import choose
-from test_windows import bring_to_front, focus, moon
+
+DISK_FULL = "Run-time error '61':\n\nDisk full"
 
 
 @pytest.mark.parametrize("control", [RESTORE, SOUTH, "Close"])
@@ -40,7 +40,7 @@ def test_the_main_window_stands_disabled_and_painted_behind_the_box_of_an_error(
     assert main.shown
     assert not main.enabled
     assert moon(program) == picture
-    see_the_box_and_end(program, "Run-time error '61':\n\nDisk full")
+    assert DISK_FULL in box.texts
 
 
 @pytest.fixture
@@ -89,6 +89,6 @@ def test_no_window_comes_when_the_program_ends_before_it_is_shown(bench, start):
     (folder / "vesk.dat").symlink_to("/dev/full")
     (folder / "tray-clicks").touch()
     program = start(folder=folder, wait=False)
-    until(program.message_box, "message box")
+    box = until(program.message_box, "message box")
     assert not [window for window in program.windows() if window.class_ == "TidewellMoon" and window.visible]
-    see_the_box_and_end(program, "Run-time error '61':\n\nDisk full")
+    assert DISK_FULL in box.texts

@@ -7,7 +7,7 @@ import pytest
 
 from bench.driver import LEFT_UP, SC_MINIMIZE, WM_MOUSEMOVE, WM_SYSCOMMAND
 from bench.program import RESTORE, SOUTH, START, THIRD
-from bench.user import bring_to_front, choose, moon, show_about
+from bench.user import bring_to_front, choose, focus, moon, show_about
 from bench.waiting import until
 
 TWIPS = 15  # to a pixel
@@ -34,12 +34,6 @@ ABOUT = [
 
 FACE = (0xF5, 0xF5, 0xF5)  # Wine's colour of windows, which shows through where nothing is drawn
 WHITE, BLACK = (255, 255, 255), (0, 0, 0)
-
-
-def focus(program, form="Tidewell"):
-    """The text of the control with the keyboard, or None."""
-    hwnd = program.driver.input(program.top(form).hwnd).focus
-    return next((window.text for window in program.windows() if window.hwnd == hwnd), None)
 
 
 def pixels(place):

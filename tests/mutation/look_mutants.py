@@ -92,6 +92,9 @@ LOOK = [
     mutant("ring-farther-out", MAIN, "kDiscRadius + 1", "kDiscRadius + 3", "off the rim"),
     mutant("ring-over-the-rim", MAIN, "kDiscRadius + 1", "kDiscRadius", "below the picture: unseen"),
     mutant("colours-not-noticed", MAIN, "    case WM_SYSCOLORCHANGE:\n", "", "the ring stays or lacks"),
-    mutant("contrast-not-noticed", MAIN, "  // high contrast may have come or gone\n      [[fallthrough]];",
-           "\n      return 0;\n    case WM_NULL:", "no settings but colours are looked at"),
+    mutant("contrast-not-noticed", MAIN,
+           "    case WM_SETTINGCHANGE:\n      InvalidateRect(hwnd(), nullptr, TRUE);  // high contrast may have come or gone\n"
+           "      [[fallthrough]];\n",
+           "      InvalidateRect(hwnd(), nullptr, TRUE);\n      [[fallthrough]];\n    case WM_SETTINGCHANGE:\n",
+           "high contrast without a change of colours"),
 ]

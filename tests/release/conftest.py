@@ -44,15 +44,11 @@ def folder(request):
 
 
 def copy_of_the_sources(folder):
-    """The sources as they stand, committed or not, in a new folder."""
+    """The sources as they stand, committed or not, in a new folder. Not by git, which a source archive is without and
+    which refuses the checkout of another user."""
     shutil.rmtree(folder, ignore_errors=True)
-    listed = subprocess.run(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"], cwd=REPOSITORY,
-                            check=True, stdout=subprocess.PIPE, text=True).stdout
-    for name in filter(None, listed.split("\0")):
-        if (REPOSITORY / name).exists():  # else it is deleted, but not yet so for git
-            (folder / name).parent.mkdir(parents=True, exist_ok=True)
-            shutil.copy(REPOSITORY / name, folder / name)
-    return folder
+    ignored = shutil.ignore_patterns(".git", "build", "dist", "__pycache__")
+    return Path(shutil.copytree(REPOSITORY, folder, symlinks=True, ignore=ignored))
 
 
 def run_release(sources, *arguments, prefix=(), log, **more):

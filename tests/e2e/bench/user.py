@@ -36,6 +36,12 @@ def bring_to_front(program, form="Tidewell"):
     until(lambda: program.foreground() == program.top(form).hwnd, "keyboard")
 
 
+def focus(program, form="Tidewell"):
+    """The text of the control with the keyboard, or None."""
+    hwnd = program.driver.input(program.top(form).hwnd).focus
+    return next((window.text for window in program.windows() if window.hwnd == hwnd), None)
+
+
 def show_about(program):
     """Chooses "About" and waits until the box has the keyboard."""
     choose(program, "About")
