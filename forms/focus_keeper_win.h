@@ -19,7 +19,8 @@ class FocusKeeper {
     if (LOWORD(wParam) == WA_INACTIVE) {
       Save(form);
     } else if (HIWORD(wParam) == 0) {  // not minimised
-      SetFocus(last_ != nullptr ? last_ : GetNextDlgTabItem(form, nullptr, FALSE));
+      const HWND first = GetNextDlgTabItem(form, nullptr, FALSE);
+      SetFocus(last_ != nullptr ? last_ : first != nullptr ? first : form);
     }
   }
 

@@ -6,9 +6,13 @@ namespace forms {
 
 namespace {
 
-RECT Centred(const RECT& outer) {
+RECT MainWorkArea() {
   RECT work{};
   SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+  return work;
+}
+
+RECT Centred(const RECT& outer, const RECT& work) {
   const LONG width = outer.right - outer.left;
   const LONG height = outer.bottom - outer.top;
   const LONG left = work.left + (work.right - work.left - width) / 2;
@@ -35,17 +39,28 @@ bool MayNeedAScreen(HWND window, UINT message, WPARAM wParam) {
 RECT CentredPlace(int clientWidth, int clientHeight, DWORD style, DWORD exStyle) {
   RECT outer = ToPixels({0, 0, clientWidth, clientHeight}, ReadTwipsPerPixel());
   AdjustWindowRectEx(&outer, style, FALSE, exStyle);
-  return Centred(outer);
+  return Centred(outer, MainWorkArea());
+}
+
+RECT WorkAreaOf(HWND window) {
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
+  return monitor.rcWork;
+}
+
+void Centre(HWND window, const RECT& work) {
+  RECT place{};
+  GetWindowRect(window, &place);
+  place = Centred(place, work);
+  SetWindowPos(window, nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void StayOnScreen(HWND window, UINT message, WPARAM wParam) {
   // A minimised window lies off every screen: its turn comes when it is restored.
   if (MayNeedAScreen(window, message, wParam) && IsIconic(window) == FALSE &&
       MonitorFromWindow(window, MONITOR_DEFAULTTONULL) == nullptr) {
-    RECT place{};
-    GetWindowRect(window, &place);
-    place = Centred(place);
-    SetWindowPos(window, nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    Centre(window, MainWorkArea());
   }
 }
 

@@ -13,6 +13,12 @@ namespace forms {
 /// To be called for every message of a form: it looks at those that show the window or change the screens.
 void StayOnScreen(HWND window, UINT message, WPARAM wParam);
 
+/// Returns the work area of the screen that a window is on, or was on before it was hidden.
+[[nodiscard]] RECT WorkAreaOf(HWND window);
+
+/// Moves a window into the middle of a work area.
+void Centre(HWND window, const RECT& work);
+
 /// Shows a window and brings it to the foreground, restored if it was minimised.
 void ShowInForeground(HWND window);
 

@@ -99,6 +99,8 @@ void frmMoon::Hide() { ShowWindow(hwnd(), SW_HIDE); }
 
 HICON frmMoon::Icon(WPARAM size) const { return (size == ICON_SMALL ? smallIcon_ : icon_).get(); }
 
+RECT frmMoon::WorkArea() const { return forms::WorkAreaOf(hwnd()); }
+
 LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   forms::StayOnScreen(hwnd(), message, wParam);
   switch (message) {

@@ -39,6 +39,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   void Show() override;
   void Hide() override;
   [[nodiscard]] HICON Icon(WPARAM size) const override;
+  [[nodiscard]] RECT WorkArea() const override;
 
   /// Removes the tray icon, closes the settings file and ends the program at once.
   void EndProgram() override;

@@ -64,6 +64,7 @@ void frmAbout::Complete() {
   if (controls_) {
     return;
   }
+  forms::Centre(hwnd(), mainForm_.WorkArea());
   controls_.emplace(hwnd());
   for (int index = 0; index < layout::kPicMoonCount; ++index) {
     controls_->picMoon.at(static_cast<std::size_t>(index)).SetPicture(Picture(index));

@@ -25,6 +25,8 @@ class MainForm {
   virtual void Hide() = 0;
   /// Its icon in a size of WM_SETICON, ICON_SMALL or ICON_BIG.
   [[nodiscard]] virtual HICON Icon(WPARAM size) const = 0;
+  /// The work area of the screen that it is on.
+  [[nodiscard]] virtual RECT WorkArea() const = 0;
   virtual void EndProgram() = 0;
 
  protected:
@@ -32,7 +34,8 @@ class MainForm {
 };
 
 /// The About window, the owner of the tray icon and of its pop-up menu. Its window receives the icon's messages; it is
-/// created by the first UpdateMoonIcon and stays to the end of the program: closing it only hides it.
+/// created by the first UpdateMoonIcon, completed when it is first shown, and stays to the end of the program: closing
+/// it only hides it.
 class frmAbout final : public forms::Window<frmAbout> {
  public:
   static constexpr const wchar_t* kWindowClass = L"TidewellAbout";

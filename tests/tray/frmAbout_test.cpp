@@ -15,10 +15,12 @@ class FakeMainForm final : public tidewell::MainForm {
  public:
   bool visible = true;
   bool ended = false;
+  RECT workArea = {.left = 100, .top = 50, .right = 700, .bottom = 450};
 
   [[nodiscard]] bool Visible() const override { return visible; }
   void Show() override { visible = true; }
   void Hide() override { visible = false; }
+  [[nodiscard]] RECT WorkArea() const override { return workArea; }
   void EndProgram() override { ended = true; }
   [[nodiscard]] HICON Icon(WPARAM size) const override {
     return LoadIconW(nullptr, size == ICON_SMALL ? IDI_QUESTION : IDI_APPLICATION);
@@ -38,7 +40,10 @@ class About : public testing::Test {
   /// What the tray sends for a mouse message of the icon.
   void TrayMessage(int message) { SendMessageW(about_.hwnd(), WM_MOUSEMOVE, 1, message); }
 
-  [[nodiscard]] HICON PictureOf(int index) const {
+  void Show() { ShowWindow(about_.hwnd(), SW_SHOW); }
+
+  HICON PictureOf(int index) {
+    Show();  // which completes the window
     return reinterpret_cast<HICON>(
         SendMessageW(GetDlgItem(about_.hwnd(), layout::kPicMoon + index), STM_GETICON, 0, 0));
   }
@@ -81,7 +86,16 @@ TEST_F(About, RefusesANumberBelowZero) {
   }
 }
 
+TEST_F(About, OpensInTheMiddleOfTheMainWindowsScreen) {
+  Show();
+  RECT place{};
+  GetWindowRect(about_.hwnd(), &place);
+  EXPECT_NEAR(place.left + place.right, main_.workArea.left + main_.workArea.right, 1);
+  EXPECT_NEAR(place.top + place.bottom, main_.workArea.top + main_.workArea.bottom, 1);
+}
+
 TEST_F(About, HasTwentyEightPicturesBelowItsClientArea) {
+  Show();
   for (int index = 0; index < 28; ++index) {
     const HWND holder = GetDlgItem(about_.hwnd(), layout::kPicMoon + index);
     ASSERT_NE(holder, nullptr) << index;
