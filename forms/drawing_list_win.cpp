@@ -1,24 +1,29 @@
 #include "forms/drawing_list_win.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "runtime/handle_win.h"
 
 namespace forms {
 
 namespace {
 
+constexpr int kNarrow = 10;  ///< pixels
+
 RECT ToRect(const Box& box) noexcept {
   return {.left = box.left, .top = box.top, .right = box.right, .bottom = box.bottom};
 }
 
-/// Plays each primitive within its box: Wine's Ellipse paints beside a box of a few pixels' width.
+/// Plays each primitive within its box.
 class Player {
  public:
   explicit Player(HDC dc) noexcept : dc_(dc) {}
 
   void operator()(const Ellipse& ellipse) const noexcept {
     const Box box = ellipse.Bounds();
-    if (box.right - box.left == 1) {
-      DrawColumn(box, ellipse.outline);
+    if (ellipse.fill == ellipse.outline && box.right - box.left < kNarrow) {
+      DrawNarrow(ellipse, box);
       return;
     }
     const runtime::ClipScope clip(dc_, ToRect(box));
@@ -39,11 +44,17 @@ class Player {
   }
 
  private:
-  /// The system draws nothing for an ellipse without an inside; the terminator of a quarter is one.
-  void DrawColumn(const Box& box, Colour colour) const noexcept {
-    const runtime::unique_brush brush(CreateSolidBrush(colour));
-    const RECT column = ToRect(box);
-    FillRect(dc_, &column, brush.get());
+  /// Row by row: the system draws nothing for an ellipse without an inside, like the terminator of a quarter, and Wine
+  /// draws stray pixels for one that is few pixels wide.
+  void DrawNarrow(const Ellipse& ellipse, const Box& box) const noexcept {
+    const runtime::unique_brush brush(CreateSolidBrush(ellipse.outline));
+    for (LONG y = box.top; y < box.bottom; ++y) {
+      const double height = (y - ellipse.centre.y) / ellipse.halfHeight;
+      const LONG half = std::lround(ellipse.halfWidth * std::sqrt(std::max(0.0, 1 - height * height)));
+      const RECT line = {
+          .left = ellipse.centre.x - half, .top = y, .right = ellipse.centre.x + half + 1, .bottom = y + 1};
+      FillRect(dc_, &line, brush.get());
+    }
   }
 
   HDC dc_;

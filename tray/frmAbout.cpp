@@ -120,6 +120,9 @@ LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return DefaultHandling(message, wParam, lParam);
     case WM_SHOWWINDOW:
       Complete();
+      if (GetFocus() == hwnd()) {  // it was active for the menu, without a control to take the keyboard
+        focus_.OnActivate(hwnd(), WA_ACTIVE);
+      }
       return DefaultHandling(message, wParam, lParam);
     case WM_COMMAND:
       OnCommand(LOWORD(wParam));

@@ -110,6 +110,7 @@ TEST_F(Look, EveryControlHasItsFont) {
   }
   EXPECT_EQ(FontOf(Close()), kDefaultFont);
   EXPECT_EQ(FontOf(Item(layout::kLabel1)), kDefaultFont);
+  ShowWindow(About(), SW_SHOW);  // which completes it
   EXPECT_EQ(FontOf(GetDlgItem(About(), about_layout::kLblTitle)), kTitleFont);
   EXPECT_EQ(FontOf(GetDlgItem(About(), about_layout::kLblDescription)), kDescriptionFont);
   EXPECT_EQ(FontOf(GetDlgItem(About(), about_layout::kCmdOK)), kDefaultFont);

@@ -152,6 +152,7 @@ TEST_F(About, ClosingOnlyHidesIt) {
 }
 
 TEST_F(About, HasItsTexts) {
+  Show();
   const auto text = [&](int id) {
     wchar_t buffer[100];
     GetDlgItemTextW(about_.hwnd(), id, buffer, 100);
