@@ -66,25 +66,29 @@ void ComputeFundamentalArguments(Checked T) {
   MoonNodeLongitude = NormalizeAngle(MoonNodeLongitude);
 }
 
-using Phasors = std::array<std::complex<double>, 9>;
-
 /// The phasors e^(i n a) of the multiples n from -4 to 4 of an angle a in degrees.
-Phasors MultiplesOf(double degrees) {
-  const auto once = std::polar(1.0, DegToRad(degrees));
-  Phasors multiples = {0, 0, 0, 0, 1};
-  for (std::size_t n = 4; n < 8; ++n) {
-    multiples[n + 1] = multiples[n] * once;
-    multiples[7 - n] = std::conj(multiples[n + 1]);
+class Multiples {
+ public:
+  explicit Multiples(double degrees) {
+    const auto once = std::polar(1.0, DegToRad(degrees));
+    for (std::size_t n = 4; n < 8; ++n) {
+      phasors_[n + 1] = phasors_[n] * once;
+      phasors_[7 - n] = std::conj(phasors_[n + 1]);
+    }
   }
-  return multiples;
-}
+
+  std::complex<double> operator[](int n) const { return phasors_.begin()[4 + n]; }
+
+ private:
+  std::array<std::complex<double>, 9> phasors_ = {0, 0, 0, 0, 1};
+};
 
 /// Sums a series: each group of rows by itself, the first one upon the start, and then the groups. A row's wave comes
 /// from the product of its multiples' phasors, the real part for a cosine, the imaginary part for a sine: a sine for
 /// each argument would take three times as long, and gives the same sum to 2e-11 degree.
 template <std::size_t Rows, std::size_t Groups>
 Checked SumSeries(double start, const astro::MoonSeries<Rows, Groups>& series, double wave(const std::complex<double>&),
-                  const std::array<Phasors, 4>& multiples) {
+                  const std::array<Multiples, 4>& multiples) {
   const Checked E = 1 - 0.002495 * Checked(Centuries) - 0.00000752 * Pow(Centuries, 2);
   const std::array<double, 3> powersOfE = {1, E, Pow(E, 2)};
   const auto& [D, M, Mp, F] = multiples;
@@ -94,7 +98,7 @@ Checked SumSeries(double start, const astro::MoonSeries<Rows, Groups>& series, d
   for (const std::size_t groupEnd : series.groupEnds) {
     for (; row < groupEnd; ++row) {
       const astro::MoonTerm& term = series.terms[row];
-      const auto phasor = D[4 + term.D] * M[4 + term.M] * Mp[4 + term.Mp] * F[4 + term.F];
+      const auto phasor = D[term.D] * M[term.M] * Mp[term.Mp] * F[term.F];
       const double value = term.unconverted ? double{Sin(term.D * Checked(MoonElongation))} : wave(phasor);
       group += term.coefficient * powersOfE[term.E] * value;
     }
@@ -110,8 +114,8 @@ void MoonPosition(double /*jd*/) {
   const Checked T = Centuries;
   ComputeFundamentalArguments(T);
 
-  const std::array multiples = {MultiplesOf(MoonElongation), MultiplesOf(SunMeanAnomaly), MultiplesOf(MoonMeanAnomaly),
-                                MultiplesOf(MoonArgLatitude)};
+  const std::array multiples = {Multiples(MoonElongation), Multiples(SunMeanAnomaly), Multiples(MoonMeanAnomaly),
+                                Multiples(MoonArgLatitude)};
   MoonLongitude = SumSeries(MoonMeanLongitude, astro::kLongitudeSeries, std::imag, multiples);
   MoonLongitude = NormalizeAngle(MoonLongitude);
 

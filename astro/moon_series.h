@@ -16,7 +16,7 @@ struct MoonTerm {
   std::int8_t M;             ///< multiple of the Sun's mean anomaly
   std::int8_t Mp;            ///< multiple of the Moon's mean anomaly M'
   std::int8_t F;             ///< multiple of the Moon's argument of latitude
-  std::int8_t E;             ///< power of the eccentricity factor
+  std::uint8_t E;            ///< power of the eccentricity factor
   bool unconverted = false;  ///< the number of degrees goes to the wave as if it were radians
 };
 

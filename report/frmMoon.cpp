@@ -79,7 +79,12 @@ void frmMoon::Load() {
 }
 
 forms::DrawingList& frmMoon::Drawing() {
-  InvalidateRect(hwnd(), nullptr, TRUE);
+  constexpr int kReach = kDiscRadius + 1;  // with the ring of Paint
+  const RECT picture = {.left = kDiscCentre.x - kReach,
+                        .top = kDiscCentre.y - kReach,
+                        .right = kDiscCentre.x + kReach + 1,
+                        .bottom = kDiscCentre.y + kReach + 1};
+  InvalidateRect(hwnd(), &picture, TRUE);
   return drawing_;
 }
 
