@@ -77,7 +77,7 @@ class Multiples {
     }
   }
 
-  std::complex<double> operator[](int n) const { return phasors_.begin()[4 + n]; }
+  const std::complex<double>& operator[](int n) const { return phasors_.begin()[4 + n]; }
 
  private:
   std::array<std::complex<double>, 9> phasors_ = {0, 0, 0, 0, 1};
