@@ -1,4 +1,4 @@
-"""Holds the documents to the repository: links, pictures, commands and paths; and the scripts to what commands need.
+"""Holds the documents to the repository: links, pictures, commands, paths; and the scripts to what commands need.
 
     python3 tests/documents_test.py
 
@@ -146,6 +146,14 @@ class Documents(unittest.TestCase):
         for path in documents():
             name = path.relative_to(ROOT).as_posix()
             self.assertTrue(name == "README.md" or name in links, name)
+
+    def test_downloads_bear_the_address_and_the_version_of_the_release(self):
+        [version] = re.findall(r"^project\(Tidewell VERSION ([\d.]+)", (ROOT / "CMakeLists.txt").read_text(), re.MULTILINE)
+        [address] = re.findall(r"^downloads=(.*)", (ROOT / "release").read_text(), re.MULTILINE)
+        self.assertIn(f"{address}/{version}/", (ROOT / "README.md").read_text())
+        for path in documents():
+            for found in re.findall(r"Tidewell-(\d[\d.]*\d)", path.read_text()):
+                self.assertEqual(found, version, path.name)
 
     def test_every_script_parses_and_has_its_run_bit(self):
         self.assertEqual(list(script_faults(ROOT)), [])
