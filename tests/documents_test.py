@@ -148,8 +148,8 @@ class Documents(unittest.TestCase):
             self.assertTrue(name == "README.md" or name in links, name)
 
     def test_downloads_bear_the_address_and_the_version_of_the_release(self):
-        [version] = re.findall(r"^project\(Tidewell VERSION ([\d.]+)", (ROOT / "CMakeLists.txt").read_text(), re.MULTILINE)
-        [address] = re.findall(r"^downloads=(.*)", (ROOT / "release").read_text(), re.MULTILINE)
+        [version] = re.findall(r"project\(Tidewell VERSION ([\d.]+)", (ROOT / "CMakeLists.txt").read_text())
+        [address] = re.findall(r"\ndownloads=(.*)", (ROOT / "release").read_text())
         self.assertIn(f"{address}/{version}/", (ROOT / "README.md").read_text())
         for path in documents():
             for found in re.findall(r"Tidewell-(\d[\d.]*\d)", path.read_text()):
