@@ -1,47 +1,48 @@
-"""Pictures of the program for the documentation, in the folder pictures of the bench, always of the same moment."""
+"""The pictures for the README, in the folder pictures of the bench; tools/pictures.sh puts them into docs/."""
 
+import datetime
+
+from bench.display import HEIGHT, WIDTH
+from bench.driver import RIGHT_UP, WM_MOUSEMOVE
 from bench.program import SOUTH
-from bench.user import bring_to_front, moon, open_menu, show_about, wait_for_main
+from bench.user import bring_to_front, moon, show_about, wait_for_main
 from bench.waiting import until
 
-MARGIN = 8
+A_CRESCENT = datetime.datetime(2026, 11, 15, 20, 0, 10)  # which shows what the southern view mirrors
+MENU_HEIGHT = 57
 
 
-def save(program, name, *places):
-    """A picture of the smallest piece of the screen with all the places, and a margin."""
-    left, top = (min(place[axis] for place in places) - MARGIN for axis in (0, 1))
-    right, bottom = (min(max(place[axis] + place[axis + 2] for place in places) + MARGIN, end)
-                     for axis, end in ((0, 1024), (1, 768)))
-    program.display.save(program.pictures / f"{name}.png", left, top, right - left, bottom - top)
+def save(bench, name, place):
+    """A piece of the screen, without a margin: what is around it is black here."""
+    bench.display.save(bench.folders.pictures / f"{name}.png", *place)
 
 
-def test_take_the_pictures(bench, program):
-    program.pictures = bench.folders.pictures
+def test_take_the_pictures(bench, start):
+    program = start(at=A_CRESCENT)
     bring_to_front(program)
-    program.display.rest()
     north = moon(program)
-    save(program, "main-north", program.main().screen)
+    save(bench, "main", program.main().screen)
 
     program.click(SOUTH)
     until(lambda: moon(program) != north, "southern picture")
-    program.display.rest()
-    save(program, "main-south", program.main().screen)
+    save(bench, "southern", program.main().screen)
     program.click(SOUTH)
     until(lambda: moon(program) == north, "northern picture")
 
-    icon = program.display.docked_icons()[0]
-    save(program, "tray-icon", icon)
-    menu = open_menu(program)
+    # From above the icon, where Windows opens the menu upwards: Wine would lay it over the icon.
+    x, y = program.icon_centre()
+    program.display.point(x, program.display.docked_icons()[0][1] - MENU_HEIGHT)
+    program.tray_message(RIGHT_UP)
+    left, top = until(program.menu, "menu").screen[:2]
     program.driver.keys("Down")
-    save(program, "tray-menu", menu.screen, icon)
+    save(bench, "tray", (left, top, WIDTH - left, HEIGHT - top))
     program.driver.keys("Escape")
     until(lambda: program.menu() is None, "menu closed")
 
-    program.display.click(*program.icon_centre())
+    program.display.click(x, y)
     wait_for_main(program, False)
     show_about(program)
     program.display.rest()
-    program.tray_message(512)  # with the icon of the main window
+    program.tray_message(WM_MOUSEMOVE)  # with the icon of the main window
     program.settle()
-    save(program, "about", program.about().screen)
-    program.display.save(program.pictures / "screen.png")
+    save(bench, "about", program.about().screen)

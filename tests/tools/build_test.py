@@ -1,4 +1,3 @@
-#!/usr/bin/env python3
 """Tests of tools/build.sh: a build folder that came from another place is not used, and the way out is said."""
 
 import shutil

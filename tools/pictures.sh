@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# Takes the pictures in the README anew, from the program as it is built here and at
+# an instant of the tests' own clock: the same program gives the same bytes.
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/.."
+
+tools/setup.sh test
+tools/build.sh windows
+rm -f build/e2e/pictures/*.png
+/usr/bin/python3 -B -m pytest -q tests/e2e/test_pictures.py
+cp build/e2e/pictures/*.png docs
