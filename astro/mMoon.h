@@ -16,8 +16,7 @@
 ///   - "Int" rounds toward minus infinity.
 ///   - A routine with several results leaves them in module variables, which the caller reads at once. All of it
 ///     runs on one thread; no routine is re-entered.
-///   - Errors (runtime/runtime_error.h): each step is tested. Besides the errors named with a routine, any step may
-///   raise 6 Overflow or 5 Invalid
+///   - Errors (runtime/runtime_error.h): besides those named with a routine, any step may raise 6 Overflow or 5 Invalid
 ///     procedure call or argument. Variables assigned before the failing step keep their new values.
 namespace mMoon {
 

@@ -1,3 +1,4 @@
+#include <array>
 #include <complex>
 
 #include "astro/degrees.h"
@@ -87,7 +88,7 @@ class Multiples {
 /// from the product of its multiples' phasors, the real part for a cosine, the imaginary part for a sine: a sine for
 /// each argument would take three times as long, and gives the same sum to 2e-11 degree.
 template <std::size_t Rows, std::size_t Groups>
-Checked SumSeries(double start, const astro::MoonSeries<Rows, Groups>& series, double wave(const std::complex<double>&),
+Checked SumSeries(double start, const astro::MoonSeries<Rows, Groups>& series, double wave(std::complex<double>),
                   const std::array<Multiples, 4>& multiples) {
   const Checked E = 1 - 0.002495 * Checked(Centuries) - 0.00000752 * Pow(Centuries, 2);
   const std::array<double, 3> powersOfE = {1, E, Pow(E, 2)};
@@ -111,18 +112,20 @@ Checked SumSeries(double start, const astro::MoonSeries<Rows, Groups>& series, d
 }  // namespace
 
 void MoonPosition(double /*jd*/) {
+  constexpr auto kSine = [](std::complex<double> phasor) { return phasor.imag(); };
+  constexpr auto kCosine = [](std::complex<double> phasor) { return phasor.real(); };
   const Checked T = Centuries;
   ComputeFundamentalArguments(T);
 
   const std::array multiples = {Multiples(MoonElongation), Multiples(SunMeanAnomaly), Multiples(MoonMeanAnomaly),
                                 Multiples(MoonArgLatitude)};
-  MoonLongitude = SumSeries(MoonMeanLongitude, astro::kLongitudeSeries, std::imag, multiples);
+  MoonLongitude = SumSeries(MoonMeanLongitude, astro::kLongitudeSeries, kSine, multiples);
   MoonLongitude = NormalizeAngle(MoonLongitude);
 
   const Checked node = MoonNodeLongitude;
-  MoonLatitude = SumSeries(0, astro::kLatitudeSeries, std::imag, multiples) *
+  MoonLatitude = SumSeries(0, astro::kLatitudeSeries, kSine, multiples) *
                  (1 - 0.0004664 * CosDeg(node) - 0.0000754 * CosDeg(node + 275.05 - 2.3 * T));
-  MoonParallax = SumSeries(0.950724, astro::kParallaxSeries, std::real, multiples);
+  MoonParallax = SumSeries(0.950724, astro::kParallaxSeries, kCosine, multiples);
 
   Obliquity = astro::MeanObliquity(T);
   Obliquity = NormalizeAngle(Obliquity);

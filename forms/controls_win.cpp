@@ -32,8 +32,8 @@ ControlClass ClassOf(const ControlDescription& description) {
 
 TwipsPerPixel ReadTwipsPerPixel() {
   const runtime::ScreenScope screen;
-  return {.x = kTwipsPerInch / GetDeviceCaps(screen.dc(), LOGPIXELSX),
-          .y = kTwipsPerInch / GetDeviceCaps(screen.dc(), LOGPIXELSY)};
+  return {.x = runtime::Checked(kTwipsPerInch) / GetDeviceCaps(screen.dc(), LOGPIXELSX),
+          .y = runtime::Checked(kTwipsPerInch) / GetDeviceCaps(screen.dc(), LOGPIXELSY)};
 }
 
 runtime::unique_font MakeFont(const FontDescription& font) {
@@ -69,6 +69,9 @@ Control::Control(const ControlDescription& description, HWND parent) : font_(Mak
       CreateWindowExW(0, controlClass.name, description.caption, style, place.left, place.top, place.right - place.left,
                       place.bottom - place.top, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(description.id)),
                       GetModuleHandleW(nullptr), nullptr);
+  if (hwnd_ == nullptr) {
+    throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
+  }
   SendMessageW(hwnd_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
 }
 

@@ -25,7 +25,8 @@ namespace forms {
 /// A control, child of a form or of a frame in it, with its font. The window belongs to its parent and ends with it.
 class Control {
  public:
-  /// Creates the control as described. Frames are made by class Frame.
+  /// Creates the control as described. Frames are made by class Frame. Throws RuntimeError 7 "Out of memory" when the
+  /// system refuses.
   Control(const ControlDescription& description, HWND parent);
 
   [[nodiscard]] HWND hwnd() const noexcept { return hwnd_; }

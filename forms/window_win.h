@@ -14,8 +14,7 @@ struct WindowSettings {
   DWORD exStyle = 0;
   RECT place{};  ///< outer edges, in pixels of the parent's client area or of the screen
   HWND parent = nullptr;
-  HICON icon = nullptr;  ///< not owned
-  INT_PTR id = 0;        ///< of a child
+  INT_PTR id = 0;  ///< of a child
 };
 
 /// A window whose messages go to Form::OnMessage(message, wParam, lParam). Form names its window class in
@@ -56,7 +55,7 @@ class Window {
                                .cbClsExtra = 0,
                                .cbWndExtra = 0,
                                .hInstance = instance,
-                               .hIcon = settings.icon,
+                               .hIcon = nullptr,
                                .hCursor = LoadCursorW(nullptr, IDC_ARROW),
                                // By its number: it follows the user's choice of colours.
                                .hbrBackground = reinterpret_cast<HBRUSH>(INT_PTR{COLOR_3DFACE + 1}),
@@ -73,7 +72,7 @@ class Window {
     }
   }
 
-  /// Closes the form, unless its Form_Unload cancels that.
+  /// Closes the form by its Form_Unload, which hides it or ends the program.
   void Unload() {
     bool Cancel = false;
     static_cast<Form*>(this)->Form_Unload(Cancel);
@@ -101,9 +100,9 @@ class Window {
       return DefWindowProcW(window, message, wParam, lParam);
     }
     // Once the program is ending no handler runs; a window that still stands behind an error's box goes on showing
-    // itself.
+    // itself, and is not closed before its time.
     if (self == nullptr || (runtime::Ending() && message != WM_PAINT)) {
-      return DefWindowProcW(window, message, wParam, lParam);
+      return runtime::Ending() && message == WM_CLOSE ? 0 : DefWindowProcW(window, message, wParam, lParam);
     }
     try {
       return static_cast<Form*>(self)->OnMessage(message, wParam, lParam);

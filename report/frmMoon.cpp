@@ -69,9 +69,10 @@ void frmMoon::Load() {
   Create({.caption = layout::kCaption,
           .style = kStyle,
           .exStyle = kExStyle,
-          .place = forms::CentredPlace(layout::kClientWidth, layout::kClientHeight, kStyle, kExStyle),
-          .icon = icon_.get()});
-  SendMessageW(hwnd(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon_.get()));
+          .place = forms::CentredPlace(layout::kClientWidth, layout::kClientHeight, kStyle, kExStyle)});
+  for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
+    SendMessageW(hwnd(), WM_SETICON, size, reinterpret_cast<LPARAM>(Icon(size)));
+  }
   controls_.emplace(hwnd());
   Form_Load();
   Timer1.emplace(hwnd(), kTimer1, layout::kTimerInterval);
@@ -171,7 +172,7 @@ void frmMoon::OnCommand(int id, int notification) {
   }
 }
 
-void frmMoon::Paint() noexcept {
+void frmMoon::Paint() {
   const runtime::PaintScope paint(hwnd());
   if (forms::DarkHighContrast()) {  // the picture's dark half and rim are as black as the window
     forms::DrawingList ring;

@@ -59,7 +59,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
 
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
   void OnCommand(int id, int notification);
-  void Paint() noexcept;
+  void Paint();
   void Refresh();
 
   void Form_Load();

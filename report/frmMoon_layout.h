@@ -22,7 +22,7 @@ inline constexpr forms::ControlDescription kFrame1Description = {
 
 /// In tab order. Check1(1) starts just before the right edge of the frame, so that most of it is cut off; its option is
 /// stored only.
-inline constexpr std::array<forms::ControlDescription, 3> kCheck1Descriptions = {{
+inline constexpr auto kCheck1Descriptions = std::to_array<forms::ControlDescription>({
     {.kind = forms::ControlKind::CheckBox,
      .id = kCheck1 + 0,
      .caption = L"Restore in System Tray",
@@ -36,7 +36,7 @@ inline constexpr std::array<forms::ControlDescription, 3> kCheck1Descriptions = 
      .id = kCheck1 + 2,
      .caption = L"Enable Southern Hemisphere View",
      .place = {180, 480, 2955, 255}},
-}};
+});
 
 inline constexpr forms::ControlDescription kCommand1Description = {
     .kind = forms::ControlKind::Button, .id = kCommand1 + 1, .caption = L"Close", .place = {2700, 4680, 1065, 345}};
@@ -52,8 +52,8 @@ constexpr forms::ControlDescription LineDescription(int index, const wchar_t* ca
 }
 
 /// The caption of the second is a placeholder until the first report.
-inline constexpr std::array<forms::ControlDescription, 4> kLblMoonDescriptions = {
-    {LineDescription(0, L""), LineDescription(1, L"sss"), LineDescription(2, L""), LineDescription(3, L"")}};
+inline constexpr auto kLblMoonDescriptions = std::to_array(
+    {LineDescription(0, L""), LineDescription(1, L"sss"), LineDescription(2, L""), LineDescription(3, L"")});
 
 /// Kept up to date with the dark fraction, never seen.
 inline constexpr forms::ControlDescription kLabel1Description = {.kind = forms::ControlKind::Label,

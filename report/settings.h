@@ -42,6 +42,7 @@ struct SettingsRecord {
 inline constexpr std::size_t kSettingsRecordSize = 274;
 using SettingsBytes = std::array<std::byte, kSettingsRecordSize>;
 
+/// To those bytes and back. A character that the code page does not have becomes '?'.
 [[nodiscard]] SettingsBytes Pack(const SettingsRecord& record, const runtime::CodePage& codePage);
 [[nodiscard]] SettingsRecord Unpack(const SettingsBytes& bytes, const runtime::CodePage& codePage);
 

@@ -39,6 +39,7 @@ struct Surroundings {
   [[noreturn]] static void Refuse() { throw runtime::RuntimeError(runtime::ErrorNumber::InternalError); }
 };
 
+/// The one that the program reads.
 inline Surroundings surroundings;
 
 }  // namespace tidewell

@@ -93,7 +93,7 @@ inline Checked Int(Checked x) { return Tested(std::floor(x)); }
 /// A whole number, also one that a double holds, as an integer of 16 or 32 bits. Error: 6 Overflow outside its range.
 template <std::signed_integral Integer, class Number>
 requires(sizeof(Integer) <= 4) Integer Fit(Number whole) {
-  if (whole < std::numeric_limits<Integer>::min() || whole > std::numeric_limits<Integer>::max()) {
+  if (!(whole >= std::numeric_limits<Integer>::min() && whole <= std::numeric_limits<Integer>::max())) {
     throw RuntimeError(ErrorNumber::Overflow);
   }
   return static_cast<Integer>(whole);

@@ -36,7 +36,8 @@ DecimalDigits ToDecimal(double magnitude) {
   return result;
 }
 
-/// The number times ten to the power `decimals` as a whole number's digits, rounded half away from zero. Empty for 0.
+/// The number times ten to the power `decimals` as a whole number's digits, rounded half away from zero. Empty where
+/// nothing is left of it.
 std::string ScaledDigits(const DecimalDigits& number, int decimals) {
   const int kept = number.pointPlace + decimals;
   if (kept < 0) {

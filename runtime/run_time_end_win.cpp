@@ -55,12 +55,10 @@ void End() noexcept {
 }
 
 void EndOnCurrentException() noexcept {
-  const ErrorNumber number = NumberOfCurrentException();
-  if (endedBy) {
-    return;
+  if (!endedBy) {
+    endedBy = NumberOfCurrentException();
+    End();
   }
-  endedBy = number;
-  End();
 }
 
 int ReportRunTimeError() noexcept {

@@ -26,7 +26,7 @@ enum class ErrorNumber : int {
 [[nodiscard]] const char* ErrorText(ErrorNumber number) noexcept;
 
 /// A run-time error. No routine or handler catches one: it travels to the thunk of the window procedure (or to the
-/// start), where the program shows it and ends.
+/// start), which notes it and ends the message loop; the start shows it then.
 class RuntimeError : public std::exception {
  public:
   explicit RuntimeError(ErrorNumber number) noexcept : number_(number) {}

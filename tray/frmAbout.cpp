@@ -9,6 +9,7 @@
 #include "runtime/run_time_end.h"
 #include "runtime/runtime_error.h"
 #include "tray/tray_icon_data.h"
+#include "tray/tray_message.h"
 
 namespace tidewell {
 
@@ -21,6 +22,7 @@ namespace {
 
 constexpr DWORD kStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
 constexpr DWORD kExStyle = WS_EX_CONTROLPARENT | WS_EX_DLGMODALFRAME;
+constexpr ScaleMode kScaleMode = ScaleMode::Twips;
 
 /// The entries of mFile. A menu's ids start at 1: 0 says that nothing was chosen.
 enum MenuEntry : UINT { mnuAbout = 1, mnuShow, mnuExit };
@@ -68,6 +70,9 @@ void frmAbout::Complete() {
   controls_.emplace(hwnd());
   for (int index = 0; index < layout::kPicMoonCount; ++index) {
     controls_->picMoon.at(static_cast<std::size_t>(index)).SetPicture(Picture(index));
+  }
+  if (GetFocus() == hwnd()) {  // it was active for the menu, without a control to take the keyboard
+    focus_.OnActivate(hwnd(), WA_ACTIVE);
   }
 }
 
@@ -119,9 +124,8 @@ LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       }
       return DefaultHandling(message, wParam, lParam);
     case WM_SHOWWINDOW:
-      Complete();
-      if (GetFocus() == hwnd()) {  // it was active for the menu, without a control to take the keyboard
-        focus_.OnActivate(hwnd(), WA_ACTIVE);
+      if (wParam != FALSE) {
+        Complete();
       }
       return DefaultHandling(message, wParam, lParam);
     case WM_COMMAND:
@@ -160,7 +164,7 @@ void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double Y)
   makingTopmost_ = true;
   forms::MakeTopmost(hwnd());
   makingTopmost_ = false;
-  MouseMsg = DecodeTrayMessage(X, scaleMode_, twipsPerPixel_.x);
+  MouseMsg = DecodeTrayMessage(X, kScaleMode, twipsPerPixel_.x);
   // The icon's messages arrive while the menu is tracked, too: no toggling behind it, no second menu.
   if (menuOpen_ || !MayBeOfTheIcon(Y)) {
     return;

@@ -13,7 +13,6 @@
 #include "runtime/handle_win.h"
 #include "tray/frmAbout_layout.h"
 #include "tray/tray_icon.h"
-#include "tray/tray_message.h"
 
 namespace tidewell {
 
@@ -21,12 +20,14 @@ namespace tidewell {
 class MainForm {
  public:
   [[nodiscard]] virtual bool Visible() const = 0;
+  /// Shows it in the foreground.
   virtual void Show() = 0;
   virtual void Hide() = 0;
   /// Its icon in a size of WM_SETICON, ICON_SMALL or ICON_BIG.
   [[nodiscard]] virtual HICON Icon(WPARAM size) const = 0;
   /// The work area of the screen that it is on.
   [[nodiscard]] virtual RECT WorkArea() const = 0;
+  /// Ends the program once the running handler has returned. To be called once or again.
   virtual void EndProgram() = 0;
 
  protected:
@@ -82,7 +83,6 @@ class frmAbout final : public forms::Window<frmAbout> {
   runtime::unique_menu mFile;
   std::optional<Controls> controls_;
   forms::FocusKeeper focus_;
-  ScaleMode scaleMode_ = ScaleMode::Twips;
   forms::TwipsPerPixel twipsPerPixel_{};
   TrayIcon trayIcon_;
   bool menuOpen_ = false;

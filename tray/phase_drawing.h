@@ -18,6 +18,7 @@ class PhaseForm {
   /// The drawing, to be changed: the window repaints itself once the change is done.
   virtual forms::DrawingList& Drawing() = 0;
 
+  /// Writes the caption of Label1, the dark fraction.
   virtual void SetLabel1Caption(const std::wstring& caption) = 0;
 
   /// Whether the Moon is shown as from the southern hemisphere, mirrored.

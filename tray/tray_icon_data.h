@@ -20,7 +20,7 @@ struct TrayIconRecord {
   std::uint32_t uFlags = 0;
   std::uint32_t uCallbackMessage = 0;
   std::uint32_t hIcon = 0;
-  std::array<wchar_t, kTipLength> szTip{};  ///< padded with spaces to its full length, no terminating zero
+  std::array<wchar_t, kTipLength> szTip{};  ///< made by the report; padded with spaces to its full length, no zero
 
   /// Stores a tip left-aligned: a shorter text is padded with spaces, a longer one is cut.
   void SetTip(std::wstring_view text);
@@ -33,6 +33,7 @@ struct TrayIconRecord {
 inline constexpr std::size_t kTrayIconRecordSize = 88;
 using TrayIconBytes = std::array<std::byte, kTrayIconRecordSize>;
 
+/// To those bytes and back. A character that the code page does not have becomes '?'.
 [[nodiscard]] TrayIconBytes Pack(const TrayIconRecord& record, const runtime::CodePage& codePage);
 [[nodiscard]] TrayIconRecord Unpack(const TrayIconBytes& bytes, const runtime::CodePage& codePage);
 

@@ -18,6 +18,7 @@ bool NotifyShell(TrayCommand command) noexcept {
   TrayIconBytes bytes = Pack(mMoon::TrayIconData, codePage);
   std::memcpy(&shellRecord, bytes.data(), bytes.size());
   const BOOL done = Shell_NotifyIconA(static_cast<DWORD>(command), &shellRecord);
+  // The shell may have sent a message meanwhile that updated the record: this call's is then a minute old at most.
   std::memcpy(bytes.data(), &shellRecord, bytes.size());
   mMoon::TrayIconData = Unpack(bytes, codePage);
   return done != FALSE;
