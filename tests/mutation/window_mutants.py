@@ -79,7 +79,6 @@ WINDOW_MUTANTS = [
     mutant("menu-twice", ABOUT, "  menuOpen_ = true;\n", "", "the menu opens over itself"),
     mutant("every-tick-after-a-notice", MAIN, "  refreshAtTick_ = false;\n", "", "updates without end"),
     mutant("pointing-takes-the-keyboard", ABOUT, "      if (makingTopmost_) {", "      if (false) {", "a hidden window has it"),
-    mutant("about-never-activated", ABOUT, "      if (makingTopmost_) {", "      if (true) {", "the menu entry opens it behind"),
     mutant("minimised-start-takes-the-keyboard", MAIN, "!Visible() && (change.flags & SWP_SHOWWINDOW) == 0", "false",
            "placing the window activates it"),
     mutant("pointer-in-the-window-clicks", ABOUT, " || !MayBeOfTheIcon(Y)", "", "over a wide About box"),
