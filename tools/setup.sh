@@ -12,9 +12,10 @@ declare -A groups=(
 )
 # The 32-bit C compiler is the cross one: gcc-multilib conflicts with the cross
 # compilers that a developer may already have.
-groups[test]="${groups[release]} ${groups[run]} clang clang-format clang-tidy gcc-i686-linux-gnu googletest
-  icoutils libclang-rt-14-dev libgmock-dev libgtest-dev locales openssl python3-pefile python3-pytest python3-yaml
-  tzdata x11-apps"
+groups[e2e]="${groups[run]} locales python3-pytest tzdata x11-apps"
+groups[test]="${groups[release]} ${groups[e2e]} clang clang-format clang-tidy gcc-i686-linux-gnu googletest icoutils
+  libclang-rt-14-dev libgmock-dev libgtest-dev openssl python3-pefile python3-yaml"
+groups[other-wine]="${groups[build]} ${groups[e2e]} debootstrap gcc-i686-linux-gnu"
 # Node may be there from elsewhere than Debian, and Debian's npm would clash with it.
 groups[bench]="${groups[build]} ${groups[run]} gcc-i686-linux-gnu libbenchmark-dev libnova-dev libswe-dev locales
   swe-basic-data tzdata $(command -v npm >/dev/null || echo nodejs npm)"

@@ -87,7 +87,9 @@ def test_a_minimised_window_is_restored_in_the_middle(program):
     lose(program, "Tidewell")
     program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_MINIMIZE)
     until(lambda: program.main().minimised, "minimised window")
+    minimised = program.main().screen
     program.driver.send(program.main().hwnd, WM_DISPLAYCHANGE, 32, HEIGHT << 16 | WIDTH)
+    assert program.main().screen == minimised
     program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_RESTORE)
     until(lambda: not program.main().minimised, "restored window")
     program.settle()

@@ -1,4 +1,4 @@
-"""The mutants: small mistakes, one at a time, each of which a test should notice."""
+"""The mutants of the portable code: small mistakes, one at a time, each of which a test should notice."""
 
 from typing import NamedTuple
 
@@ -9,7 +9,7 @@ class Mutant(NamedTuple):
     find: str  # stands exactly once in the file
     replacement: str
     what: str
-    windows: bool = False  # the file is part of the windows: their tests need Wine
+    windows: bool = False  # the mistake is one of the windows: their tests need Wine
 
 
 ANGLES = "astro/angles.cpp"
@@ -30,8 +30,10 @@ ICON = "tray/tray_icon.cpp"
 ICON_DATA = "tray/tray_icon_data.cpp"
 ICON_NUMBER = "tray/icon_number.cpp"
 MESSAGE = "tray/tray_message.cpp"
+MESSAGE_H = "tray/tray_message.h"
+SURROUNDINGS = "report/surroundings.h"
 
-PORTABLE = [
+PORTABLE_MUTANTS = [
     # --- Angles
     Mutant("turn-excludes-360", ANGLES, "!(angle > 360)", "!(angle >= 360)", "360 becomes 0"),
     Mutant("turn-excludes-0", ANGLES, "!(angle < 0)", "!(angle <= 0)", "0 is reduced, which gives 0"),
@@ -39,8 +41,8 @@ PORTABLE = [
     Mutant("turn-by-subtraction", ANGLES, "return (q - m) * 360 + f;", "return angle - Checked(m) * 360;",
            "exact where the division rounds"),
     Mutant("pi-last-digit", ANGLES, "3.1415926535", "3.1415926536", "pi rounded, not cut"),
-    Mutant("degrees-multiplied-first", ANGLES, "(degrees / 360 + degrees / 360) * 3.1415926535",
-           "degrees * 3.1415926535 / 180", "the product before the quotient"),
+    Mutant("degrees-multiplied-first", ANGLES, "(angle / 360 + angle / 360) * 3.1415926535",
+           "angle * 3.1415926535 / 180", "the product before the quotient"),
     Mutant("arcsine-not-converted", ANGLES, "Atn(DegToRad(t))", "Atn(t)", "the true arc sine"),
     # --- Calendar
     Mutant("day-fraction-wraps", CALENDAR, "Fit<std::int16_t>(hourMinutes + minute)",
@@ -125,6 +127,28 @@ PORTABLE = [
            "Cos(MoonLongitude) < 0 ? arctangent + 180 : arctangent", "a step left out"),
     Mutant("moon-quadrant-in-degrees", MOON, "Cos(MoonLongitude) < 0", "CosDeg(MoonLongitude) < 0", "the quadrant of the angle"),
     Mutant("moon-declination-once-converted", MOON, "ArcSine(DegToRad(sine))", "ArcSine(sine)", "the sine is not converted"),
+    Mutant("negative-multiples-not-conjugated", MOON, "std::conj(phasors_[n + 1])", "phasors_[n + 1]", "-n for n"),
+    Mutant("multiples-to-3", MOON, "n < 8; ++n", "n < 7; ++n", "a multiple of 4 counts nothing"),
+    Mutant("multiples-of-radians", MOON, "std::polar(1.0, DegToRad(degrees))", "std::polar(1.0, degrees)", "not converted"),
+    Mutant("elongation-backwards", MOON, "D[term.D]", "D[-term.D]", "the index of -D"),
+    Mutant("sun-anomaly-backwards", MOON, " M[term.M] *", " M[-term.M] *", "the index of -M"),
+    Mutant("moon-anomaly-backwards", MOON, "Mp[term.Mp]", "Mp[-term.Mp]", "the index of -M'"),
+    Mutant("latitude-argument-backwards", MOON, "F[term.F]", "F[-term.F]", "the index of -F"),
+    Mutant("phasors-regrouped", MOON, "M[term.M] * Mp[term.Mp] * F[term.F];",
+           "M[term.M] * (Mp[term.Mp] * F[term.F]);", "another order of the product"),
+    Mutant("longitude-of-cosines", MOON, "kLongitudeSeries, kSine", "kLongitudeSeries, kCosine", "the other part"),
+    Mutant("latitude-of-cosines", MOON, "kLatitudeSeries, kSine", "kLatitudeSeries, kCosine", "the other part"),
+    Mutant("parallax-of-sines", MOON, "kParallaxSeries, kCosine", "kParallaxSeries, kSine", "the other part"),
+    Mutant("eccentricity-left-out", MOON, "term.coefficient * powersOfE[term.E]", "term.coefficient * powersOfE[0]",
+           "no factor of E"),
+    Mutant("eccentricity-not-squared", MOON, "{1, E, Pow(E, 2)}", "{1, E, E}", "E for E^2"),
+    Mutant("row-26-by-its-phasor", MOON, "term.unconverted ? double{Sin(term.D * Checked(MoonElongation))} : wave(phasor)",
+           "wave(phasor)", "converted as the other rows"),
+    Mutant("row-26-without-its-multiple", MOON, "Sin(term.D * Checked(MoonElongation))", "Sin(Checked(MoonElongation))",
+           "D for 4D"),
+    Mutant("start-outside-the-first-group", MOON, "  Checked sum = 0;\n  double group = start;",
+           "  Checked sum = start;\n  double group = 0;", "the groups upon the start"),
+    Mutant("groups-summed-twice", MOON, "    group = 0;\n", "", "a group begins with the one before"),
     Mutant("longitude-group-end", SERIES, "{6, 13, 22, 31, 40, 50}", "{7, 13, 22, 31, 40, 50}", "a row in the group before"),
     Mutant("latitude-group-end", SERIES, "{10, 17, 25, 33, 42, 45}", "{10, 17, 26, 33, 42, 45}", "a row in the group before"),
     Mutant("longitude-rows-swapped", SERIES, "    {+0.000521,     4, -1,  0,  0,  1},\n    {+0.000486,    -1,  0,  2,  0,  0},\n",
@@ -164,6 +188,14 @@ PORTABLE = [
            "Checked(NewMoonJD) - jd <= Checked(FullMoonJD) - jd", "equal distances"),
     Mutant("lit-fraction-last", PHASES, "  WaningFlag = Checked(NewMoonJD)",
            "  Illumination = LitFraction();\n  WaningFlag = Checked(NewMoonJD)", "with the anomalies of the lunation"),
+    Mutant("new-moon-evaluated-last", PHASES,
+           "  NewMoonJD = PhaseInstant(kNew);\n  FullMoonJD = PhaseInstant(kNew + 0.5);\n  if",
+           "  FullMoonJD = PhaseInstant(kNew + 0.5);\n  NewMoonJD = PhaseInstant(kNew);\n  if",
+           "its anomalies stay, and not the Full Moon's"),
+    Mutant("phase-rows-not-converted", PHASES, "SinDeg(argument)", "runtime::Sin(argument)", "degrees as radians"),
+    Mutant("phase-row-without-its-part-in-t", PHASES, "(term.coefficient + term.perT * T)", "term.coefficient",
+           "the first row's small part"),
+    Mutant("phase-latitude-argument-backwards", PHASES, "+ term.F * F", "- term.F * F", "a sign"),
     Mutant("phase-row-10-as-printed", "astro/phase_series.h", "{-0.0004,  0,          0, -1,  2}",
            "{-0.0004,  0,         -1,  0,  2}", "M for M'"),
     Mutant("phase-row-1-per-t", "astro/phase_series.h", "-0.000393", "-0.000394", "a last digit"),
@@ -217,6 +249,14 @@ PORTABLE = [
     Mutant("next-phases-marked-from-the-start", REPORT, "  NextPhasesShown = runtime::False;\n", "", "a step left out"),
     Mutant("separator-not-read", REPORT, "  runtime::DecimalSeparator = locale.decimalSeparator;\n", "",
            "a step left out"),
+    # --- Surroundings
+    Mutant("missing-form-not-refused", SURROUNDINGS, "if (frmMoon == nullptr) {", "if (false) {", "writes on nothing"),
+    Mutant("missing-clock-not-refused", SURROUNDINGS, "runtime::DateValue { Refuse(); };",
+           "runtime::DateValue { return {}; };", "day 0"),
+    Mutant("refused-with-another-error", SURROUNDINGS, "ErrorNumber::InternalError", "ErrorNumber::InvalidProcedureCall",
+           "5 for 51"),
+    Mutant("zone-before-the-start", SURROUNDINGS, "return runtime::TimeZoneReading{};",
+           "return runtime::TimeZoneReading{.Bias = 60};", "not Universal Time"),
     # --- Settings
     Mutant("options-swapped", SETTINGS, "  visit(RestoreInTray);\n  visit(AutoStart);\n",
            "  visit(AutoStart);\n  visit(RestoreInTray);\n", "two fields of one width"),
@@ -237,14 +277,14 @@ PORTABLE = [
     Mutant("south-of-any-flag", DRAWING, "waning = waning == 0 ? 1 : 0", "waning = waning == 1 ? 0 : 1",
            "another flag becomes 1"),
     Mutant("lit-beyond-one", DRAWING, "std::fabs(1 - Checked(fraction))", "1 - Checked(fraction)", "a negative dark fraction"),
-    Mutant("last-rim-left-out", DRAWING, "  drawing.Circle(kCentre, kRadius, kBlack);\n", "", "a step left out"),
+    Mutant("last-rim-left-out", DRAWING, "  drawing.Circle(kDiscCentre, kDiscRadius, kBlack);\n", "", "a step left out"),
     Mutant("rim-is-filled", DRAWING,
-           "  drawing.SetFillStyle(forms::FillStyle::Transparent);\n  drawing.Circle(kCentre, kRadius, kBlack);\n",
-           "  drawing.Circle(kCentre, kRadius, kBlack);\n", "a step left out"),
+           "  drawing.SetFillStyle(forms::FillStyle::Transparent);\n  drawing.Circle(kDiscCentre, kDiscRadius, kBlack);\n",
+           "  drawing.Circle(kDiscCentre, kDiscRadius, kBlack);\n", "a step left out"),
     Mutant("label-shorter", DRAWING, 'L"0.000000"', 'L"0.00000"', "a decimal less"),
     Mutant("fore-colour-left-out", DRAWING, "  drawing.SetForeColor(kRed);\n", "", "a step left out"),
     Mutant("drawing-not-cleared", DRAWING, "  form.Drawing().Cls();\n", "", "a step left out"),
-    Mutant("pie-box", DRAWING, ".right = kCentre.x + kRadius + 1", ".right = kCentre.x + kRadius", "a column less"),
+    Mutant("pie-box", DRAWING, ".right = kDiscCentre.x + kDiscRadius + 1", ".right = kDiscCentre.x + kDiscRadius", "a column less"),
     Mutant("scale-before-the-picture", DRAWING, "  tidewell::DrawDarkFraction(form, p, waning);\n",
            "  PhaseToIconNumber(waning == 1 ? (p + 1) * 100 : (1 - p) * 100);\n"
            "  tidewell::DrawDarkFraction(form, p, waning);\n", "the icon changes although the drawing fails"),
@@ -255,7 +295,9 @@ PORTABLE = [
            "the scale is not looked at"),
     Mutant("message-not-rounded", MESSAGE, "RoundTo<std::int32_t>(pixels)", "RoundTo<std::int32_t>(Int(pixels))",
            "twips that are a little short"),
-    Mutant("left-button-message", "tray/tray_message.h", "kLeftButtonUp = 514", "kLeftButtonUp = 513", "the press"),
+    Mutant("left-button-message", MESSAGE_H, "kLeftButtonUp = 514", "kLeftButtonUp = 513", "the press"),
+    Mutant("icon-in-every-row", MESSAGE_H, "return Y == 0;", "return Y >= 0;", "the pointer over the window clicks"),
+    Mutant("icon-in-no-row", MESSAGE_H, "return Y == 0;", "return Y != 0;", "clicks on the icon do nothing"),
     Mutant("icon-not-added-again", ICON,
            "      if (!NotifyShell(command) && wanted_) {\n        NotifyShell(TrayCommand::Add);\n      }\n",
            "      NotifyShell(command);\n", "a failed change is not made good"),
@@ -265,71 +307,15 @@ PORTABLE = [
     Mutant("unwanted-icon-restored", ICON, "  if (wanted_) {\n    Carry(TrayCommand::Modify);",
            "  {\n    Carry(TrayCommand::Modify);",
            "a new task bar gets an icon that was removed"),
+    Mutant("wish-read-before-the-call", ICON, "!NotifyShell(command) && wanted_", "wanted_ && !NotifyShell(command)",
+           "the call itself may have ended the program"),
+    Mutant("icon-removed-unasked", ICON, "      if (wanted_) {\n        wanted_ = false;", "      {\n        wanted_ = false;",
+           "a record of zeros goes to the shell"),
+    Mutant("icon-restored-by-adding", ICON, "    Carry(TrayCommand::Modify);\n", "    Carry(TrayCommand::Add);\n",
+           "a living icon cannot be added"),
+    Mutant("refused-icon-not-wanted", ICON, "      wanted_ = true;\n      NotifyShell(command);",
+           "      wanted_ = NotifyShell(command);", "a shell that is late gets none"),
 ]
-
-MAIN = "report/frmMoon.cpp"
-ABOUT = "tray/frmAbout.cpp"
-REPLAY = "forms/drawing_list_win.cpp"
-RUN_TIME_END = "runtime/run_time_end_win.cpp"
-
-WINDOWS = [
-    Mutant("main-not-topmost", MAIN, "  forms::MakeTopmost(hwnd());\n", "", "a step left out", True),
-    Mutant("southern-view-without-click", MAIN, "    Check1_Click(2);", "", "the offset is not read at the start", True),
-    Mutant("southern-view-not-restored", MAIN, "    controls_->Check1.at(2).SetState(1);\n", "", "the box stays unticked", True),
-    Mutant("first-icon-modified", MAIN, "about_.UpdateMoonIcon(0, IcoNum)", "about_.UpdateMoonIcon(1, IcoNum)",
-           "the icon is not added", True),
-    Mutant("timer-every-tick", MAIN, "  LastUpdate = now;\n", "", "each tick updates", True),
-    Mutant("other-timer-counts", MAIN, "if (wParam == kTimer1) {", "if (wParam != 0) {", "Timer2 updates, too", True),
-    Mutant("clock-change-not-noticed", MAIN, "LastUpdate = 0;", "", "a step left out", True),
-    Mutant("resume-not-noticed", MAIN, "      return wParam == PBT_APMRESUMEAUTOMATIC;", "      return false;", "after sleep", True),
-    Mutant("locale-not-noticed", MAIN, "== L\"intl\"", "== L\"int1\"", "a changed locale", True),
-    Mutant("offset-not-read", MAIN, "  mMoon::OffsetMinutes = mMoon::LocalTimeOffset();\n", "",
-           "a step left out", True),
-    Mutant("click-does-not-read", MAIN,
-           "  settingsFile_->Read();  // whatever another writer has changed since is kept\n",
-           "", "another writer's change is lost", True),
-    Mutant("click-does-not-write", MAIN, "  settingsFile_->Write();\n", "", "the option is not stored", True),
-    Mutant("click-stores-the-other-option", MAIN, "      Settings.RestoreInTray = option;", "      Settings.AutoStart = option;",
-           "two options change places", True),
-    Mutant("stored-option-decides", MAIN, "if (controls_->Check1.at(0).State() == 1) {",
-           "if (StateFromOption(Settings.RestoreInTray) == 1) {", "not the box as it stands", True),
-    Mutant("session-end-hides", MAIN, "        EndProgram();  // the end of the session",
-           "        Unload();  // the end",
-           "the end of the session hides the window", True),
-    Mutant("cancelled-session-end", MAIN, "      if (wParam != FALSE) {", "      if (wParam != FALSE || lParam == 0) {",
-           "ends although the session goes on", True),
-    Mutant("south-for-any-option", MAIN, "return StateFromOption(Settings.SouthernView) == 1;",
-           "return Settings.SouthernView != runtime::False;", "any option but 0", True),
-    Mutant("icon-left-behind", MAIN, "  about_.UpdateMoonIcon(2, IcoNum);\n", "", "the icon is not deleted", True),
-    Mutant("picture-28", ABOUT, "IcoNum >= layout::kPicMoonCount", "IcoNum > layout::kPicMoonCount", "one icon too far", True),
-    Mutant("negative-icon", ABOUT,
-           "    throw runtime::RuntimeError(runtime::ErrorNumber::ControlArrayElementDoesNotExist);\n",
-           "    IcoNum = 0;\n", "no error", True),
-    Mutant("task-bar-not-noticed", ABOUT, "    trayIcon_.Restore();\n", "",
-           "the icon is not added to a new task bar", True),
-    Mutant("about-really-closes", ABOUT, "  Cancel = true;\n  ShowWindow(hwnd(), SW_HIDE);", "  Cancel = true;",
-           "About is not hidden", True),
-    Mutant("about-not-topmost", ABOUT, "  forms::MakeTopmost(hwnd());\n", "", "a step left out", True),
-    Mutant("left-release-only-shows", ABOUT, "mainForm_.Visible() ? mainForm_.Hide() : mainForm_.Show();", "mainForm_.Show();",
-           "the main window is not hidden", True),
-    Mutant("right-release-does-nothing", ABOUT, "    case kRightButtonUp:\n      PopupMenu();\n", "    case kRightButtonUp:\n",
-           "the menu does not open", True),
-    Mutant("escape-does-nothing", ABOUT, "id == layout::kCmdOK || id == IDCANCEL", "id == layout::kCmdOK", "Escape", True),
-    Mutant("brush-never-deleted", REPLAY, "const runtime::unique_brush brush(CreateSolidBrush(pie.fill));\n"
-           "    const runtime::SelectScope selectPen(dc_, pen.get());\n"
-           "    const runtime::SelectScope selectBrush(dc_, brush.get());",
-           "const HBRUSH brush = CreateSolidBrush(pie.fill);\n"
-           "    const runtime::SelectScope selectPen(dc_, pen.get());\n"
-           "    const runtime::SelectScope selectBrush(dc_, brush);", "each repaint leaves a brush behind", True),
-    Mutant("box-behind-the-window", RUN_TIME_END, "  EnumThreadWindows(GetCurrentThreadId(), LetTheBoxCover, 0);\n",
-           "", "a step left out", True),
-    Mutant("menu-under-the-box", RUN_TIME_END, "  EndMenu();\n", "", "the menu keeps the mouse", True),
-    Mutant("box-in-the-handler", RUN_TIME_END, "  endedBy = number;\n  End();\n",
-           "  endedBy = number;\n  End();\n  ReportRunTimeError();\n", "the box opens in the middle of a menu", True),
-    Mutant("menu-twice", ABOUT, "  menuOpen_ = true;\n", "", "the menu opens over itself", True),
-]
-
-MUTANTS = PORTABLE + WINDOWS
 
 # Survivors that no test can kill, or that none needs to, each with its reason.
 EXPLAINED = {

@@ -2,7 +2,7 @@
 """Checks the tests: makes one small mistake at a time in the program, a mutant, and sees whether a test fails.
 
 All of it happens in a copy of the tree in a temporary folder, so that the work tree stays as it is and each mutant costs
-no more than one file compiled again. The mutants stand in mutants.py. Each is found to be
+no more than one file compiled again. The mutants stand in mutants.py and window_mutants.py. Each is found to be
 
     killed          a test fails, or runs on without end; the test's name is shown
     does not build  the compiler, or an assertion at compile time, refuses it
@@ -23,7 +23,10 @@ import time
 from collections import Counter
 from pathlib import Path
 
-from mutants import EXPLAINED, MUTANTS
+from mutants import EXPLAINED, PORTABLE_MUTANTS
+from window_mutants import WINDOW_MUTANTS
+
+MUTANTS = PORTABLE_MUTANTS + WINDOW_MUTANTS
 
 REPOSITORY = Path(__file__).resolve().parents[2]
 BUILD_SECONDS = 1800
@@ -91,10 +94,12 @@ class NativeTests:
 class WindowsTests:
     """The tests of the windows under Wine; what they let pass is tried with the end-to-end tests, which take longer."""
 
+    programs = ("run_time_box_tests", "window_tests")
+
     def __init__(self, tree, jobs, end_to_end):
         self.tree = tree
         self.folder = tree / "build/windows-tests"
-        self.build_command = ["cmake", "--build", self.folder, f"-j{jobs}", "--target", "window_tests", "Tidewell"]
+        self.build_command = ["cmake", "--build", self.folder, f"-j{jobs}", "--target", *self.programs, "Tidewell"]
         self.end_to_end = end_to_end
 
     def configure(self):
@@ -105,13 +110,14 @@ class WindowsTests:
         return run(self.build_command, self.tree, BUILD_SECONDS)
 
     def failing_test(self):
-        status, output = run(["tools/under-wine.sh", self.folder / "tests/window_tests.exe", "--gtest_brief=1",
-                              "--gtest_fail_fast"], self.tree, WINDOWS_TEST_SECONDS)
-        if status is None:
-            run(["bash", "-c", "source tools/wine-env.sh; wineserver -k"], self.tree, TEST_SECONDS)
-            return "endless"
-        if status != 0:
-            return first_failure(output)
+        for program in self.programs:
+            status, output = run(["tools/under-wine.sh", self.folder / f"tests/{program}.exe", "--gtest_brief=1",
+                                  "--gtest_fail_fast"], self.tree, WINDOWS_TEST_SECONDS)
+            if status is None:
+                run(["bash", "-c", "source tools/wine-env.sh; wineserver -k"], self.tree, TEST_SECONDS)
+                return "endless"
+            if status != 0:
+                return first_failure(output)
         if not self.end_to_end:
             return None
         status, output = run(["/usr/bin/python3", "-B", "-m", "pytest", "-x", "-q", "tests/e2e",

@@ -1,6 +1,6 @@
 """An independent reckoning of Tidewell's numbers, for checking the program.
 
-Formed from the written rules alone, in another language and by other hands than
+Formed independently from the published formulae, in another language than
 the program. Everything is a pure function. Angles are degrees, instants are
 Julian days in doubles, unless a docstring says otherwise.
 

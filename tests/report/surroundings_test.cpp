@@ -1,0 +1,25 @@
+#include "report/surroundings.h"
+
+#include <gtest/gtest.h>
+
+#include "support/raises.h"
+
+using runtime::ErrorNumber;
+using support::Raises;
+
+namespace tidewell {
+
+TEST(Surroundings, RefuseAFormAndAClockThatNobodyHasGiven) {
+  const Surroundings nothing;
+  EXPECT_TRUE(Raises(ErrorNumber::InternalError, [&] { static_cast<void>(nothing.Form()); }));
+  EXPECT_TRUE(Raises(ErrorNumber::InternalError, [&] { nothing.Now(); }));
+}
+
+TEST(Surroundings, AreUniversalTimeUntilTheStart) {
+  const runtime::TimeZoneReading zone = Surroundings{}.ReadTimeZone();
+  EXPECT_EQ(zone.Bias, 0);
+  EXPECT_EQ(zone.StandardBias, 0);
+  EXPECT_EQ(zone.DaylightBias, 0);
+}
+
+}  // namespace tidewell

@@ -1,0 +1,43 @@
+#!/usr/bin/env bash
+# Runs the end-to-end tests with the Wine of another Debian, in a chroot of it:
+# build/debian-SUITE, made once. As root.
+# Usage: tools/other-wine.sh SUITE [PYTEST-ARGUMENT...]   such as trixie, Wine 10
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/.."
+
+(($#)) || { sed -n 's/^# Usage: /usage: /p' "$0" >&2; exit 2; }
+suite=$1
+shift
+root=$PWD/build/debian-$suite
+
+# Mounts that end with this script.
+if [[ ${TIDEWELL_UNSHARED-} != 1 ]]; then
+  TIDEWELL_UNSHARED=1 exec unshare --mount "$0" "$suite" "$@"
+fi
+
+tools/setup.sh other-wine
+tools/build.sh windows
+
+if [[ ! -e $root/complete ]]; then
+  rm -rf "$root"
+  debootstrap --variant=minbase "$suite" "$root"
+  touch "$root/complete"
+fi
+mount -t proc proc "$root/proc"
+mount --rbind /dev "$root/dev"
+
+# The sources, the program and the helpers of the bench, built here: there are
+# no compilers in the chroot.
+mkdir -p "$root/tidewell/build/e2e"
+tar -c --exclude ./build --exclude ./.git . | tar -x -C "$root/tidewell"
+cp build/windows/Tidewell.exe "$root/tidewell/build"
+PYTHONPATH=tests/e2e /usr/bin/python3 -B - "$root/tidewell/build/e2e" <<'PYTHON'
+import sys
+from bench import folders, tools
+tools.build(folders.Folders(sys.argv[1]).tools)
+PYTHON
+
+inside() { chroot "$root" env HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin "$@"; }
+inside /tidewell/tools/setup.sh e2e
+inside wine --version
+inside /usr/bin/python3 -B -m pytest /tidewell/tests/e2e --program=/tidewell/build/Tidewell.exe "$@"
