@@ -145,7 +145,7 @@ WINDOW_MUTANTS = [
     mutant("box-not-modal", RUN_TIME_END, "MB_TASKMODAL | ", "", "the window takes clicks behind the box"),
     mutant("box-without-icon", RUN_TIME_END, "MB_ICONERROR | ", "", "no icon"),
     mutant("box-not-topmost", RUN_TIME_END, " | MB_TOPMOST", "", "behind other windows"),
-    mutant("last-error-counts", RUN_TIME_END, "  if (!endedBy) {", "  {", "a later error hides the first"),
+    mutant("last-error-counts", RUN_TIME_END, "  if (!endedBy) {\n    endedBy = ", "  {\n    endedBy = ", "a later error hides the first"),
     mutant("window-blank-behind-the-box", WINDOW, "runtime::Ending() && message != WM_PAINT", "runtime::Ending()",
            "a window that is not painted any more"),
     # --- Files
