@@ -46,8 +46,8 @@ def program_tests():
 
 def collected(folder, long):
     """The tests that pytest finds in a folder, and those of each file, with the long runs or without."""
-    found = subprocess.run([*PYTEST, TESTS / folder], env=os.environ | {"TIDEWELL_LONG": "1" if long else "0"}, check=True,
-                           stdout=subprocess.PIPE, text=True).stdout
+    environment = os.environ | {"TIDEWELL_LONG": "1" if long else "0"}
+    found = subprocess.run([*PYTEST, TESTS / folder], env=environment, check=True, stdout=subprocess.PIPE, text=True).stdout
     counts = Counter(re.findall(r"^(\S+\.py)::", found, re.MULTILINE))
     return {folder: counts.total()} | {f"{folder}/{Path(name).name}": number for name, number in counts.items()}
 

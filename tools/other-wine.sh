@@ -10,9 +10,9 @@ suite=$1
 shift
 root=$PWD/build/debian-$suite
 
-# Mounts that end with this script.
+# Mounts and processes that end with this script, however it ends.
 if [[ ${TIDEWELL_UNSHARED-} != 1 ]]; then
-  TIDEWELL_UNSHARED=1 exec unshare --mount "$0" "$suite" "$@"
+  TIDEWELL_UNSHARED=1 exec unshare --mount --pid --fork --kill-child "$0" "$suite" "$@"
 fi
 
 tools/setup.sh other-wine
