@@ -8,37 +8,33 @@ namespace {
 
 /// Calls visit with each field in the order of the file.
 template <class Record, class Visitor>
-constexpr void VisitFields(Record& record, Visitor visit) {
-  auto& [Reserved1, Reserved2, Reserved3, Reserved4, Reserved5, Reserved6, Reserved7, Reserved8, Reserved9, Reserved10,
-         Reserved11, Reserved12, Reserved13To20, RestoreInTray, AutoStart, SouthernView, Reserved24] = record;
-  visit(Reserved1);
-  visit(Reserved2);
-  visit(Reserved3);
-  visit(Reserved4);
-  visit(Reserved5);
-  visit(Reserved6);
-  visit(Reserved7);
-  visit(Reserved8);
-  visit(Reserved9);
-  visit(Reserved10);
-  visit(Reserved11);
-  visit(Reserved12);
-  for (auto& field : Reserved13To20) {
-    visit(field);
-  }
-  visit(RestoreInTray);
-  visit(AutoStart);
-  visit(SouthernView);
-  visit(Reserved24);
+constexpr void VisitFields(Record& record, Visitor&& visit) {
+  visit(record.Reserved1);
+  visit(record.Reserved2);
+  visit(record.Reserved3);
+  visit(record.Reserved4);
+  visit(record.Reserved5);
+  visit(record.Reserved6);
+  visit(record.Reserved7);
+  visit(record.Reserved8);
+  visit(record.Reserved9);
+  visit(record.Reserved10);
+  visit(record.Reserved11);
+  visit(record.Reserved12);
+  visit(record.Reserved13To20);
+  visit(record.RestoreInTray);
+  visit(record.AutoStart);
+  visit(record.SouthernView);
+  visit(record.Reserved24);
 }
 
-constexpr std::size_t VisitedSize() {
-  std::size_t size = 0;
+constexpr runtime::FieldCounter Visited() {
+  runtime::FieldCounter counter;
   const SettingsRecord record;
-  VisitFields(record, runtime::FieldCounter(size));
-  return size;
+  VisitFields(record, counter);
+  return counter;
 }
-static_assert(VisitedSize() == kSettingsRecordSize);
+static_assert(Visited().fields == runtime::FieldCount<SettingsRecord>() && Visited().bytes == kSettingsRecordSize);
 
 }  // namespace
 

@@ -11,26 +11,39 @@ namespace runtime {
 
 // Records that leave the program are packed: one field after the other without padding, numbers little-endian, wide
 // texts as single bytes of a code page. A record type lists its fields once, in a VisitFields that calls a visitor with
-// each. It takes them from the record by a structured binding, so that a field that is not listed does not compile, and
-// a static_assert holds what it visits to the record's packed size.
+// each; a static_assert with FieldCounter and FieldCount holds that none is forgotten.
 
-/// Counts the packed bytes of the fields that it is called with.
-class FieldCounter {
- public:
-  constexpr explicit FieldCounter(std::size_t& size) : size_(size) {}
+/// Counts the fields that it is called with, and their packed bytes.
+struct FieldCounter {
+  std::size_t fields = 0;
+  std::size_t bytes = 0;
 
   template <class Field>
   constexpr void operator()(const Field& field) {
+    ++fields;
     if constexpr (std::is_integral_v<Field>) {
-      size_ += sizeof field;
+      bytes += sizeof field;
     } else {
-      size_ += field.size();
+      bytes += field.size() * (std::is_same_v<typename Field::value_type, wchar_t> ? 1 : sizeof(*field.data()));
     }
   }
-
- private:
-  std::size_t& size_;
 };
+
+/// Stands for a value of any type where the fields of a record are counted.
+struct AnyValue {
+  template <class Value>
+  operator Value() const;  // NOLINT(google-explicit-constructor): it is converted to each field's type
+};
+
+/// Returns the number of fields of an aggregate: of values that its braces take.
+template <class Record, class... Values>
+consteval std::size_t FieldCount() {
+  if constexpr (requires { Record{Values{}..., AnyValue{}}; }) {
+    return FieldCount<Record, Values..., AnyValue>();
+  } else {
+    return sizeof...(Values);
+  }
+}
 
 /// Appends each field that it is called with to the bytes.
 template <std::size_t Size>
@@ -45,9 +58,13 @@ class FieldPacker {
       for (std::size_t i = 0; i < sizeof field; ++i) {
         bytes_.at(offset_++) = static_cast<std::byte>(bits >> (8 * i));
       }
-    } else {
+    } else if constexpr (std::is_same_v<typename Field::value_type, wchar_t>) {
       for (const wchar_t character : field) {
         bytes_.at(offset_++) = codePage_.Encode(character);
+      }
+    } else {
+      for (const auto& number : field) {
+        (*this)(number);
       }
     }
   }
@@ -73,9 +90,13 @@ class FieldUnpacker {
         bits |= std::to_integer<std::uint64_t>(bytes_.at(offset_++)) << (8 * i);
       }
       field = static_cast<Field>(bits);
-    } else {
+    } else if constexpr (std::is_same_v<typename Field::value_type, wchar_t>) {
       for (wchar_t& character : field) {
         character = codePage_.Decode(bytes_.at(offset_++));
+      }
+    } else {
+      for (auto& number : field) {
+        (*this)(number);
       }
     }
   }

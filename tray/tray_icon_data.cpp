@@ -10,24 +10,23 @@ namespace {
 
 /// Calls visit with each field in the shell's order.
 template <class Record, class Visitor>
-constexpr void VisitFields(Record& record, Visitor visit) {
-  auto& [cbSize, hWnd, uID, uFlags, uCallbackMessage, hIcon, szTip] = record;
-  visit(cbSize);
-  visit(hWnd);
-  visit(uID);
-  visit(uFlags);
-  visit(uCallbackMessage);
-  visit(hIcon);
-  visit(szTip);
+constexpr void VisitFields(Record& record, Visitor&& visit) {
+  visit(record.cbSize);
+  visit(record.hWnd);
+  visit(record.uID);
+  visit(record.uFlags);
+  visit(record.uCallbackMessage);
+  visit(record.hIcon);
+  visit(record.szTip);
 }
 
-constexpr std::size_t VisitedSize() {
-  std::size_t size = 0;
+constexpr runtime::FieldCounter Visited() {
+  runtime::FieldCounter counter;
   const TrayIconRecord record;
-  VisitFields(record, runtime::FieldCounter(size));
-  return size;
+  VisitFields(record, counter);
+  return counter;
 }
-static_assert(VisitedSize() == kTrayIconRecordSize);
+static_assert(Visited().fields == runtime::FieldCount<TrayIconRecord>() && Visited().bytes == kTrayIconRecordSize);
 
 }  // namespace
 
