@@ -6,6 +6,7 @@
 
 #include "runtime/runtime_error.h"
 #include "tray/tray_icon_data.h"
+#include "tray/tray_message.h"
 
 namespace {
 
