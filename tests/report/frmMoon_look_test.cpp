@@ -142,7 +142,7 @@ TEST_F(Look, BothIconsAreOfTheSizesThatTheSystemShows) {
     return bitmap.bmWidth;
   };
   EXPECT_EQ(width(ICON_SMALL, form().hwnd()), GetSystemMetrics(SM_CXSMICON));
-  EXPECT_NE(GetClassLongPtrW(form().hwnd(), GCLP_HICON), 0) << "the big one";
+  EXPECT_EQ(width(ICON_BIG, form().hwnd()), GetSystemMetrics(SM_CXICON));
 }
 
 TEST_F(Look, TheCursorIsTheArrow) {
