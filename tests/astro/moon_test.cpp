@@ -228,4 +228,15 @@ TEST_F(MoonPositionTest, RaisesTheErrorOfAnImpossibleMoment) {
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { MoonPosition(0); }));
 }
 
+// Far beyond every calendar the terms of a polynomial are infinite with opposite signs: the first of them counts, and
+// not the NaN that their sum would be.
+TEST(MoonPosition, OverflowsWhereTermsAreInfiniteWithOppositeSigns) {
+  for (const double T : {1e103, -1e103, 1e154, -1e154, 1e160, -1e160, 1e300, -1e300}) {
+    Centuries = T;
+    SunMeanAnomaly = 0;
+    EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { MoonPosition(0); })) << T;
+    EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { SunPosition(0); })) << T;
+  }
+}
+
 }  // namespace mMoon
