@@ -1,10 +1,7 @@
 #include "runtime/number_format.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
-#include <cstdio>
 
 #include "runtime/checked.h"
 
@@ -12,50 +9,30 @@ namespace runtime {
 
 namespace {
 
-constexpr int kSignificantDigits = 15;
-
-/// The 15 significant digits of a finite number that is not negative, with the place of the decimal point: the number
-/// is 0.digits times ten to the power `pointPlace`.
-struct DecimalDigits {
-  std::string digits;
-  int pointPlace;
-};
-
-DecimalDigits ToDecimal(double magnitude) {
-  std::array<char, 32> text{};
-  (void)std::snprintf(text.data(), text.size(), "%.*e", kSignificantDigits - 1, magnitude);
-  const std::string_view written = text.data();  // d.dddddddddddddde+xx
-  const auto exponentMark = written.find('e');
-  DecimalDigits result;
-  result.digits = written.substr(0, 1);
-  result.digits += written.substr(2, exponentMark - 2);
-  const auto exponentText = written.substr(exponentMark + (written[exponentMark + 1] == '+' ? 2 : 1));
-  int exponent = 0;
-  std::from_chars(exponentText.data(), exponentText.data() + exponentText.size(), exponent);
-  result.pointPlace = exponent + 1;
-  return result;
-}
-
-/// The number times ten to the power `decimals` as a whole number's digits, rounded half away from zero. Empty where
-/// nothing is left of it.
-std::string ScaledDigits(const DecimalDigits& number, int decimals) {
-  const int kept = number.pointPlace + decimals;
-  if (kept < 0) {
-    return {};
+/// A magnitude times ten to the power `decimals` as a whole number: taken to 15 significant digits, half to even, and
+/// these rounded half away from zero.
+double Scaled(double magnitude, std::size_t decimals) {
+  double power = 1;
+  for (auto place = decimals; place > 0; --place) {
+    power *= 10;
   }
-  std::string digits = number.digits;
-  const bool roundsUp = kept < kSignificantDigits && digits[static_cast<std::size_t>(kept)] >= '5';
-  digits.resize(static_cast<std::size_t>(kept), '0');
-  if (!roundsUp) {
-    return digits;
+  if (magnitude >= 1e15 / power) {
+    throw RuntimeError(ErrorNumber::Overflow);
   }
-  const auto lastNotNine = std::find_if(digits.rbegin(), digits.rend(), [](char digit) { return digit != '9'; });
-  std::fill(digits.rbegin(), lastNotNine, '0');
-  if (lastNotNine == digits.rend()) {
-    return "1" + digits;
+  double scale = 1;
+  while (magnitude * scale < 1e14 && scale < 1e22) {  // up to there the powers of ten are doubles without error
+    scale *= 10;
   }
-  ++*lastNotNine;
-  return digits;
+  // The product and its error are the number times the scale, exactly.
+  const double product = magnitude * scale;
+  const double error = std::fma(magnitude, scale, -product);
+  double digits = std::floor(product);
+  const double overHalf = product - digits - 0.5;
+  if (overHalf > -error || (overHalf == -error && std::fmod(digits, 2) == 1)) {
+    ++digits;
+  }
+  const double unit = scale / power;
+  return std::floor((digits + unit / 2) / unit);
 }
 
 }  // namespace
@@ -64,7 +41,7 @@ std::wstring FormatNumber(double value, std::wstring_view pattern) {
   const auto point = std::min(pattern.find(L'.'), pattern.size());
   const auto decimals = point == pattern.size() ? 0 : pattern.size() - point - 1;
 
-  std::string digits = ScaledDigits(ToDecimal(std::fabs(Tested(value))), static_cast<int>(decimals));
+  std::string digits = std::to_string(static_cast<std::uint64_t>(Scaled(std::fabs(Tested(value)), decimals)));
   if (digits.size() < point + decimals) {
     digits.insert(0, point + decimals - digits.size(), '0');
   }

@@ -16,10 +16,10 @@ inline std::wstring DecimalSeparator = L".";
 /// zero: 9.99995 gives "10.0000" although the double lies just below. A negative value keeps its minus sign, also when
 /// all its digits round to zero.
 ///
-/// Given:    value    any finite number
-///           pattern  zeros, optionally followed by a point and zeros
+/// Given:    value    a number that has at most 15 digits with its decimals
+///           pattern  zeros, optionally followed by a point and at most seven zeros
 /// Returned: the text, with DecimalSeparator in place of the point
-/// Errors:   6 Overflow for an infinity, 5 Invalid procedure call or argument for a NaN
+/// Errors:   6 Overflow for a greater number or an infinity, 5 Invalid procedure call or argument for a NaN
 [[nodiscard]] std::wstring FormatNumber(double value, std::wstring_view pattern);
 
 /// The 16-bit integer value of the first two characters of a number's text: the way in which whole hours, days of age

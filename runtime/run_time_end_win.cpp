@@ -1,7 +1,6 @@
 #include <windows.h>
 
 #include <array>
-#include <cstdio>
 #include <new>
 #include <optional>
 
@@ -34,8 +33,8 @@ BOOL CALLBACK LetTheBoxCover(HWND window, LPARAM /*parameter*/) noexcept {
 }
 
 void ShowRunTimeError(ErrorNumber number) noexcept {
-  std::array<char, 128> text{};  // no allocation: the error may be that there is no memory
-  std::snprintf(text.data(), text.size(), "Run-time error '%d':\n\n%s", static_cast<int>(number), ErrorText(number));
+  std::array<char, 1025> text{};  // as much as wsprintfA may write; no allocation: the error may be a lack of memory
+  wsprintfA(text.data(), "Run-time error '%d':\n\n%s", static_cast<int>(number), ErrorText(number));
   // Task modal: the program's own windows are disabled while the box stands.
   MessageBoxA(nullptr, text.data(), TIDEWELL_NAME, MB_OK | MB_ICONERROR | MB_TASKMODAL | MB_SETFOREGROUND | MB_TOPMOST);
 }

@@ -30,8 +30,12 @@ TEST_F(FormatNumberTest, TakesThe15SignificantDigitsFirst) {
   // 15 digits make 0.4999999999999996 a half.
   EXPECT_EQ(FormatNumber(0.4999999999999996, L"0"), L"1");
   EXPECT_EQ(FormatNumber(0.499999999999999, L"0"), L"0");
-  EXPECT_EQ(FormatNumber(0.1 + 0.2, L"0.00000000000000000"), L"0.30000000000000000");
-  EXPECT_EQ(FormatNumber(123456789012345678.0, L"0"), L"123456789012346000");
+  // They are those of the exact number, which a double's product with a power of ten is not: both products are a half.
+  EXPECT_EQ(FormatNumber(3.000499999999995, L"0.000"), L"3.000");  // the double lies below
+  EXPECT_EQ(FormatNumber(1.000499999999995, L"0.000"), L"1.001");  // and here above
+  // An exact half goes to the even digit.
+  EXPECT_EQ(FormatNumber(100000000000000.5, L"0"), L"100000000000000");
+  EXPECT_EQ(FormatNumber(100000000000001.5, L"0"), L"100000000000002");
 }
 
 TEST_F(FormatNumberTest, CarriesThroughNines) {
@@ -46,7 +50,6 @@ TEST_F(FormatNumberTest, FillsUpWithZerosOnBothSides) {
   EXPECT_EQ(FormatNumber(123.5, L"00.000"), L"123.500");
   EXPECT_EQ(FormatNumber(0.001, L"00.000"), L"00.001");
   EXPECT_EQ(FormatNumber(1e-300, L"0.000000"), L"0.000000");
-  EXPECT_EQ(FormatNumber(1e20, L"0.0"), L"100000000000000000000.0");
 }
 
 TEST_F(FormatNumberTest, KeepsTheMinusSignOfANegativeValue) {
@@ -61,6 +64,13 @@ TEST_F(FormatNumberTest, WritesTheDecimalSeparatorOfTheLocale) {
   DecimalSeparator = L"::";
   EXPECT_EQ(FormatNumber(1.5, L"00.0"), L"01::5");
   EXPECT_EQ(FormatNumber(1.5, L"00"), L"02");
+}
+
+TEST_F(FormatNumberTest, RefusesMoreThan15Digits) {
+  EXPECT_EQ(FormatNumber(-999999999999999.0, L"0"), L"-999999999999999");
+  EXPECT_EQ(FormatNumber(999999999.999999, L"0.000000"), L"999999999.999999");
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { (void)FormatNumber(1e15, L"0"); }));
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { (void)FormatNumber(-1e9, L"0.000000"); }));
 }
 
 TEST_F(FormatNumberTest, RefusesWhatIsNoNumber) {
