@@ -4,6 +4,10 @@
 
 namespace forms {
 
+bool Ellipse::operator==(const Ellipse& other) const {
+  return Bounds() == other.Bounds() && outline == other.outline && fill == other.fill;
+}
+
 Box Ellipse::Bounds() const {
   const auto round = [](double value) { return static_cast<int>(std::lround(value)); };
   return {.left = round(centre.x - halfWidth),

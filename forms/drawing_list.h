@@ -27,9 +27,12 @@ struct Ellipse {
   double halfWidth, halfHeight;
   Colour outline;
   std::optional<Colour> fill;
-  bool operator==(const Ellipse&) const = default;
 
-  /// The pixels that the ellipse covers: its outline runs through the pixels at the ends of its axes.
+  /// Whether both are drawn with the same pixels.
+  bool operator==(const Ellipse& other) const;
+
+  /// The pixels that the ellipse covers, which are all that its drawing depends on: its outline runs through the pixels
+  /// at the ends of its axes.
   [[nodiscard]] Box Bounds() const;
 };
 

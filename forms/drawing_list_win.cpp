@@ -23,7 +23,7 @@ class Player {
   void operator()(const Ellipse& ellipse) const noexcept {
     const Box box = ellipse.Bounds();
     if (ellipse.fill == ellipse.outline && box.right - box.left < kNarrow) {
-      DrawNarrow(ellipse, box);
+      DrawNarrow(box, ellipse.outline);
       return;
     }
     const runtime::ClipScope clip(dc_, ToRect(box));
@@ -46,13 +46,14 @@ class Player {
  private:
   /// Row by row: the system draws nothing for an ellipse without an inside, like the terminator of a quarter, and Wine
   /// draws stray pixels for one that is few pixels wide.
-  void DrawNarrow(const Ellipse& ellipse, const Box& box) const noexcept {
-    const runtime::unique_brush brush(CreateSolidBrush(ellipse.outline));
+  void DrawNarrow(const Box& box, Colour colour) const noexcept {
+    const runtime::unique_brush brush(CreateSolidBrush(colour));
+    const double halfWidth = (box.right - 1 - box.left) / 2.0;
+    const double halfHeight = (box.bottom - 1 - box.top) / 2.0;
     for (LONG y = box.top; y < box.bottom; ++y) {
-      const double height = (y - ellipse.centre.y) / ellipse.halfHeight;
-      const LONG half = std::lround(ellipse.halfWidth * std::sqrt(std::max(0.0, 1 - height * height)));
-      const RECT line = {
-          .left = ellipse.centre.x - half, .top = y, .right = ellipse.centre.x + half + 1, .bottom = y + 1};
+      const double height = (y - box.top) / halfHeight - 1;
+      const LONG inset = std::lround(halfWidth * (1 - std::sqrt(std::max(0.0, 1 - height * height))));
+      const RECT line = {.left = box.left + inset, .top = y, .right = box.right - inset, .bottom = y + 1};
       FillRect(dc_, &line, brush.get());
     }
   }
