@@ -184,9 +184,13 @@ void frmMoon::Paint() {
 
 void frmMoon::Refresh() {
   mMoon::OffsetMinutes = mMoon::LocalTimeOffset();
+  ReportAndUpdateIcon(1);
+}
+
+void frmMoon::ReportAndUpdateIcon(std::int32_t Value) {
   mMoon::UpdateMoonReport();
   std::int16_t IcoNum = IcoNumFromIconNumber();
-  about_.UpdateMoonIcon(1, IcoNum);
+  about_.UpdateMoonIcon(Value, IcoNum);
 }
 
 void frmMoon::EndProgram() {
@@ -205,9 +209,7 @@ void frmMoon::Form_Load() {
     controls_->Check1.at(2).SetState(1);
     Check1_Click(2);  // a changed box is handled as a click, also when the program changed it
   }
-  mMoon::UpdateMoonReport();
-  std::int16_t IcoNum = IcoNumFromIconNumber();
-  about_.UpdateMoonIcon(0, IcoNum);
+  ReportAndUpdateIcon(0);
 }
 
 void frmMoon::Timer1_Timer() {

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -61,6 +62,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   void OnCommand(int id, int notification);
   void Paint();
   void Refresh();
+  void ReportAndUpdateIcon(std::int32_t Value);
 
   void Form_Load();
   void Timer1_Timer();

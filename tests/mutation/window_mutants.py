@@ -26,7 +26,7 @@ WINDOW_MUTANTS = [
     mutant("main-not-topmost", MAIN, "  forms::MakeTopmost(hwnd());\n", "", "a step left out"),
     mutant("southern-view-without-click", MAIN, "    Check1_Click(2);", "", "the offset is not read at the start"),
     mutant("southern-view-not-restored", MAIN, "    controls_->Check1.at(2).SetState(1);\n", "", "the box stays unticked"),
-    mutant("first-icon-modified", MAIN, "about_.UpdateMoonIcon(0, IcoNum)", "about_.UpdateMoonIcon(1, IcoNum)",
+    mutant("first-icon-modified", MAIN, "ReportAndUpdateIcon(0)", "ReportAndUpdateIcon(1)",
            "the icon is not added"),
     mutant("timer-every-tick", MAIN, "  LastUpdate = now;\n", "", "each tick updates"),
     mutant("other-timer-counts", MAIN, "if (wParam == kTimer1) {", "if (wParam != 0) {", "Timer2 updates, too"),
