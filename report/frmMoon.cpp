@@ -109,6 +109,7 @@ RECT frmMoon::WorkArea() const { return forms::WorkAreaOf(hwnd()); }
 
 LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   forms::StayOnScreen(hwnd(), message, wParam);
+  focus_.OnMessage(hwnd(), message);
   switch (message) {
     case WM_TIMER:
       if (wParam == kTimer1) {
@@ -130,9 +131,6 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         change.flags |= SWP_NOACTIVATE;
       }
       return DefaultHandling(message, wParam, lParam);
-    case WM_ACTIVATE:
-      focus_.OnActivate(hwnd(), wParam);
-      return 0;
     case WM_CLOSE:
       Unload();
       return 0;
@@ -149,11 +147,6 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_POWERBROADCAST:
       if (ChangesTheReport(message, wParam, lParam)) {
         refreshAtTick_ = true;
-      }
-      return DefaultHandling(message, wParam, lParam);
-    case WM_SYSCOMMAND:
-      if ((wParam & 0xFFF0) == SC_MINIMIZE) {  // the low bits are the system's own
-        focus_.Save(hwnd());
       }
       return DefaultHandling(message, wParam, lParam);
     default:
