@@ -62,8 +62,11 @@ void DrawDarkFraction(PhaseForm& form, double p, std::int16_t waning) {
 
 }  // namespace tidewell
 
-void mMoon::DrawMoonPhase(tidewell::PhaseForm& form, double& fraction, std::int16_t& waning) {
-  using runtime::Checked;
+namespace mMoon {
+
+using runtime::Checked;
+
+void DrawMoonPhase(tidewell::PhaseForm& form, double& fraction, std::int16_t& waning) {
   form.Drawing().Cls();
 
   fraction = std::fabs(1 - Checked(fraction));
@@ -76,3 +79,5 @@ void mMoon::DrawMoonPhase(tidewell::PhaseForm& form, double& fraction, std::int1
   fraction = waning == 1 ? (p + 1) * 100 : (1 - p) * 100;
   PhaseToIconNumber(fraction);
 }
+
+}  // namespace mMoon
