@@ -80,11 +80,7 @@ void frmMoon::Load() {
 }
 
 forms::DrawingList& frmMoon::Drawing() {
-  constexpr int kReach = kDiscRadius + 1;  // with the ring of Paint
-  const RECT picture = {.left = kDiscCentre.x - kReach,
-                        .top = kDiscCentre.y - kReach,
-                        .right = kDiscCentre.x + kReach + 1,
-                        .bottom = kDiscCentre.y + kReach + 1};
+  const RECT picture = forms::ToRect(SquareOfRadius(kDiscRadius + 1));  // with the ring of Paint
   InvalidateRect(hwnd(), &picture, TRUE);
   return drawing_;
 }
