@@ -122,10 +122,7 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       Paint();
       return 0;
     case WM_WINDOWPOSCHANGING:
-      if (auto& change = *reinterpret_cast<WINDOWPOS*>(lParam); !Visible() && (change.flags & SWP_SHOWWINDOW) == 0) {
-        // Form_Load places the window before it is shown: a minimised start must not take the keyboard.
-        change.flags |= SWP_NOACTIVATE;
-      }
+      LeaveTheKeyboard(*reinterpret_cast<WINDOWPOS*>(lParam));
       return DefaultHandling(message, wParam, lParam);
     case WM_CLOSE:
       Unload();
@@ -137,16 +134,28 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_SYSCOLORCHANGE:
     case WM_SETTINGCHANGE:
-      InvalidateRect(hwnd(), nullptr, TRUE);  // high contrast may have come or gone
-      [[fallthrough]];
     case WM_TIMECHANGE:
     case WM_POWERBROADCAST:
-      if (ChangesTheReport(message, wParam, lParam)) {
-        refreshAtTick_ = true;
-      }
+      OnNotice(message, wParam, lParam);
       return DefaultHandling(message, wParam, lParam);
     default:
       return DefaultHandling(message, wParam, lParam);
+  }
+}
+
+void frmMoon::LeaveTheKeyboard(WINDOWPOS& change) const {
+  // Form_Load places the window before it is shown: a minimised start must not take the keyboard.
+  if (!Visible() && (change.flags & SWP_SHOWWINDOW) == 0) {
+    change.flags |= SWP_NOACTIVATE;
+  }
+}
+
+void frmMoon::OnNotice(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_SYSCOLORCHANGE || message == WM_SETTINGCHANGE) {
+    InvalidateRect(hwnd(), nullptr, TRUE);  // high contrast may have come or gone
+  }
+  if (ChangesTheReport(message, wParam, lParam)) {
+    refreshAtTick_ = true;
   }
 }
 

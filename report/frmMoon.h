@@ -59,6 +59,8 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   };
 
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  void LeaveTheKeyboard(WINDOWPOS& change) const;
+  void OnNotice(UINT message, WPARAM wParam, LPARAM lParam);
   void OnCommand(int id, int notification);
   void Paint();
   void Refresh();

@@ -30,7 +30,7 @@ WINDOW_MUTANTS = [
            "the icon is not added"),
     mutant("timer-every-tick", MAIN, "  LastUpdate = now;\n", "", "each tick updates"),
     mutant("other-timer-counts", MAIN, "if (wParam == kTimer1) {", "if (wParam != 0) {", "Timer2 updates, too"),
-    mutant("clock-change-not-noticed", MAIN, "        refreshAtTick_ = true;\n", "", "a step left out"),
+    mutant("clock-change-not-noticed", MAIN, "    refreshAtTick_ = true;\n", "", "a step left out"),
     mutant("resume-not-noticed", MAIN, "      return wParam == PBT_APMRESUMEAUTOMATIC;", "      return false;", "after sleep"),
     mutant("locale-not-noticed", MAIN, "== L\"intl\"", "== L\"int1\"", "a changed locale"),
     mutant("offset-not-read", MAIN, "  mMoon::OffsetMinutes = mMoon::LocalTimeOffset();\n", "",
@@ -167,10 +167,6 @@ WINDOW_MUTANTS = [
            "(Dark(GetSysColor(COLOR_3DFACE)) || true)", "in light high contrast, too"),
     mutant("ring-farther-out", MAIN, "kDiscCentre, kDiscRadius + 1", "kDiscCentre, kDiscRadius + 3", "off the rim"),
     mutant("ring-over-the-rim", MAIN, "kDiscCentre, kDiscRadius + 1", "kDiscCentre, kDiscRadius", "below the picture: unseen"),
-    mutant("colours-not-noticed", MAIN, "    case WM_SYSCOLORCHANGE:\n", "", "the ring stays or lacks"),
-    mutant("contrast-not-noticed", MAIN,
-           "    case WM_SETTINGCHANGE:\n      InvalidateRect(hwnd(), nullptr, TRUE);  // high contrast may have come or gone\n"
-           "      [[fallthrough]];\n",
-           "      InvalidateRect(hwnd(), nullptr, TRUE);\n      [[fallthrough]];\n    case WM_SETTINGCHANGE:\n",
-           "high contrast without a change of colours"),
+    mutant("colours-not-noticed", MAIN, "message == WM_SYSCOLORCHANGE || ", "", "the ring stays or lacks"),
+    mutant("contrast-not-noticed", MAIN, " || message == WM_SETTINGCHANGE", "", "high contrast without a change of colours"),
 ]
