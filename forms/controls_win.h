@@ -44,7 +44,7 @@ class Control {
   void SetPicture(HICON picture) noexcept;
 
  private:
-  runtime::unique_font font_;
+  runtime::unique_font font_;  ///< none for a picture box, which shows no text
   HWND hwnd_;
 };
 
