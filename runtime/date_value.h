@@ -34,8 +34,7 @@ struct DateParts {
 /// The date in the form "dd-mmm-yy": 24-Nov-26, with the locale's abbreviation of the month.
 [[nodiscard]] std::wstring DateText(DateValue date, const LocaleNames& locale);
 
-/// The time of day in the form "h:mm AM/PM": 9:05 PM, with the locale's markers, or AM and PM
-/// where it has none.
+/// The time of day in the form "h:mm AM/PM": 9:05 PM, with the locale's markers, or AM and PM where it has none.
 [[nodiscard]] std::wstring TimeText(DateValue date, const LocaleNames& locale);
 
 /// The part of a day in a duration of days, in the form "h:mm": 7:48. Of a negative duration the fraction of its
