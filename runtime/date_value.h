@@ -11,7 +11,8 @@ struct LocaleNames;
 /// is the day, what is left the time of day, so that adding 5 or subtracting 30 means whole days everywhere.
 using DateValue = double;
 
-/// A date taken apart, after rounding to the nearest second.
+/// A date taken apart, after rounding to the nearest second: year 100..9999, month 1..12, day 1..31, hour 0..23, minute
+/// and second 0..59.
 struct DateParts {
   std::int16_t year, month, day, hour, minute, second;
 };

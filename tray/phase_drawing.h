@@ -7,7 +7,7 @@
 
 namespace tidewell {
 
-/// The Moon's disc in pixels of the client area.
+/// The Moon's disc in pixels of the client area; kPictureSize is the square that it is centred in.
 inline constexpr int kPictureSize = 150;
 inline constexpr int kDiscRadius = 130 / 2;
 inline constexpr forms::Point kDiscCentre = {.x = 50 + kPictureSize / 2, .y = 10 + kPictureSize / 2};
