@@ -2,10 +2,11 @@
 
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
-configure_file(${PROJECT_SOURCE_DIR}/resources/Tidewell.manifest ${PROJECT_BINARY_DIR}/generated/Tidewell.manifest @ONLY)
+set(generated ${PROJECT_BINARY_DIR}/generated)
+configure_file(resources/Tidewell.manifest ${generated}/Tidewell.manifest @ONLY)
 
 # The icons are made from their text pictures; resource IDI_PHASE0 + n is picture n.
-set(icon_folder ${PROJECT_BINARY_DIR}/generated/icons)
+set(icon_folder ${generated}/icons)
 set(icons ${icon_folder}/window.ico)
 set(phase_icons_rc "")
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resources/resource_ids.h)
@@ -17,7 +18,7 @@ foreach(index RANGE ${last_picture})
   list(APPEND icons ${icon_folder}/phase${number}.ico)
   string(APPEND phase_icons_rc "IDI_PHASE0 + ${index} ICON \"phase${number}.ico\"\n")
 endforeach()
-file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/generated/phase_icons.rc CONTENT "${phase_icons_rc}")
+file(CONFIGURE OUTPUT ${generated}/phase_icons.rc CONTENT "${phase_icons_rc}")
 set(icon_sources
   ${PROJECT_SOURCE_DIR}/resources/make_icons.py
   ${PROJECT_SOURCE_DIR}/resources/window_icon.py
@@ -56,9 +57,11 @@ enable_language(RC)
 # The program's resources, for the program itself and for tests that open its windows.
 add_library(tidewell_resources OBJECT resources/Tidewell.rc)
 target_link_libraries(tidewell_resources PRIVATE tidewell_options)
+set(resource_inputs ${icons} ${generated}/Tidewell.manifest ${generated}/phase_icons.rc ${generated}/version.h
+                    ${PROJECT_SOURCE_DIR}/resources/resource_ids.h)
 set_source_files_properties(resources/Tidewell.rc PROPERTIES
-  OBJECT_DEPENDS "${icons};${PROJECT_BINARY_DIR}/generated/Tidewell.manifest;${PROJECT_BINARY_DIR}/generated/version.h;${PROJECT_BINARY_DIR}/generated/phase_icons.rc;${PROJECT_SOURCE_DIR}/resources/resource_ids.h"
-  INCLUDE_DIRECTORIES "${PROJECT_SOURCE_DIR};${PROJECT_BINARY_DIR}/generated;${icon_folder}"
+  OBJECT_DEPENDS "${resource_inputs}"
+  INCLUDE_DIRECTORIES "${PROJECT_SOURCE_DIR};${generated};${icon_folder}"
 )
 
 add_executable(Tidewell WIN32 start/main_win.cpp start/library_ends_win.cpp)

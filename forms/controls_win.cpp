@@ -60,7 +60,8 @@ RECT ToPixels(const TwipsPlace& place, const TwipsPerPixel& scale) {
           .bottom = top + ToPixels(place.height, scale.y)};
 }
 
-Control::Control(const ControlDescription& description, HWND parent) : font_(MakeFont(description.font)) {
+Control::Control(const ControlDescription& description, HWND parent)
+    : font_(description.kind == ControlKind::PictureBox ? nullptr : MakeFont(description.font)) {
   const ControlClass controlClass = ClassOf(description);
   const RECT place = ToPixels(description.place, ReadTwipsPerPixel());
   const DWORD style =

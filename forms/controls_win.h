@@ -16,7 +16,7 @@ namespace forms {
 /// Makes the font of a control for the screen's resolution. Points are 20 twips.
 [[nodiscard]] runtime::unique_font MakeFont(const FontDescription& font);
 
-/// Loads an icon from the program's resources.
+/// Loads an icon of a size in pixels from the program's resources; null when there is none.
 [[nodiscard]] runtime::unique_icon LoadIconResource(int id, int width, int height);
 
 /// A place in pixels.
@@ -29,8 +29,10 @@ class Control {
   /// system refuses.
   Control(const ControlDescription& description, HWND parent);
 
+  /// The control's window, valid as long as its parent.
   [[nodiscard]] HWND hwnd() const noexcept { return hwnd_; }
 
+  /// The caption as it stands on the window.
   [[nodiscard]] std::wstring Caption() const;
 
   /// Writes the caption. A text that already stands is left alone, which spares a flicker.
@@ -44,7 +46,7 @@ class Control {
   void SetPicture(HICON picture) noexcept;
 
  private:
-  runtime::unique_font font_;
+  runtime::unique_font font_;  ///< none for a picture box, which shows no text
   HWND hwnd_;
 };
 
@@ -54,6 +56,7 @@ class Frame : public Window<Frame> {
  public:
   static constexpr const wchar_t* kWindowClass = L"TidewellFrame";
 
+  /// Creates the frame as described. Throws RuntimeError 7 "Out of memory" when the system refuses.
   Frame(const ControlDescription& description, HWND form);
 
  private:

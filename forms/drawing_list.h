@@ -10,6 +10,7 @@ namespace forms {
 /// A colour as Windows has it: 0x00BBGGRR.
 using Colour = std::uint32_t;
 
+/// A pixel, counted right and down from the top left one of the client area.
 struct Point {
   int x, y;
   bool operator==(const Point&) const = default;
@@ -45,7 +46,10 @@ struct Pie {
   bool operator==(const Pie&) const = default;
 };
 
+/// How shapes are filled: with the fill colour or not at all.
 enum class FillStyle : std::uint8_t { Solid, Transparent };
+
+/// How outlines are drawn. Solid is the only style that the program draws with.
 enum class DrawStyle : std::uint8_t { Solid };
 
 /// What has been drawn on a form: a list of primitives that the form replays whenever it is painted, so that the
@@ -57,10 +61,12 @@ class DrawingList {
   /// Forgets what was drawn; the styles and colours stay.
   void Cls() noexcept { primitives_.clear(); }
 
-  /// The style of outlines. Solid is the only one that the program draws with.
+  /// Set what the circles from now on are drawn with; what stands already keeps its look.
   void SetDrawStyle(DrawStyle style) noexcept { drawStyle_ = style; }
   void SetFillStyle(FillStyle style) noexcept { fillStyle_ = style; }
   void SetFillColor(Colour colour) noexcept { fillColor_ = colour; }
+
+  /// The colour of the shapes that name none. The program draws no such shape.
   void SetForeColor(Colour colour) noexcept { foreColor_ = colour; }
   [[nodiscard]] Colour ForeColor() const noexcept { return foreColor_; }
 
@@ -68,8 +74,10 @@ class DrawingList {
   /// radius is the larger half-axis. Of a negative aspect the magnitude counts.
   void Circle(Point centre, double radius, Colour outline, double aspect = 1);
 
+  /// Draws a pie as it is, whatever the styles.
   void DrawPie(const Pie& pie) { primitives_.emplace_back(pie); }
 
+  /// What was drawn since Cls, in the order of drawing.
   [[nodiscard]] const std::vector<Primitive>& Primitives() const noexcept { return primitives_; }
 
  private:

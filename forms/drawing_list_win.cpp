@@ -11,10 +11,6 @@ namespace {
 
 constexpr int kNarrow = 10;  ///< pixels
 
-RECT ToRect(const Box& box) noexcept {
-  return {.left = box.left, .top = box.top, .right = box.right, .bottom = box.bottom};
-}
-
 /// Plays each primitive within its box.
 class Player {
  public:
@@ -62,6 +58,10 @@ class Player {
 };
 
 }  // namespace
+
+RECT ToRect(const Box& box) noexcept {
+  return {.left = box.left, .top = box.top, .right = box.right, .bottom = box.bottom};
+}
 
 void Replay(HDC dc, const DrawingList& drawing) noexcept {
   const Player player(dc);

@@ -6,6 +6,9 @@
 
 namespace forms {
 
+/// The box as Windows has it.
+[[nodiscard]] RECT ToRect(const Box& box) noexcept;
+
 /// Draws the list again on a device context.
 void Replay(HDC dc, const DrawingList& drawing) noexcept;
 

@@ -22,8 +22,10 @@ struct TwipsPlace {
   int left, top, width, height;
 };
 
+/// What a control is. A frame is a window of its own class, the others are the system's.
 enum class ControlKind : std::uint8_t { Label, Button, CheckBox, Frame, PictureBox };
 
+/// A font by the name of its face and its size in points, 1/72 inch.
 struct FontDescription {
   const wchar_t* face;
   double points;
@@ -41,7 +43,7 @@ struct ControlDescription {
   const wchar_t* caption;
   TwipsPlace place;
   FontDescription font = kDefaultFont;
-  bool centred = false;
+  bool centred = false;  ///< the text of a label
   bool enabled = true;
   bool visible = true;
 };

@@ -28,6 +28,7 @@ class Window {
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
 
+  /// The window; null before it is created and after it was destroyed.
   [[nodiscard]] HWND hwnd() const noexcept { return hwnd_; }
 
  protected:
@@ -78,6 +79,7 @@ class Window {
     static_cast<Form*>(this)->Form_Unload(Cancel);
   }
 
+  /// What the system does with a message by default; returns its answer.
   LRESULT DefaultHandling(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     return DefWindowProcW(hwnd_, message, wParam, lParam);
   }

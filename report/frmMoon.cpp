@@ -80,11 +80,7 @@ void frmMoon::Load() {
 }
 
 forms::DrawingList& frmMoon::Drawing() {
-  constexpr int kReach = kDiscRadius + 1;  // with the ring of Paint
-  const RECT picture = {.left = kDiscCentre.x - kReach,
-                        .top = kDiscCentre.y - kReach,
-                        .right = kDiscCentre.x + kReach + 1,
-                        .bottom = kDiscCentre.y + kReach + 1};
+  const RECT picture = forms::ToRect(SquareOfRadius(kDiscRadius + 1));  // with the ring of Paint
   InvalidateRect(hwnd(), &picture, TRUE);
   return drawing_;
 }
@@ -109,6 +105,7 @@ RECT frmMoon::WorkArea() const { return forms::WorkAreaOf(hwnd()); }
 
 LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   forms::StayOnScreen(hwnd(), message, wParam);
+  focus_.OnMessage(hwnd(), message);
   switch (message) {
     case WM_TIMER:
       if (wParam == kTimer1) {
@@ -125,14 +122,8 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       Paint();
       return 0;
     case WM_WINDOWPOSCHANGING:
-      if (auto& change = *reinterpret_cast<WINDOWPOS*>(lParam); !Visible() && (change.flags & SWP_SHOWWINDOW) == 0) {
-        // Form_Load places the window before it is shown: a minimised start must not take the keyboard.
-        change.flags |= SWP_NOACTIVATE;
-      }
+      LeaveTheKeyboard(*reinterpret_cast<WINDOWPOS*>(lParam));
       return DefaultHandling(message, wParam, lParam);
-    case WM_ACTIVATE:
-      focus_.OnActivate(hwnd(), wParam);
-      return 0;
     case WM_CLOSE:
       Unload();
       return 0;
@@ -143,21 +134,28 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_SYSCOLORCHANGE:
     case WM_SETTINGCHANGE:
-      InvalidateRect(hwnd(), nullptr, TRUE);  // high contrast may have come or gone
-      [[fallthrough]];
     case WM_TIMECHANGE:
     case WM_POWERBROADCAST:
-      if (ChangesTheReport(message, wParam, lParam)) {
-        refreshAtTick_ = true;
-      }
-      return DefaultHandling(message, wParam, lParam);
-    case WM_SYSCOMMAND:
-      if ((wParam & 0xFFF0) == SC_MINIMIZE) {  // the low bits are the system's own
-        focus_.Save(hwnd());
-      }
+      OnNotice(message, wParam, lParam);
       return DefaultHandling(message, wParam, lParam);
     default:
       return DefaultHandling(message, wParam, lParam);
+  }
+}
+
+void frmMoon::LeaveTheKeyboard(WINDOWPOS& change) const {
+  // Form_Load places the window before it is shown: a minimised start must not take the keyboard.
+  if (!Visible() && (change.flags & SWP_SHOWWINDOW) == 0) {
+    change.flags |= SWP_NOACTIVATE;
+  }
+}
+
+void frmMoon::OnNotice(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_SYSCOLORCHANGE || message == WM_SETTINGCHANGE) {
+    InvalidateRect(hwnd(), nullptr, TRUE);  // high contrast may have come or gone
+  }
+  if (ChangesTheReport(message, wParam, lParam)) {
+    refreshAtTick_ = true;
   }
 }
 
@@ -184,9 +182,13 @@ void frmMoon::Paint() {
 
 void frmMoon::Refresh() {
   mMoon::OffsetMinutes = mMoon::LocalTimeOffset();
+  ReportAndUpdateIcon(1);
+}
+
+void frmMoon::ReportAndUpdateIcon(std::int32_t Value) {
   mMoon::UpdateMoonReport();
   std::int16_t IcoNum = IcoNumFromIconNumber();
-  about_.UpdateMoonIcon(1, IcoNum);
+  about_.UpdateMoonIcon(Value, IcoNum);
 }
 
 void frmMoon::EndProgram() {
@@ -205,9 +207,7 @@ void frmMoon::Form_Load() {
     controls_->Check1.at(2).SetState(1);
     Check1_Click(2);  // a changed box is handled as a click, also when the program changed it
   }
-  mMoon::UpdateMoonReport();
-  std::int16_t IcoNum = IcoNumFromIconNumber();
-  about_.UpdateMoonIcon(0, IcoNum);
+  ReportAndUpdateIcon(0);
 }
 
 void frmMoon::Timer1_Timer() {

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,6 +24,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
  public:
   static constexpr const wchar_t* kWindowClass = L"TidewellMoon";
 
+  /// Loads the window's icons. The window itself comes with Load.
   frmMoon();
   ~frmMoon() { Destroy(); }
 
@@ -30,11 +32,13 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   /// Errors: those of the settings file and of the report.
   void Load();
 
+  // ReportForm, for the report and the phase drawing.
   forms::DrawingList& Drawing() override;
   void SetLabel1Caption(const std::wstring& caption) override;
   [[nodiscard]] bool SouthernView() const override;
   void SetMoonLine(std::size_t index, const std::wstring& text) override;
 
+  // MainForm, for the tray.
   [[nodiscard]] bool Visible() const override;
   void Show() override;
   void Hide() override;
@@ -58,9 +62,12 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   };
 
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  void LeaveTheKeyboard(WINDOWPOS& change) const;
+  void OnNotice(UINT message, WPARAM wParam, LPARAM lParam);
   void OnCommand(int id, int notification);
   void Paint();
   void Refresh();
+  void ReportAndUpdateIcon(std::int32_t Value);
 
   void Form_Load();
   void Timer1_Timer();

@@ -15,7 +15,10 @@ inline constexpr int kClientHeight = 5130;
 
 inline constexpr forms::FontDescription kLineFont = {.face = L"Arial", .points = 9.75, .bold = true};
 
+/// A member of a control array has the id of its array plus its index.
 enum Id : int { kCheck1 = 100, kCommand1 = 110, kFrame1 = 120, kLblMoon = 130, kLabel1 = 140 };
+
+inline constexpr int kCommand1Index = 1;  ///< of the only member, "Close"
 
 inline constexpr forms::ControlDescription kFrame1Description = {
     .kind = forms::ControlKind::Frame, .id = kFrame1, .caption = L"", .place = {90, 3690, 3645, 855}};
@@ -38,8 +41,10 @@ inline constexpr auto kCheck1Descriptions = std::to_array<forms::ControlDescript
      .place = {180, 480, 2955, 255}},
 });
 
-inline constexpr forms::ControlDescription kCommand1Description = {
-    .kind = forms::ControlKind::Button, .id = kCommand1 + 1, .caption = L"Close", .place = {2700, 4680, 1065, 345}};
+inline constexpr forms::ControlDescription kCommand1Description = {.kind = forms::ControlKind::Button,
+                                                                   .id = kCommand1 + kCommand1Index,
+                                                                   .caption = L"Close",
+                                                                   .place = {2700, 4680, 1065, 345}};
 
 /// One of the four lines, 300 twips apart. They start left of the window's edge, so that they are centred on it.
 constexpr forms::ControlDescription LineDescription(int index, const wchar_t* caption) {

@@ -4,11 +4,9 @@
 
 namespace tidewell {
 
-namespace {
-
 /// Calls visit with each field in the order of the file.
 template <class Record, class Visitor>
-constexpr void VisitFields(Record& record, Visitor&& visit) {
+static constexpr void VisitFields(Record& record, Visitor&& visit) {
   visit(record.Reserved1);
   visit(record.Reserved2);
   visit(record.Reserved3);
@@ -28,26 +26,14 @@ constexpr void VisitFields(Record& record, Visitor&& visit) {
   visit(record.Reserved24);
 }
 
-constexpr runtime::FieldCounter Visited() {
-  runtime::FieldCounter counter;
-  const SettingsRecord record;
-  VisitFields(record, counter);
-  return counter;
-}
-static_assert(Visited().fields == runtime::FieldCount<SettingsRecord>() && Visited().bytes == kSettingsRecordSize);
-
-}  // namespace
+static_assert(runtime::FieldsFill<SettingsRecord, kSettingsRecordSize>());
 
 SettingsBytes Pack(const SettingsRecord& record, const runtime::CodePage& codePage) {
-  SettingsBytes bytes{};
-  VisitFields(record, runtime::FieldPacker(bytes, codePage));
-  return bytes;
+  return runtime::PackFields<kSettingsRecordSize>(record, codePage);
 }
 
 SettingsRecord Unpack(const SettingsBytes& bytes, const runtime::CodePage& codePage) {
-  SettingsRecord record;
-  VisitFields(record, runtime::FieldUnpacker(bytes, codePage));
-  return record;
+  return runtime::UnpackFields<SettingsRecord>(bytes, codePage);
 }
 
 }  // namespace tidewell

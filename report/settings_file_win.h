@@ -11,10 +11,10 @@ class SettingsFile {
   /// Opens the file. A missing file is created empty.
   SettingsFile();
 
-  /// Reads the record into Settings; a record beyond the end of the file reads as zeros, so that every option is false.
+  /// Reads the record into mMoon::Settings. Beyond the end of the file it reads as zeros: every option is false.
   void Read() const;
 
-  /// Writes Settings as the record.
+  /// Writes mMoon::Settings as the record.
   void Write() const;
 
  private:

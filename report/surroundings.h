@@ -28,6 +28,7 @@ struct Surroundings {
   runtime::TimeZoneReading (*ReadTimeZone)() = [] { return runtime::TimeZoneReading{}; };
   runtime::LocaleNames (*ReadLocale)() = [] { return runtime::LocaleNames{}; };
 
+  /// The form that the report is written on. Error: 51 Internal error while there is none.
   [[nodiscard]] ReportForm& Form() const {
     if (frmMoon == nullptr) {
       Refuse();

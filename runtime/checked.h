@@ -39,6 +39,7 @@ class Checked {
   double value_;
 };
 
+/// What an operator of Checked takes: two Checked, or one and a plain number.
 template <class A, class B>
 concept CheckedOperands = (std::same_as<A, Checked> && (std::same_as<B, Checked> || std::is_arithmetic_v<B>)) ||
                           (std::is_arithmetic_v<A> && std::same_as<B, Checked>);

@@ -12,6 +12,7 @@ namespace runtime {
 struct CodePage {
   std::array<wchar_t, 256> characters;
 
+  /// The character of a byte.
   [[nodiscard]] wchar_t Decode(std::byte byte) const noexcept { return characters[std::to_integer<std::size_t>(byte)]; }
 
   /// The byte of a character; '?' for one that the page does not have.

@@ -77,11 +77,7 @@ DateParts PartsOf(DateValue date) {
 }
 
 bool SameMinute(DateValue a, DateValue b) {
-  const auto wholeMinute = [](DateValue date) {
-    const std::int64_t seconds = WholeSeconds(date);
-    return (seconds - SecondOfDay(date) % 60) / 60;
-  };
-  return wholeMinute(a) == wholeMinute(b);
+  return WholeSeconds(a) - SecondOfDay(a) % 60 == WholeSeconds(b) - SecondOfDay(b) % 60;
 }
 
 std::wstring DateText(DateValue date, const LocaleNames& locale) {

@@ -11,7 +11,8 @@ struct LocaleNames;
 /// is the day, what is left the time of day, so that adding 5 or subtracting 30 means whole days everywhere.
 using DateValue = double;
 
-/// A date taken apart, after rounding to the nearest second.
+/// A date taken apart, after rounding to the nearest second: year 100..9999, month 1..12, day 1..31, hour 0..23, minute
+/// and second 0..59.
 struct DateParts {
   std::int16_t year, month, day, hour, minute, second;
 };
@@ -34,8 +35,7 @@ struct DateParts {
 /// The date in the form "dd-mmm-yy": 24-Nov-26, with the locale's abbreviation of the month.
 [[nodiscard]] std::wstring DateText(DateValue date, const LocaleNames& locale);
 
-/// The time of day in the form "h:mm AM/PM": 9:05 PM, with the locale's markers, or AM and PM
-/// where it has none.
+/// The time of day in the form "h:mm AM/PM": 9:05 PM, with the locale's markers, or AM and PM where it has none.
 [[nodiscard]] std::wstring TimeText(DateValue date, const LocaleNames& locale);
 
 /// The part of a day in a duration of days, in the form "h:mm": 7:48. Of a negative duration the fraction of its

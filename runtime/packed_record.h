@@ -10,8 +10,8 @@
 namespace runtime {
 
 // Records that leave the program are packed: one field after the other without padding, numbers little-endian, wide
-// texts as single bytes of a code page. A record type lists its fields once, in a VisitFields that calls a visitor with
-// each; a static_assert with FieldCounter and FieldCount holds that none is forgotten.
+// texts as single bytes of a code page. A record type lists its fields once, in a VisitFields of its own namespace that
+// calls a visitor with each; a static_assert with FieldsFill holds that none is forgotten.
 
 /// Counts the fields that it is called with, and their packed bytes.
 struct FieldCounter {
@@ -43,6 +43,15 @@ consteval std::size_t FieldCount() {
   } else {
     return sizeof...(Values);
   }
+}
+
+/// Whether VisitFields visits every field of the record, and they are packed into Size bytes.
+template <class Record, std::size_t Size>
+consteval bool FieldsFill() {
+  FieldCounter counter;
+  const Record record;
+  VisitFields(record, counter);
+  return counter.fields == FieldCount<Record>() && counter.bytes == Size;
 }
 
 /// Appends each field that it is called with to the bytes.
@@ -106,5 +115,21 @@ class FieldUnpacker {
   const CodePage& codePage_;
   std::size_t offset_ = 0;
 };
+
+/// A record's fields as bytes. A character that the code page does not have becomes '?'.
+template <std::size_t Size, class Record>
+std::array<std::byte, Size> PackFields(const Record& record, const CodePage& codePage) {
+  std::array<std::byte, Size> bytes{};
+  VisitFields(record, FieldPacker(bytes, codePage));
+  return bytes;
+}
+
+/// The record of such bytes.
+template <class Record, std::size_t Size>
+Record UnpackFields(const std::array<std::byte, Size>& bytes, const CodePage& codePage) {
+  Record record;
+  VisitFields(record, FieldUnpacker(bytes, codePage));
+  return record;
+}
 
 }  // namespace runtime

@@ -11,12 +11,14 @@ namespace tidewell {
 /// start in the same instant: one of them creates the mutex, the other one finds it.
 class PreviousInstanceTest {
  public:
+  /// Makes the test; this copy counts as running as long as the object lives.
   PreviousInstanceTest() noexcept : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\" TIDEWELL_NAME " is running")) {
     const DWORD reason = GetLastError();
     // Access is denied to the mutex of a copy with higher rights: it runs all the same.
     anotherIsRunning_ = reason == ERROR_ALREADY_EXISTS || (!mutex_ && reason == ERROR_ACCESS_DENIED);
   }
 
+  /// Whether one ran already when the test was made.
   [[nodiscard]] bool AnotherIsRunning() const noexcept { return anotherIsRunning_; }
 
  private:

@@ -72,7 +72,7 @@ void frmAbout::Complete() {
     controls_->picMoon.at(static_cast<std::size_t>(index)).SetPicture(Picture(index));
   }
   if (GetFocus() == hwnd()) {  // it was active for the menu, without a control to take the keyboard
-    focus_.OnActivate(hwnd(), WA_ACTIVE);
+    focus_.PassOn(hwnd());
   }
 }
 
@@ -108,6 +108,7 @@ void frmAbout::UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum) {
 
 LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   forms::StayOnScreen(hwnd(), message, wParam);
+  focus_.OnMessage(hwnd(), message);
   if (message == taskbarCreated_ && taskbarCreated_ != 0) {
     trayIcon_.Restore();
     return 0;
@@ -133,9 +134,6 @@ LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case DM_GETDEFID:
       return MAKELRESULT(layout::kCmdOK, DC_HASDEFID);
-    case WM_ACTIVATE:
-      focus_.OnActivate(hwnd(), wParam);
-      return 0;
     case WM_CLOSE:
       Unload();
       return 0;

@@ -19,9 +19,11 @@ namespace tidewell {
 /// What the tray does with the main window.
 class MainForm {
  public:
+  /// Whether it is shown, minimised or not.
   [[nodiscard]] virtual bool Visible() const = 0;
   /// Shows it in the foreground.
   virtual void Show() = 0;
+  /// Hides it; the program and its tray icon stay.
   virtual void Hide() = 0;
   /// Its icon in a size of WM_SETICON, ICON_SMALL or ICON_BIG.
   [[nodiscard]] virtual HICON Icon(WPARAM size) const = 0;
@@ -41,6 +43,7 @@ class frmAbout final : public forms::Window<frmAbout> {
  public:
   static constexpr const wchar_t* kWindowClass = L"TidewellAbout";
 
+  /// Keeps the main window by reference. Makes no window yet.
   explicit frmAbout(MainForm& mainForm) : mainForm_(mainForm) {}
   ~frmAbout() { Destroy(); }
 

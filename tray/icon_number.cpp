@@ -6,6 +6,8 @@
 #include "resources/resource_ids.h"
 #include "runtime/number_format.h"
 
+namespace mMoon {
+
 namespace {
 
 /// The icons' lower limits on the phase scale, from icon 28 down to icon 1; the limit itself belongs to the icon below.
@@ -17,12 +19,16 @@ static_assert(kIconLimits.size() == PHASE_PICTURES);
 
 }  // namespace
 
-void mMoon::PhaseToIconNumber(double value) {
+void PhaseToIconNumber(double value) {
   const auto* const limit =
       std::find_if(kIconLimits.begin(), kIconLimits.end(), [value](double lower) { return value > lower; });
   IconNumber = static_cast<float>(kIconLimits.end() - limit);
 }
 
-std::int16_t tidewell::IcoNumFromIconNumber() {
-  return runtime::LeadingInteger(runtime::FormatNumber(mMoon::IconNumber, L"00"));
-}
+}  // namespace mMoon
+
+namespace tidewell {
+
+std::int16_t IcoNumFromIconNumber() { return runtime::LeadingInteger(runtime::FormatNumber(mMoon::IconNumber, L"00")); }
+
+}  // namespace tidewell

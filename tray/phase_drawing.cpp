@@ -16,12 +16,6 @@ constexpr forms::Colour kWhite = 0xFFFFFF;
 constexpr forms::Colour kBlack = 0x000000;
 constexpr forms::Colour kRed = 0x0000FF;
 
-/// The square of the disc's 131 pixels.
-constexpr forms::Box kPieBox = {.left = kDiscCentre.x - kDiscRadius,
-                                .top = kDiscCentre.y - kDiscRadius,
-                                .right = kDiscCentre.x + kDiscRadius + 1,
-                                .bottom = kDiscCentre.y + kDiscRadius + 1};
-
 /// Only the direction from the centre matters: straight up and straight down.
 constexpr forms::Point kUp = {.x = kDiscCentre.x, .y = 0};
 constexpr forms::Point kDown = {.x = kDiscCentre.x, .y = kPictureSize};
@@ -40,7 +34,10 @@ void DrawDarkFraction(PhaseForm& form, double p, std::int16_t waning) {
   drawing.Circle(kDiscCentre, kDiscRadius, kWhite);
 
   const bool darkRight = waning == 1;
-  drawing.DrawPie({.box = kPieBox, .from = darkRight ? kDown : kUp, .to = darkRight ? kUp : kDown, .fill = kBlack});
+  drawing.DrawPie({.box = SquareOfRadius(kDiscRadius),
+                   .from = darkRight ? kDown : kUp,
+                   .to = darkRight ? kUp : kDown,
+                   .fill = kBlack});
 
   drawing.SetFillStyle(forms::FillStyle::Transparent);
   drawing.Circle(kDiscCentre, kDiscRadius, kWhite);
@@ -62,8 +59,11 @@ void DrawDarkFraction(PhaseForm& form, double p, std::int16_t waning) {
 
 }  // namespace tidewell
 
-void mMoon::DrawMoonPhase(tidewell::PhaseForm& form, double& fraction, std::int16_t& waning) {
-  using runtime::Checked;
+namespace mMoon {
+
+using runtime::Checked;
+
+void DrawMoonPhase(tidewell::PhaseForm& form, double& fraction, std::int16_t& waning) {
   form.Drawing().Cls();
 
   fraction = std::fabs(1 - Checked(fraction));
@@ -76,3 +76,5 @@ void mMoon::DrawMoonPhase(tidewell::PhaseForm& form, double& fraction, std::int1
   fraction = waning == 1 ? (p + 1) * 100 : (1 - p) * 100;
   PhaseToIconNumber(fraction);
 }
+
+}  // namespace mMoon

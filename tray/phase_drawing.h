@@ -7,10 +7,18 @@
 
 namespace tidewell {
 
-/// The Moon's disc in pixels of the client area.
+/// The Moon's disc in pixels of the client area; kPictureSize is the square that it is centred in.
 inline constexpr int kPictureSize = 150;
 inline constexpr int kDiscRadius = 130 / 2;
 inline constexpr forms::Point kDiscCentre = {.x = 50 + kPictureSize / 2, .y = 10 + kPictureSize / 2};
+
+/// The square of a circle around the disc's centre: its rim runs through the outermost pixels.
+[[nodiscard]] constexpr forms::Box SquareOfRadius(int radius) {
+  return {.left = kDiscCentre.x - radius,
+          .top = kDiscCentre.y - radius,
+          .right = kDiscCentre.x + radius + 1,
+          .bottom = kDiscCentre.y + radius + 1};
+}
 
 /// What the phase drawing needs of the window that it draws on.
 class PhaseForm {

@@ -6,11 +6,9 @@
 
 namespace tidewell {
 
-namespace {
-
 /// Calls visit with each field in the shell's order.
 template <class Record, class Visitor>
-constexpr void VisitFields(Record& record, Visitor&& visit) {
+static constexpr void VisitFields(Record& record, Visitor&& visit) {
   visit(record.cbSize);
   visit(record.hWnd);
   visit(record.uID);
@@ -20,15 +18,7 @@ constexpr void VisitFields(Record& record, Visitor&& visit) {
   visit(record.szTip);
 }
 
-constexpr runtime::FieldCounter Visited() {
-  runtime::FieldCounter counter;
-  const TrayIconRecord record;
-  VisitFields(record, counter);
-  return counter;
-}
-static_assert(Visited().fields == runtime::FieldCount<TrayIconRecord>() && Visited().bytes == kTrayIconRecordSize);
-
-}  // namespace
+static_assert(runtime::FieldsFill<TrayIconRecord, kTrayIconRecordSize>());
 
 void TrayIconRecord::SetTip(std::wstring_view text) {
   szTip.fill(L' ');
@@ -36,15 +26,11 @@ void TrayIconRecord::SetTip(std::wstring_view text) {
 }
 
 TrayIconBytes Pack(const TrayIconRecord& record, const runtime::CodePage& codePage) {
-  TrayIconBytes bytes{};
-  VisitFields(record, runtime::FieldPacker(bytes, codePage));
-  return bytes;
+  return runtime::PackFields<kTrayIconRecordSize>(record, codePage);
 }
 
 TrayIconRecord Unpack(const TrayIconBytes& bytes, const runtime::CodePage& codePage) {
-  TrayIconRecord record;
-  VisitFields(record, runtime::FieldUnpacker(bytes, codePage));
-  return record;
+  return runtime::UnpackFields<TrayIconRecord>(bytes, codePage);
 }
 
 }  // namespace tidewell

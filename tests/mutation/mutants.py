@@ -26,6 +26,7 @@ REPORT = "report/moon_report.cpp"
 SETTINGS = "report/settings.cpp"
 SETTINGS_H = "report/settings.h"
 DRAWING = "tray/phase_drawing.cpp"
+DRAWING_H = "tray/phase_drawing.h"
 ICON = "tray/tray_icon.cpp"
 ICON_DATA = "tray/tray_icon_data.cpp"
 ICON_NUMBER = "tray/icon_number.cpp"
@@ -290,7 +291,7 @@ PORTABLE_MUTANTS = [
     Mutant("label-shorter", DRAWING, 'L"0.000000"', 'L"0.00000"', "a decimal less"),
     Mutant("fore-colour-left-out", DRAWING, "  drawing.SetForeColor(kRed);\n", "", "a step left out"),
     Mutant("drawing-not-cleared", DRAWING, "  form.Drawing().Cls();\n", "", "a step left out"),
-    Mutant("pie-box", DRAWING, ".right = kDiscCentre.x + kDiscRadius + 1", ".right = kDiscCentre.x + kDiscRadius", "a column less"),
+    Mutant("pie-box", DRAWING_H, ".right = kDiscCentre.x + radius + 1", ".right = kDiscCentre.x + radius", "a column less"),
     Mutant("scale-before-the-picture", DRAWING, "  tidewell::DrawDarkFraction(form, p, waning);\n",
            "  PhaseToIconNumber(waning == 1 ? (p + 1) * 100 : (1 - p) * 100);\n"
            "  tidewell::DrawDarkFraction(form, p, waning);\n", "the icon changes although the drawing fails"),

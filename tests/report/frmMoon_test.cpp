@@ -145,6 +145,28 @@ TEST_F(MainWindow, HidesWhenItsBoxIsTicked) {
   EXPECT_FALSE(form().Visible());
 }
 
+TEST_F(MainWindow, TheFocusGoesOnToTheControlThatHadIt) {
+  for (const HWND control : {Check1(2), Item(layout::kCommand1Description.id)}) {
+    SetFocus(control);
+    SendMessageW(form().hwnd(), WM_NULL, 0, 0);  // as any message does, a tick at the latest
+    SetFocus(form().hwnd());
+    EXPECT_EQ(GetFocus(), control);
+  }
+}
+
+// As the shell does it, which shows the desktop: it sends no WM_SYSCOMMAND.
+TEST_F(MainWindow, TheFocusIsWhereItWasAfterBeingMinimisedFromOutside) {
+  for (const HWND control : {Check1(2), Item(layout::kCommand1Description.id)}) {
+    SetFocus(control);
+    SendMessageW(form().hwnd(), WM_NULL, 0, 0);
+    ShowWindow(form().hwnd(), SW_MINIMIZE);
+    form().Show();
+    EXPECT_EQ(GetFocus(), control);
+  }
+}
+
+TEST_F(MainWindow, TheFirstControlHasTheFocusFirst) { EXPECT_EQ(GetFocus(), Check1(0)); }
+
 TEST_F(MainWindow, TheDisabledBoxIsCutOffByTheFrame) {
   RECT box{};
   RECT frame{};
