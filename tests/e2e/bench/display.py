@@ -142,3 +142,8 @@ class Display:
                 width, height, x, y = re.search(r" (\d+)x(\d+)\+-?\d+\+-?\d+ +\+(-?\d+)\+(-?\d+)", line).groups()
                 icons.append((int(x), int(y), int(width), int(height)))
         return icons
+
+    def shake_tray(self):
+        """Moves the tray a pixel up and down again: a tray tells its icons where they are when it moves."""
+        self._run("xdotool", "search", "--name", "^panel$",
+                  "windowmove", "--relative", "--", "0", "-1", "windowmove", "--relative", "--", "0", "1")
