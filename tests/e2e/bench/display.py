@@ -40,7 +40,9 @@ class Display:
         self._logs = logs
         self._processes = []
         read, write = os.pipe()
-        self._start("Xvfb", "-displayfd", str(write), "-screen", "0", f"{WIDTH}x{HEIGHT}x24", pass_fds=[write])
+        # Without -noreset the screen starts anew after a look by its only client, and refuses who comes meanwhile.
+        self._start("Xvfb", "-displayfd", str(write), "-noreset", "-screen", "0", f"{WIDTH}x{HEIGHT}x24",
+                    pass_fds=[write])
         os.close(write)
         with os.fdopen(read) as told:
             number = told.readline().strip()
@@ -142,3 +144,8 @@ class Display:
                 width, height, x, y = re.search(r" (\d+)x(\d+)\+-?\d+\+-?\d+ +\+(-?\d+)\+(-?\d+)", line).groups()
                 icons.append((int(x), int(y), int(width), int(height)))
         return icons
+
+    def shake_tray(self):
+        """Moves the tray a pixel up and down again: a tray tells its icons where they are when it moves."""
+        self._run("xdotool", "search", "--name", "^panel$",
+                  "windowmove", "--relative", "--", "0", "-1", "windowmove", "--relative", "--", "0", "1")

@@ -16,6 +16,7 @@ from bench.folders import REPOSITORY
 from bench.waiting import until, until_same
 
 IMAGE = "Tidewell.exe"
+SHELL = "explorer.exe"
 START = datetime.datetime(2024, 2, 28, 12, 0, 10)  # local time; an ordinary day
 READINGS_PER_LOOK = 3  # what Wine makes of one question for the time
 RESTORE, THIRD, SOUTH = "Restore in System Tray", "Automatically Start at Start-up", "Enable Southern Hemisphere View"
@@ -212,8 +213,17 @@ class Program:
         self.driver.signal(self.about().hwnd, WM_MOUSEMOVE, 1, message)
 
     def icon_centre(self):
-        """Where the icon is on the screen, once it is there: the tray lays it out after it has docked."""
-        x, y, width, height = until_same(self.display.docked_icons, "icon in the tray")[0]
+        """Where the icon is on the screen, once it is there, for Wine too: the tray lays it out after it has docked."""
+        icon = until_same(self.display.docked_icons, "icon in the tray")[0]
+
+        def known():
+            return any(tuple(window.screen) == icon for shell in self.driver.processes(SHELL)
+                       for window in self.driver.windows(shell))
+
+        # Wine 10 may take it for still at (0, 0), from before it docked; it drops every click then, whatever the
+        # pointer does, until the tray moves.
+        until(lambda: known() or self.display.shake_tray(), "icon where Wine takes it to be")
+        x, y, width, height = icon
         return x + width // 2, y + height // 2
 
     # ---- clock and report
