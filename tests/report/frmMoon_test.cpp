@@ -112,21 +112,24 @@ TEST_F(MainWindow, TheSouthernViewTakesEffectAtOnce) {
   EXPECT_NE(mMoon::TrayIconData.hIcon, north);
 }
 
-// That the ticks in between change nothing needs a clock that stands still: the end-to-end tests have it.
-TEST_F(MainWindow, TheTickAfterAChangeOfTheSystemUpdates) {
+TEST_F(MainWindow, TheTickAfterAChangeOfTheSystemUpdatesAndNoneBehindIt) {
   struct Notice {
     UINT message;
     WPARAM wParam;
     const wchar_t* text;
   };
+  const auto tickUpdates = [&] {
+    SetWindowTextW(Item(layout::kLblMoon), L"mark");
+    SendMessageW(form().hwnd(), WM_TIMER, 1, 0);
+    return Line(0) != L"mark";
+  };
   for (const Notice& notice : {Notice{WM_TIMECHANGE, 0, nullptr},
                                {WM_POWERBROADCAST, PBT_APMRESUMEAUTOMATIC, nullptr},
                                {WM_SETTINGCHANGE, 0, L"intl"}}) {
-    SendMessageW(form().hwnd(), WM_TIMER, 1, 0);
-    SetWindowTextW(Item(layout::kLblMoon), L"mark");
+    tickUpdates();  // of this minute, if none was before
     SendMessageW(form().hwnd(), notice.message, notice.wParam, reinterpret_cast<LPARAM>(notice.text));
-    SendMessageW(form().hwnd(), WM_TIMER, 1, 0);
-    EXPECT_NE(Line(0), L"mark") << notice.message;
+    EXPECT_TRUE(tickUpdates()) << notice.message;
+    EXPECT_FALSE(tickUpdates()) << notice.message;
   }
 }
 

@@ -95,6 +95,17 @@ TEST_F(About, OpensInTheMiddleOfTheMainWindowsScreen) {
   EXPECT_NEAR(place.top + place.bottom, main_.workArea.top + main_.workArea.bottom, 1);
 }
 
+TEST_F(About, OpensAgainWhereItWasMovedTo) {
+  Show();
+  SetWindowPos(about_.hwnd(), nullptr, 30, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  SendMessageW(about_.hwnd(), WM_CLOSE, 0, 0);
+  Show();
+  RECT place{};
+  GetWindowRect(about_.hwnd(), &place);
+  EXPECT_EQ(place.left, 30);
+  EXPECT_EQ(place.top, 40);
+}
+
 TEST_F(About, HasTwentyEightPicturesBelowItsClientArea) {
   Show();
   for (int index = 0; index < 28; ++index) {
