@@ -199,7 +199,7 @@ def chosen(arguments):
         mutants = [m for m in mutants if any(part in m.name for part in arguments.only)]
     if arguments.sample and arguments.sample < len(mutants):
         mutants = [mutants[i * len(mutants) // arguments.sample] for i in range(arguments.sample)]  # spread evenly
-    return mutants
+    return sorted(mutants, key=lambda mutant: mutant.file)  # the file that is mended is the next one to be changed
 
 
 def main():

@@ -96,6 +96,17 @@ TEST_F(Picture, TheFailingFractionLeavesDiscDarkHalfAndWhiteRim) {
   EXPECT_EQ(Pixel(190, kCentreY), kWhite);
 }
 
+TEST_F(Picture, ANewOneIsPaintedByItself) {
+  CentreRow(0, 0);
+  double fraction = 0;
+  std::int16_t waning = 0;
+  mMoon::DrawMoonPhase(form(), fraction, waning);
+  UpdateWindow(form().hwnd());  // as the message loop does
+  for (int x = 60; x <= 190; ++x) {
+    ASSERT_EQ(Pixel(x, kCentreY), kBlack) << x;
+  }
+}
+
 TEST_F(Picture, PersistsWhenTheWindowIsHiddenMovedOffScreenOrRepainted) {
   const std::string row = CentreRow(0.25, 0);
   const auto again = [&] {

@@ -5,8 +5,12 @@
 #include <shellapi.h>
 
 #include "runtime/runtime_error.h"
+#include "support/system_stand_in_win.h"
 #include "tray/tray_icon_data.h"
 #include "tray/tray_message.h"
+
+extern "C" decltype(&ChangeWindowMessageFilterEx) changeFilterSlot asm("__imp__ChangeWindowMessageFilterEx@16");
+extern "C" decltype(&Shell_NotifyIconA) shellNotifyIconSlot asm("__imp__Shell_NotifyIconA@8");
 
 namespace {
 
@@ -68,6 +72,46 @@ TEST_F(About, KeepsTheTipThatTheReportLeft) {
   const auto tip = mMoon::TrayIconData.szTip;
   Update(1, 6);
   EXPECT_EQ(mMoon::TrayIconData.szTip, tip);
+}
+
+BOOL WINAPI WriteIntoTheRecord(DWORD /*command*/, NOTIFYICONDATAA* record) {
+  record->szTip[0] = '*';
+  return TRUE;
+}
+
+/// The call hands over the record itself, not a copy.
+TEST_F(About, KeepsWhatTheShellWritesIntoTheRecord) {
+  mMoon::TrayIconData.SetTip(L"Moon's Age");
+  const SystemStandIn standIn(shellNotifyIconSlot, &WriteIntoTheRecord);
+  Update(1, 6);
+  EXPECT_EQ(std::wstring(mMoon::TrayIconData.szTip.data(), 10), L"*oon's Age");
+}
+
+HWND listener = nullptr;
+UINT heard = 0;
+
+BOOL WINAPI NoteFilter(HWND window, UINT message, DWORD action, CHANGEFILTERSTRUCT* /*ignored*/) {
+  EXPECT_EQ(action, DWORD{MSGFLT_ALLOW});
+  listener = window;
+  heard = message;
+  return TRUE;
+}
+
+/// The shell, with lower rights then, would not be heard otherwise.
+TEST_F(About, HearsOfANewTaskBarAlsoWithHighRights) {
+  const SystemStandIn standIn(changeFilterSlot, &NoteFilter);
+  tidewell::frmAbout about{main_};
+  std::int16_t IcoNum = 0;
+  about.UpdateMoonIcon(1, IcoNum);
+  EXPECT_EQ(listener, about.hwnd());
+  EXPECT_EQ(heard, RegisterWindowMessageW(L"TaskbarCreated"));
+}
+
+TEST_F(About, WithoutAnIconToRemoveThereIsNoWindow) {
+  tidewell::frmAbout about{main_};
+  std::int16_t IcoNum = 0;
+  about.UpdateMoonIcon(2, IcoNum);
+  EXPECT_EQ(about.hwnd(), nullptr);
 }
 
 TEST_F(About, ShowsTheNewMoonForNumber28) {
@@ -139,6 +183,12 @@ TEST_F(About, OtherMessagesDoNothingButMakeItTopmost) {
   for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
     EXPECT_EQ(reinterpret_cast<HICON>(SendMessageW(about_.hwnd(), WM_GETICON, size, 0)), main_.Icon(size));
   }
+}
+
+TEST_F(About, ShownAfterAMessageOfTheIconItHasTheKeyboard) {
+  TrayMessage(512);
+  Show();
+  EXPECT_EQ(GetFocus(), GetDlgItem(about_.hwnd(), layout::kCmdOK));
 }
 
 TEST_F(About, ThePointerAtTheColumnOfAClickIsNone) {
