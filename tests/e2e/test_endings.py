@@ -2,9 +2,9 @@
 
 import pytest
 
-from bench.driver import NIM_DELETE, SC_CLOSE, WM_CLOSE, WM_ENDSESSION, WM_QUERYENDSESSION, WM_SYSCOMMAND
+from bench.driver import NIM_DELETE, NIM_MODIFY, SC_CLOSE, WM_CLOSE, WM_ENDSESSION, WM_QUERYENDSESSION, WM_SYSCOMMAND
 from bench.program import IMAGE, RESTORE, SOUTH
-from bench.settings_file import RESTORE_IN_TRAY, TRUE
+from bench.settings_file import RESTORE_IN_TRAY, SOUTHERN_VIEW, TRUE
 from bench.user import bring_to_front, open_menu, tick
 from bench.waiting import until
 
@@ -46,6 +46,15 @@ def test_closing_ends_the_program_and_takes_the_icon_away(program, way):
     assert [call.command for call in program.calls()].count(NIM_DELETE) == 1
     assert program.calls()[-1].command == NIM_DELETE
     until(lambda: not program.display.docked_icons(), "tray without icons")
+
+
+def test_nothing_is_done_any_more_while_the_shell_takes_the_icon_away(program):
+    """Somebody ticks an option meanwhile."""
+    count = len(program.calls())
+    (program.folder / "tray-clicks").touch()
+    close_message(program)
+    assert program.wait_for_end() == 0
+    assert [call.command for call in program.calls()[count:]] == [NIM_DELETE]
 
 
 def test_closing_ends_it_while_the_menu_is_open(program):
@@ -133,3 +142,13 @@ def test_the_end_of_the_session_is_never_blocked(program, ticked, hidden):
     program.driver.send(windows[0], WM_ENDSESSION, 1)
     assert program.calls()[-1].command == NIM_DELETE, "once it has answered, the system may end it"
     assert program.wait_for_end() == 0
+
+
+def test_the_end_of_the_session_amid_the_start_adds_no_icon(bench, start):
+    """The stored option is carried out first, and the icon changed that is not yet there."""
+    folder = bench.folder()
+    (folder / "vesk.dat").write_bytes(bytes(SOUTHERN_VIEW) + TRUE)
+    (folder / "tray-ends-session").touch()
+    program = start(folder, wait=False)
+    assert program.wait_for_end() == 0
+    assert [call.command for call in program.calls()] == [NIM_MODIFY]

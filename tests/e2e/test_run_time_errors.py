@@ -6,7 +6,7 @@ import resource
 
 import pytest
 
-from bench.driver import NIM_DELETE, WM_TIMER
+from bench.driver import NIM_DELETE, WM_CLOSE, WM_TIMER
 from bench.program import SOUTH
 from bench.user import open_menu, wait_for_main
 from bench.waiting import until
@@ -106,3 +106,28 @@ def test_a_clock_at_the_end_of_the_calendar_while_it_runs(program, prepare):
     program.hurry()
     see_the_box_and_end(program, "Run-time error '5':\n\nInvalid procedure call or argument")
     assert program.calls()[-1].command == NIM_DELETE
+
+
+@pytest.fixture
+def failed(program):
+    """A program behind the box of an error."""
+    program.clock.set(program.local(datetime.datetime(9999, 12, 30, 12, 0, 10)))
+    program.hurry()
+    until(program.message_box, "message box")
+    return program
+
+
+def test_behind_the_box_the_settings_file_is_free(failed):
+    failed.driver.hold(windows_path(failed.folder / "vesk.dat"))
+
+
+def test_behind_the_box_the_window_is_not_closed(failed):
+    failed.driver.send(failed.main().hwnd, WM_CLOSE)
+    assert failed.main().shown
+
+
+def test_behind_the_box_the_report_stands_still(failed):
+    report = failed.report()
+    failed.clock.set(failed.local(datetime.datetime(2030, 1, 1)))
+    failed.driver.send(failed.main().hwnd, WM_TIMER, 1)
+    assert failed.report() == report

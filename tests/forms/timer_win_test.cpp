@@ -12,4 +12,11 @@ TEST(Timer, ThatTheSystemRefusesIsAnError) {
   EXPECT_TRUE(support::Raises(runtime::ErrorNumber::OutOfMemory, [&] { forms::Timer(window, 1, 1000); }));
 }
 
+TEST(Timer, EndsWithItsObject) {
+  const HWND window = CreateWindowW(L"STATIC", L"", 0, 0, 0, 1, 1, HWND_MESSAGE, nullptr, nullptr, nullptr);
+  { const forms::Timer timer(window, 1, 1000); }
+  EXPECT_FALSE(KillTimer(window, 1)) << "there was one left to be ended";
+  DestroyWindow(window);
+}
+
 }  // namespace

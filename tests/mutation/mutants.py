@@ -328,4 +328,5 @@ PORTABLE_MUTANTS = [
 EXPLAINED = {
     "civil-sum-order": "B is a small whole number: adding it rounds nothing, before or after the large constant",
     "scale-before-the-picture": "no fraction of a disc lets the picture fail behind its first step",
+    "focus-of-a-minimised-window": "the system gives the focus to no control of a minimised window",
 }

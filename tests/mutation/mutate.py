@@ -94,12 +94,12 @@ class NativeTests:
 class WindowsTests:
     """The tests of the windows under Wine; what they let pass is tried with the end-to-end tests, which take longer."""
 
-    programs = ("run_time_box_tests", "window_tests")
+    programs = ("window_tests", "run_time_box_tests")
 
     def __init__(self, tree, jobs, end_to_end):
         self.tree = tree
         self.folder = tree / "build/windows-tests"
-        self.build_command = ["cmake", "--build", self.folder, f"-j{jobs}", "--target", *self.programs, "Tidewell"]
+        self.build_command = ["cmake", "--build", self.folder, f"-j{jobs}", "--target", *self.programs, *["Tidewell"] * end_to_end]
         self.end_to_end = end_to_end
 
     def configure(self):
@@ -199,7 +199,7 @@ def chosen(arguments):
         mutants = [m for m in mutants if any(part in m.name for part in arguments.only)]
     if arguments.sample and arguments.sample < len(mutants):
         mutants = [mutants[i * len(mutants) // arguments.sample] for i in range(arguments.sample)]  # spread evenly
-    return mutants
+    return sorted(mutants, key=lambda mutant: mutant.file)  # the file that is mended is the next one to be changed
 
 
 def main():

@@ -14,6 +14,13 @@ RUN_TIME_END = "runtime/run_time_end_win.cpp"
 START = "start/main_win.cpp"
 ABOUT = "tray/frmAbout.cpp"
 ABOUT_LAYOUT = "tray/frmAbout_layout.h"
+CODE_PAGE = "runtime/code_page_win.cpp"
+LOCALE = "runtime/locale_names_win.cpp"
+LOOP = "forms/window_win.cpp"
+ONE_COPY = "start/previous_instance_win.h"
+SETTINGS_FILE = "report/settings_file_win.cpp"
+TIMER = "forms/timer_win.h"
+TRAY = "tray/tray_icon_win.cpp"
 WINDOW = "forms/window_win.h"
 
 
@@ -169,4 +176,56 @@ WINDOW_MUTANTS = [
     mutant("ring-over-the-rim", MAIN, "kDiscCentre, kDiscRadius + 1", "kDiscCentre, kDiscRadius", "below the picture: unseen"),
     mutant("colours-not-noticed", MAIN, "message == WM_SYSCOLORCHANGE || ", "", "the ring stays or lacks"),
     mutant("contrast-not-noticed", MAIN, " || message == WM_SETTINGCHANGE", "", "high contrast without a change of colours"),
+    # --- What the system is asked, and told
+    mutant("resolution-not-read", CONTROLS, "GetDeviceCaps(screen.dc(), LOGPIXELSX)", "96", "a screen of another resolution"),
+    mutant("resolution-of-the-other-axis", CONTROLS, "GetDeviceCaps(screen.dc(), LOGPIXELSY)",
+           "GetDeviceCaps(screen.dc(), LOGPIXELSX)", "pixels that are not square"),
+    mutant("font-of-ansi-characters", CONTROLS, "DEFAULT_CHARSET", "ANSI_CHARSET", "Greek month names"),
+    mutant("caption-written-again", CONTROLS, "  if (caption != Caption()) {", "  {", "all lines flicker every minute"),
+    mutant("frame-out-of-the-tab-order", CONTROLS, ".exStyle = WS_EX_CONTROLPARENT", ".exStyle = 0", "no way in by keyboard"),
+    mutant("dialog-keys-to-the-control", LOOP, "GetAncestor(message.hwnd, GA_ROOT)", "message.hwnd", "Tab does nothing"),
+    mutant("timer-not-stopped", TIMER, "KillTimer(window_, id_);", "", "it ticks on"),
+    mutant("blue-as-bright-as-red", CONTRAST, "299 * GetRValue(colour) + 587 * GetGValue(colour) + 114 * GetBValue(colour)",
+           "299 * GetBValue(colour) + 587 * GetGValue(colour) + 114 * GetRValue(colour)", "the bytes of a colour turned round"),
+    mutant("bars-not-heeded", PLACE, "return monitor.rcWork;", "return monitor.rcMonitor;", "About below the task bar"),
+    mutant("monitor-record-without-size", PLACE, "  monitor.cbSize = sizeof monitor;\n", "", "the system tells nothing"),
+    mutant("minimised-window-only-shown", PLACE, "IsIconic(window) != FALSE ? SW_RESTORE : SW_SHOW", "SW_SHOW",
+           "stays minimised"),
+    mutant("handlers-behind-the-box", WINDOW, "self == nullptr || (runtime::Ending() && message != WM_PAINT)",
+           "self == nullptr", "the program goes on behind its error"),
+    mutant("closed-behind-the-box", WINDOW, "runtime::Ending() && message == WM_CLOSE ? 0 : ", "", "the window goes before the box"),
+    mutant("higher-rights-miss-the-task-bar", ABOUT,
+           "  ChangeWindowMessageFilterEx(hwnd(), taskbarCreated_, MSGFLT_ALLOW, nullptr);\n", "", "no icon on a new task bar"),
+    mutant("window-for-no-icon", ABOUT, "command == TrayCommand::Delete ? !trayIcon_.Wanted() : runtime::Ending()",
+           "command != TrayCommand::Delete && runtime::Ending()", "an early error makes the About window"),
+    mutant("icon-changed-in-the-end", ABOUT, "!trayIcon_.Wanted() : runtime::Ending()", "!trayIcon_.Wanted() : false",
+           "by a handler that was interrupted"),
+    mutant("never-activated-again", ABOUT, "  makingTopmost_ = false;\n", "", "About comes without the keyboard"),
+    mutant("menu-once", ABOUT, "  menuOpen_ = false;\n", "", "a flag that stays"),
+    mutant("ok-is-not-the-default", ABOUT, "      return MAKELRESULT(layout::kCmdOK, DC_HASDEFID);\n", "      return 0;\n",
+           "Enter"),
+    mutant("shells-record-not-read", TRAY, "  mMoon::TrayIconData = Unpack(bytes, codePage);\n", "",
+           "what the shell has written is lost"),
+    mutant("enter-closes-from-anywhere", MAIN, "GetFocus() == controls_->Command1.hwnd() ?", "true ?", "the program ends by accident"),
+    mutant("picture-not-redrawn", MAIN, "  InvalidateRect(hwnd(), &picture, TRUE);\n", "  (void)picture;\n",
+           "the old picture until something covers it"),
+    mutant("end-behind-the-icon", MAIN, "  runtime::End();  // first: the shell may send more of the icon's messages while it takes the icon away\n"
+           "  std::int16_t IcoNum = 0;\n  about_.UpdateMoonIcon(2, IcoNum);\n",
+           "  std::int16_t IcoNum = 0;\n  about_.UpdateMoonIcon(2, IcoNum);\n  runtime::End();\n",
+           "a message meanwhile brings the icon back"),
+    mutant("file-open-behind-the-box", MAIN, "  settingsFile_.reset();\n", "", "held until the user presses OK"),
+    mutant("notice-without-a-text", MAIN, "lParam != 0 && ", "", "reads at address 0"),
+    mutant("focus-of-a-minimised-window", FOCUS, "} else if (HIWORD(wParam) == 0) {", "} else {", "the focus is unseen"),
+    mutant("focus-of-another-window", FOCUS, "IsChild(form, focus) != FALSE ? focus : last_", "focus", "it is remembered as none"),
+    mutant("one-copy-for-all-users", ONE_COPY, 'L"Local\\\\"', 'L"Global\\\\"', "a second user cannot start it"),
+    mutant("copy-with-higher-rights-unseen", ONE_COPY, " || (!mutex_ && reason == ERROR_ACCESS_DENIED)", "", "two icons"),
+    mutant("locale-read-once", LOCALE, "  LocaleNames locale;\n",
+           "  static LocaleNames locale;\n  static bool read = false;\n  if (read) {\n    return locale;\n  }\n  read = true;\n",
+           "a changed locale is not seen"),
+    mutant("code-page-of-the-console", CODE_PAGE, "MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, &narrow, 1, &wide, 1) == 1 &&\n"
+           "                              WideCharToMultiByte(CP_ACP",
+           "MultiByteToWideChar(CP_OEMCP, MB_ERR_INVALID_CHARS, &narrow, 1, &wide, 1) == 1 &&\n"
+           "                              WideCharToMultiByte(CP_OEMCP", "other letters"),
+    mutant("settings-in-the-current-folder", SETTINGS_FILE, 'runtime::ProgramFolder() + L"\\\\vesk.dat"', 'L"vesk.dat"',
+           "wherever the starter was"),
 ]

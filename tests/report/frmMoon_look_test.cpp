@@ -13,6 +13,7 @@
 #include "tray/frmAbout_layout.h"
 
 extern "C" decltype(&SetTimer) setTimerSlot asm("__imp__SetTimer@16");
+extern "C" decltype(&GetMonitorInfoW) getMonitorInfoSlot asm("__imp__GetMonitorInfoW@8");
 extern "C" decltype(&SystemParametersInfoW) systemParametersInfoSlot asm("__imp__SystemParametersInfoW@16");
 
 namespace {
@@ -35,6 +36,7 @@ Font FontOf(HWND control) {
   LOGFONTW font{};
   GetObjectW(reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)), sizeof font, &font);
   EXPECT_FALSE(font.lfItalic || font.lfUnderline || font.lfStrikeOut);
+  EXPECT_EQ(font.lfCharSet, DEFAULT_CHARSET) << "the month names of every locale";
   return {.face = font.lfFaceName, .height = font.lfHeight, .weight = font.lfWeight};
 }
 
@@ -233,6 +235,25 @@ TEST_F(Look, TheWindowsStandInTheMiddleOfTheWorkArea) {
   Load();
   RECT place{};
   GetWindowRect(form().hwnd(), &place);
+  EXPECT_NEAR(place.left - 201, 1001 - place.right, 1);
+  EXPECT_NEAR(place.top - 101, 701 - place.bottom, 1);
+}
+
+/// The same screen, as the system describes it to whoever gives the size of his record.
+BOOL WINAPI WithBars(HMONITOR /*monitor*/, MONITORINFO* info) {
+  if (info->cbSize != sizeof *info) {
+    return FALSE;
+  }
+  info->rcMonitor = {.left = 1, .top = 1, .right = 1001, .bottom = 701};
+  info->rcWork = {.left = 201, .top = 101, .right = 1001, .bottom = 701};
+  return TRUE;
+}
+
+TEST_F(Look, AboutStandsInTheMiddleOfTheWorkArea) {
+  const SystemStandIn standIn(getMonitorInfoSlot, &WithBars);
+  ShowWindow(About(), SW_SHOW);
+  RECT place{};
+  GetWindowRect(About(), &place);
   EXPECT_NEAR(place.left - 201, 1001 - place.right, 1);
   EXPECT_NEAR(place.top - 101, 701 - place.bottom, 1);
 }

@@ -5,7 +5,10 @@
 #include "report/frmMoon_layout.h"
 #include "report/settings.h"
 #include "support/shown_frmMoon.h"
+#include "support/system_stand_in_win.h"
 #include "tray/tray_icon_data.h"
+
+extern "C" decltype(&SetWindowTextW) setWindowTextSlot asm("__imp__SetWindowTextW@8");
 
 namespace {
 
@@ -101,6 +104,7 @@ TEST_F(MainWindow, RestoresOnlyTheSouthernView) {
 TEST_F(MainWindow, AStoredOneIsFalse) {
   LoadWith(0, 0, 1);
   EXPECT_EQ(State(2), 0);
+  EXPECT_FALSE(form().SouthernView());
 }
 
 TEST_F(MainWindow, TheSouthernViewTakesEffectAtOnce) {
@@ -112,21 +116,24 @@ TEST_F(MainWindow, TheSouthernViewTakesEffectAtOnce) {
   EXPECT_NE(mMoon::TrayIconData.hIcon, north);
 }
 
-// That the ticks in between change nothing needs a clock that stands still: the end-to-end tests have it.
-TEST_F(MainWindow, TheTickAfterAChangeOfTheSystemUpdates) {
+TEST_F(MainWindow, TheTickAfterAChangeOfTheSystemUpdatesAndNoneBehindIt) {
   struct Notice {
     UINT message;
     WPARAM wParam;
     const wchar_t* text;
   };
+  const auto tickUpdates = [&] {
+    SetWindowTextW(Item(layout::kLblMoon), L"mark");
+    SendMessageW(form().hwnd(), WM_TIMER, 1, 0);
+    return Line(0) != L"mark";
+  };
   for (const Notice& notice : {Notice{WM_TIMECHANGE, 0, nullptr},
                                {WM_POWERBROADCAST, PBT_APMRESUMEAUTOMATIC, nullptr},
                                {WM_SETTINGCHANGE, 0, L"intl"}}) {
-    SendMessageW(form().hwnd(), WM_TIMER, 1, 0);
-    SetWindowTextW(Item(layout::kLblMoon), L"mark");
+    tickUpdates();  // of this minute, if none was before
     SendMessageW(form().hwnd(), notice.message, notice.wParam, reinterpret_cast<LPARAM>(notice.text));
-    SendMessageW(form().hwnd(), WM_TIMER, 1, 0);
-    EXPECT_NE(Line(0), L"mark") << notice.message;
+    EXPECT_TRUE(tickUpdates()) << notice.message;
+    EXPECT_FALSE(tickUpdates()) << notice.message;
   }
 }
 
@@ -134,6 +141,24 @@ TEST_F(MainWindow, TheSecondTimerDoesNothing) {
   SetWindowTextW(Item(layout::kLblMoon), L"mark");
   SendMessageW(form().hwnd(), WM_TIMER, 2, 0);
   EXPECT_EQ(Line(0), L"mark");
+}
+
+int written = 0;
+
+BOOL WINAPI CountText(HWND /*window*/, LPCWSTR /*text*/) {
+  ++written;
+  return TRUE;
+}
+
+/// Each line that is written flickers.
+TEST_F(MainWindow, AnUpdateWritesOnlyWhatHasChanged) {
+  const SystemStandIn standIn(setWindowTextSlot, &CountText);
+  written = 0;
+  SendMessageW(Check1(0), BM_CLICK, 0, 0);
+  EXPECT_EQ(written, 0);
+  zone.Bias = -330;
+  SendMessageW(Check1(0), BM_CLICK, 0, 0);
+  EXPECT_EQ(written, 4);
 }
 
 TEST_F(MainWindow, HidesWhenItsBoxIsTicked) {

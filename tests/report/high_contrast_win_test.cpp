@@ -102,6 +102,8 @@ TEST_F(HighContrast, TheRingIsThereOnDarkBackgroundsAlone) {
   EXPECT_EQ(Ring(RGB(240, 240, 240), kBlack), 0);
   EXPECT_EQ(Ring(RGB(255, 250, 239), kBlack), 0);
   EXPECT_EQ(Ring(kWhite, kBlack), 0);
+  EXPECT_EQ(Ring(RGB(0xFF, 0x20, 0), kBlack), 0) << "red is brighter than blue";
+  EXPECT_NE(Ring(RGB(0, 0x20, 0xFF), kWhite), 0);
   EXPECT_NE(Ring(RGB(0x58, 0x58, 0x58), kWhite), 0);
   EXPECT_EQ(Ring(RGB(0x59, 0x59, 0x59), kWhite), 0);
 }

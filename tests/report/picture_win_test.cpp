@@ -5,6 +5,7 @@
 #include <array>
 #include <string>
 
+#include "forms/drawing_list_win.h"
 #include "report/settings.h"
 #include "runtime/handle_win.h"
 #include "support/shown_frmMoon.h"
@@ -95,6 +96,17 @@ TEST_F(Picture, TheFailingFractionLeavesDiscDarkHalfAndWhiteRim) {
   EXPECT_EQ(Pixel(190, kCentreY), kWhite);
 }
 
+TEST_F(Picture, ANewOneIsPaintedByItself) {
+  CentreRow(0, 0);
+  double fraction = 0;
+  std::int16_t waning = 0;
+  mMoon::DrawMoonPhase(form(), fraction, waning);
+  UpdateWindow(form().hwnd());  // as the message loop does
+  for (int x = 60; x <= 190; ++x) {
+    ASSERT_EQ(Pixel(x, kCentreY), kBlack) << x;
+  }
+}
+
 TEST_F(Picture, PersistsWhenTheWindowIsHiddenMovedOffScreenOrRepainted) {
   const std::string row = CentreRow(0.25, 0);
   const auto again = [&] {
@@ -114,14 +126,17 @@ TEST_F(Picture, PersistsWhenTheWindowIsHiddenMovedOffScreenOrRepainted) {
 }
 
 /// The system's table of drawing objects ends near 65,000: a pen or brush that stays behind at each repaint fills it,
-/// but for the places of those that are deleted.
+/// but for the places of those that are deleted. Replayed onto one pixel of memory, which spares the time of a window.
 TEST_F(Picture, ReplayingLeavesNoHandleBehind) {
   double fraction = 0.3;
   std::int16_t flag = 0;
   mMoon::DrawMoonPhase(form(), fraction, flag);
+  const forms::DrawingList& drawing = form().Drawing();
+  const HDC pixel = CreateCompatibleDC(nullptr);
   for (int i = 0; i < 70'000; ++i) {
-    RedrawWindow(form().hwnd(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_NOCHILDREN);
+    forms::Replay(pixel, drawing);
   }
+  DeleteDC(pixel);
   std::array<runtime::unique_brush, 100> brushes;
   for (runtime::unique_brush& brush : brushes) {
     brush.reset(CreateSolidBrush(0x123456));

@@ -43,6 +43,27 @@ TEST(Locale, HasTwelveMonthsAndASeparator) {
   EXPECT_FALSE(locale.decimalSeparator.empty());
 }
 
+TEST(Locale, IsReadAnew) {
+  const std::wstring before = runtime::ReadUserLocale().decimalSeparator;
+  ASSERT_TRUE(SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, L"_"));
+  EXPECT_EQ(runtime::ReadUserLocale().decimalSeparator, L"_");
+  SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, before.c_str());
+}
+
+/// The title of a window, written in bytes and read in characters, goes through the system's own conversion.
+TEST(CodePage, IsThatOfTheSystemsCallsInBytes) {
+  const HWND window = CreateWindowW(L"STATIC", L"", 0, 0, 0, 1, 1, HWND_MESSAGE, nullptr, nullptr, nullptr);
+  for (int value = 1; value < 256; ++value) {
+    const char narrow[] = {static_cast<char>(value), '\0'};
+    SetWindowTextA(window, narrow);
+    wchar_t wide[3] = L"";
+    GetWindowTextW(window, wide, 3);
+    const wchar_t character = runtime::SystemCodePage().Decode(static_cast<std::byte>(value));
+    EXPECT_TRUE(character == wide[0] || character == runtime::PrivateCharacter(static_cast<unsigned>(value))) << value;
+  }
+  DestroyWindow(window);
+}
+
 TEST(CodePage, TakesEveryByteToTextAndBack) {
   const runtime::CodePage& page = runtime::SystemCodePage();
   for (int value = 0; value < 256; ++value) {

@@ -5,8 +5,12 @@
 #include <shellapi.h>
 
 #include "runtime/runtime_error.h"
+#include "support/system_stand_in_win.h"
 #include "tray/tray_icon_data.h"
 #include "tray/tray_message.h"
+
+extern "C" decltype(&ChangeWindowMessageFilterEx) changeFilterSlot asm("__imp__ChangeWindowMessageFilterEx@16");
+extern "C" decltype(&Shell_NotifyIconA) shellNotifyIconSlot asm("__imp__Shell_NotifyIconA@8");
 
 namespace {
 
@@ -70,6 +74,46 @@ TEST_F(About, KeepsTheTipThatTheReportLeft) {
   EXPECT_EQ(mMoon::TrayIconData.szTip, tip);
 }
 
+BOOL WINAPI WriteIntoTheRecord(DWORD /*command*/, NOTIFYICONDATAA* record) {
+  record->szTip[0] = '*';
+  return TRUE;
+}
+
+/// The call hands over the record itself, not a copy.
+TEST_F(About, KeepsWhatTheShellWritesIntoTheRecord) {
+  mMoon::TrayIconData.SetTip(L"Moon's Age");
+  const SystemStandIn standIn(shellNotifyIconSlot, &WriteIntoTheRecord);
+  Update(1, 6);
+  EXPECT_EQ(std::wstring(mMoon::TrayIconData.szTip.data(), 10), L"*oon's Age");
+}
+
+HWND listener = nullptr;
+UINT heard = 0;
+
+BOOL WINAPI NoteFilter(HWND window, UINT message, DWORD action, CHANGEFILTERSTRUCT* /*ignored*/) {
+  EXPECT_EQ(action, DWORD{MSGFLT_ALLOW});
+  listener = window;
+  heard = message;
+  return TRUE;
+}
+
+/// The shell, with lower rights then, would not be heard otherwise.
+TEST_F(About, HearsOfANewTaskBarAlsoWithHighRights) {
+  const SystemStandIn standIn(changeFilterSlot, &NoteFilter);
+  tidewell::frmAbout about{main_};
+  std::int16_t IcoNum = 0;
+  about.UpdateMoonIcon(1, IcoNum);
+  EXPECT_EQ(listener, about.hwnd());
+  EXPECT_EQ(heard, RegisterWindowMessageW(L"TaskbarCreated"));
+}
+
+TEST_F(About, WithoutAnIconToRemoveThereIsNoWindow) {
+  tidewell::frmAbout about{main_};
+  std::int16_t IcoNum = 0;
+  about.UpdateMoonIcon(2, IcoNum);
+  EXPECT_EQ(about.hwnd(), nullptr);
+}
+
 TEST_F(About, ShowsTheNewMoonForNumber28) {
   EXPECT_EQ(Update(1, 28), 0);
   const auto newMoon = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(PictureOf(0)));
@@ -93,6 +137,17 @@ TEST_F(About, OpensInTheMiddleOfTheMainWindowsScreen) {
   GetWindowRect(about_.hwnd(), &place);
   EXPECT_NEAR(place.left + place.right, main_.workArea.left + main_.workArea.right, 1);
   EXPECT_NEAR(place.top + place.bottom, main_.workArea.top + main_.workArea.bottom, 1);
+}
+
+TEST_F(About, OpensAgainWhereItWasMovedTo) {
+  Show();
+  SetWindowPos(about_.hwnd(), nullptr, 30, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  SendMessageW(about_.hwnd(), WM_CLOSE, 0, 0);
+  Show();
+  RECT place{};
+  GetWindowRect(about_.hwnd(), &place);
+  EXPECT_EQ(place.left, 30);
+  EXPECT_EQ(place.top, 40);
 }
 
 TEST_F(About, HasTwentyEightPicturesBelowItsClientArea) {
@@ -128,6 +183,12 @@ TEST_F(About, OtherMessagesDoNothingButMakeItTopmost) {
   for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
     EXPECT_EQ(reinterpret_cast<HICON>(SendMessageW(about_.hwnd(), WM_GETICON, size, 0)), main_.Icon(size));
   }
+}
+
+TEST_F(About, ShownAfterAMessageOfTheIconItHasTheKeyboard) {
+  TrayMessage(512);
+  Show();
+  EXPECT_EQ(GetFocus(), GetDlgItem(about_.hwnd(), layout::kCmdOK));
 }
 
 TEST_F(About, ThePointerAtTheColumnOfAClickIsNone) {

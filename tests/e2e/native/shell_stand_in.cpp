@@ -3,8 +3,9 @@
 // Each call is appended to the file "tray-calls" beside the program as one entry, laid out the same way in
 // bench/program.py: command, result, the 88 bytes of the caller's record, and the record's icon as 16 x 16 pixels
 // (blue, green, red, 0), drawn on magenta. While there is a file "tray-refuses", the shell is not there: every call
-// fails. While there is a file "tray-clicks", somebody ticks the southern view before the shell has answered. A file
-// "timer-refuses" makes the system refuse the program every timer.
+// fails. While there is a file "tray-clicks", somebody ticks the southern view before the shell has answered, and while
+// there is a file "tray-ends-session", the session ends before it has. A file "timer-refuses" makes the system refuse
+// the program every timer.
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
@@ -112,6 +113,9 @@ extern "C" __declspec(dllexport) BOOL WINAPI Shell_NotifyIconA(DWORD command, vo
   DrawIconInto(entry.pixels, icon);
   if (Exists(L"tray-clicks")) {
     TickTheSouthernView();
+  }
+  if (Exists(L"tray-ends-session")) {
+    SendMessageW(FindWindowW(L"TidewellMoon", nullptr), WM_ENDSESSION, TRUE, 0);
   }
   const BOOL result = Exists(L"tray-refuses") ? FALSE : CallTheRealOne(command, record);
   entry.result = static_cast<DWORD>(result);

@@ -1,0 +1,40 @@
+#include "forms/controls_win.h"
+
+#include <gtest/gtest.h>
+
+#include "support/system_stand_in_win.h"
+
+extern "C" decltype(&GetDeviceCaps) getDeviceCapsSlot asm("__imp__GetDeviceCaps@8");
+
+namespace {
+
+const auto theSystems = getDeviceCapsSlot;
+
+/// A screen of 120 by 144 pixels an inch.
+int WINAPI OfAFineScreen(HDC dc, int what) {
+  return what == LOGPIXELSX ? 120 : what == LOGPIXELSY ? 144 : theSystems(dc, what);
+}
+
+TEST(Control, StandsWhereTheScreensResolutionPutsIt) {
+  const SystemStandIn standIn(getDeviceCapsSlot, &OfAFineScreen);
+  const HWND parent = CreateWindowW(L"STATIC", L"", 0, 0, 0, 900, 900, HWND_MESSAGE, nullptr, nullptr, nullptr);
+  const forms::Control control({.kind = forms::ControlKind::Label,
+                                .id = 1,
+                                .caption = L"",
+                                .place = {1440, 720, 2880, 360},
+                                .font = {.face = L"Arial", .points = 9, .bold = false}},
+                               parent);
+  RECT place{};
+  GetWindowRect(control.hwnd(), &place);
+  MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
+  EXPECT_EQ(place.left, 120);
+  EXPECT_EQ(place.top, 72);
+  EXPECT_EQ(place.right, 120 + 240);
+  EXPECT_EQ(place.bottom, 72 + 36);
+  LOGFONTW font{};
+  GetObjectW(reinterpret_cast<HGDIOBJ>(SendMessageW(control.hwnd(), WM_GETFONT, 0, 0)), sizeof font, &font);
+  EXPECT_EQ(font.lfHeight, -18);
+  DestroyWindow(parent);
+}
+
+}  // namespace

@@ -1,0 +1,39 @@
+#include "start/previous_instance_win.h"
+
+#include <gtest/gtest.h>
+
+#include "support/system_stand_in_win.h"
+
+extern "C" decltype(&CreateMutexW) createMutexSlot asm("__imp__CreateMutexW@12");
+
+namespace {
+
+using tidewell::PreviousInstanceTest;
+
+TEST(PreviousInstance, IsFoundAsLongAsItLives) {
+  {
+    const PreviousInstanceTest first;
+    EXPECT_FALSE(first.AnotherIsRunning());
+    EXPECT_TRUE(PreviousInstanceTest().AnotherIsRunning());
+  }
+  EXPECT_FALSE(PreviousInstanceTest().AnotherIsRunning());
+}
+
+/// Another user at the same computer runs a copy of his own.
+TEST(PreviousInstance, IsSoughtInTheUsersSessionAlone) {
+  const runtime::unique_mutex everywhere(CreateMutexW(nullptr, FALSE, L"Global\\" TIDEWELL_NAME " is running"));
+  ASSERT_NE(everywhere, nullptr);
+  EXPECT_FALSE(PreviousInstanceTest().AnotherIsRunning());
+}
+
+HANDLE WINAPI Deny(SECURITY_ATTRIBUTES* /*security*/, BOOL /*owned*/, LPCWSTR /*name*/) {
+  SetLastError(ERROR_ACCESS_DENIED);
+  return nullptr;
+}
+
+TEST(PreviousInstance, OfHigherRightsIsOne) {
+  const SystemStandIn standIn(createMutexSlot, &Deny);
+  EXPECT_TRUE(PreviousInstanceTest().AnotherIsRunning());
+}
+
+}  // namespace
