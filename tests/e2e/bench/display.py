@@ -40,7 +40,7 @@ class Display:
         self._logs = logs
         self._processes = []
         read, write = os.pipe()
-        # Without -noreset the screen starts anew after a look by its only client, and refuses who comes meanwhile.
+        # Without -noreset the server starts anew when its last client leaves, and turns away who comes just then.
         self._start("Xvfb", "-displayfd", str(write), "-noreset", "-screen", "0", f"{WIDTH}x{HEIGHT}x24",
                     pass_fds=[write])
         os.close(write)
