@@ -8,14 +8,15 @@ namespace forms {
 /// the system does not. The first time it is the first control in tab order.
 class FocusKeeper {
  public:
-  /// To be called for every message of the form, before it is handled. Asking at each is what it takes: a form that is
-  /// minimised, by itself or by the shell that shows the desktop, hears of it when the focus is gone already.
-  void OnMessage(HWND form, UINT message) noexcept {
-    const HWND focus = GetFocus();
-    if (IsChild(form, focus) != FALSE) {
-      last_ = focus;
-    } else if (message == WM_SETFOCUS) {  // as the default handling of WM_ACTIVATE gives it to the form itself
-      PassOn(form);
+  /// To be called for every message of the form, before it is handled.
+  void OnMessage(HWND form, UINT message, WPARAM wParam) noexcept {
+    if (message == WM_ACTIVATE && LOWORD(wParam) == WA_INACTIVE) {
+      Save(form, GetFocus());
+    } else if (message == WM_SETFOCUS) {  // activated, or minimised: then in the place of the control that had it
+      Save(form, reinterpret_cast<HWND>(wParam));
+      if (IsIconic(form) == FALSE) {
+        PassOn(form);
+      }
     }
   }
 
@@ -26,6 +27,8 @@ class FocusKeeper {
   }
 
  private:
+  void Save(HWND form, HWND focus) noexcept { last_ = IsChild(form, focus) != FALSE ? focus : last_; }
+
   HWND last_ = nullptr;
 };
 

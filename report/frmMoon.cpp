@@ -79,11 +79,7 @@ void frmMoon::Load() {
   Timer2.emplace(hwnd(), kTimer2, layout::kTimerInterval);
 }
 
-forms::DrawingList& frmMoon::Drawing() {
-  const RECT picture = forms::ToRect(SquareOfRadius(kDiscRadius + 1));  // with the ring of Paint
-  InvalidateRect(hwnd(), &picture, TRUE);
-  return drawing_;
-}
+forms::DrawingList& frmMoon::Drawing() { return drawing_; }
 
 void frmMoon::SetLabel1Caption(const std::wstring& caption) { controls_->Label1.SetCaption(caption); }
 
@@ -105,7 +101,7 @@ RECT frmMoon::WorkArea() const { return forms::WorkAreaOf(hwnd()); }
 
 LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   forms::StayOnScreen(hwnd(), message, wParam);
-  focus_.OnMessage(hwnd(), message);
+  focus_.OnMessage(hwnd(), message, wParam);
   switch (message) {
     case WM_TIMER:
       if (wParam == kTimer1) {
@@ -186,7 +182,12 @@ void frmMoon::Refresh() {
 }
 
 void frmMoon::ReportAndUpdateIcon(std::int32_t Value) {
+  const std::vector<forms::DrawingList::Primitive> shown = drawing_.Primitives();
   mMoon::UpdateMoonReport();
+  if (drawing_.Primitives() != shown) {  // every few hours alone
+    const RECT picture = forms::ToRect(SquareOfRadius(kDiscRadius));
+    InvalidateRect(hwnd(), &picture, TRUE);
+  }
   std::int16_t IcoNum = IcoNumFromIconNumber();
   about_.UpdateMoonIcon(Value, IcoNum);
 }

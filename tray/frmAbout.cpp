@@ -108,7 +108,7 @@ void frmAbout::UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum) {
 
 LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   forms::StayOnScreen(hwnd(), message, wParam);
-  focus_.OnMessage(hwnd(), message);
+  focus_.OnMessage(hwnd(), message, wParam);
   if (message == taskbarCreated_ && taskbarCreated_ != 0) {
     trayIcon_.Restore();
     return 0;

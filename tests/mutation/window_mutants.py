@@ -106,7 +106,7 @@ WINDOW_MUTANTS = [
     mutant("centring-resizes", PLACE, "SWP_NOSIZE | ", "", "a window of no size"),
     mutant("icon-left-by-a-quit", START, "  frmMoon.EndProgram();\n", "", "a loop that ends by itself"),
     mutant("narrow-ellipses-by-the-system", REPLAY, "kNarrow = 10", "kNarrow = 0", "Wine paints stray pixels"),
-    mutant("narrow-ellipse-to-the-left", REPLAY, "ellipse.centre.x + half + 1", "ellipse.centre.x + half", "a column less"),
+    mutant("narrow-ellipse-to-the-left", REPLAY, ".right = box.right - inset", ".right = box.right - inset - 1", "a column less"),
     # --- Fonts and texts
     mutant("font-not-bold", CONTROLS, "font.bold ? FW_BOLD : FW_NORMAL", "FW_NORMAL", "no bold fonts"),
     mutant("font-of-the-cell", CONTROLS, "lfHeight = -ToPixels", "lfHeight = ToPixels", "the height of the whole line"),
@@ -211,6 +211,7 @@ WINDOW_MUTANTS = [
     mutant("enter-closes-from-anywhere", MAIN, "GetFocus() == controls_->Command1.hwnd() ?", "true ?", "the program ends by accident"),
     mutant("picture-not-redrawn", MAIN, "  InvalidateRect(hwnd(), &picture, TRUE);\n", "  (void)picture;\n",
            "the old picture until something covers it"),
+    mutant("picture-redrawn-each-minute", MAIN, "drawing_.Primitives() != shown", "true", "a third of a quiet minute's work more"),
     mutant("end-behind-the-icon", MAIN, "  runtime::End();  // first: the shell may send more of the icon's messages while it takes the icon away\n"
            "  std::int16_t IcoNum = 0;\n  about_.UpdateMoonIcon(2, IcoNum);\n",
            "  std::int16_t IcoNum = 0;\n  about_.UpdateMoonIcon(2, IcoNum);\n  runtime::End();\n",

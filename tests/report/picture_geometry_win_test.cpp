@@ -172,9 +172,10 @@ TEST_F(PictureGeometry, HoldsAroundTheQuarters) {
   const SystemStandIn standIn(ellipseSlot, &LookAtTheEllipse);
   for (int thousandth = 450; thousandth <= 550; ++thousandth) {
     double fraction = thousandth / 1000.0;
-    std::int16_t waning = thousandth % 2;
+    auto waning = static_cast<std::int16_t>(thousandth % 2);
     SCOPED_TRACE(fraction);
     mMoon::DrawMoonPhase(form(), fraction, waning);
+    Repaint();
     Look();
   }
 }

@@ -29,6 +29,10 @@ class Picture : public ShownMoon {
     std::int16_t flag = waning;
     mMoon::DrawMoonPhase(form(), fraction, flag);
     Repaint();
+    return ShownRow();
+  }
+
+  std::string ShownRow() {
     std::string row;
     for (int x = 60; x <= 190; ++x) {
       const COLORREF colour = Pixel(x, kCentreY);
@@ -97,14 +101,21 @@ TEST_F(Picture, TheFailingFractionLeavesDiscDarkHalfAndWhiteRim) {
 }
 
 TEST_F(Picture, ANewOneIsPaintedByItself) {
-  CentreRow(0, 0);
-  double fraction = 0;
-  std::int16_t waning = 0;
-  mMoon::DrawMoonPhase(form(), fraction, waning);
+  const std::string white = CentreRow(0, 0);
+  SendMessageW(form().hwnd(), WM_TIMER, 1, 0);
   UpdateWindow(form().hwnd());  // as the message loop does
-  for (int x = 60; x <= 190; ++x) {
-    ASSERT_EQ(Pixel(x, kCentreY), kBlack) << x;
-  }
+  EXPECT_NE(ShownRow(), white);
+}
+
+TEST_F(Picture, OneOfTheSamePixelsIsNotPaintedAgain) {
+  const runtime::DateValue start = now;
+  SendMessageW(form().hwnd(), WM_TIMER, 1, 0);
+  UpdateWindow(form().hwnd());
+  now = runtime::AddTime(start, 0, 1);
+  SendMessageW(form().hwnd(), WM_TIMER, 1, 0);
+  EXPECT_EQ(tidewell::LastUpdate, now);
+  EXPECT_FALSE(GetUpdateRect(form().hwnd(), nullptr, FALSE));
+  now = start;
 }
 
 TEST_F(Picture, PersistsWhenTheWindowIsHiddenMovedOffScreenOrRepainted) {
