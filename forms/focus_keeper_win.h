@@ -14,7 +14,14 @@ class FocusKeeper {
     const HWND focus = GetFocus();
     if (IsChild(form, focus) != FALSE) {
       last_ = focus;
-    } else if (message == WM_SETFOCUS) {  // as the default handling of WM_ACTIVATE gives it to the form itself
+    } else if (message == WM_SETFOCUS) {
+      PassOn(form);
+    }
+  }
+
+  /// To be called for WM_ACTIVATE, instead of the default handling, which would give the focus to the form itself.
+  void OnActivate(HWND form, WPARAM wParam) noexcept {
+    if (LOWORD(wParam) != WA_INACTIVE && HIWORD(wParam) == 0) {  // not minimised
       PassOn(form);
     }
   }

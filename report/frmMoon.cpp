@@ -124,6 +124,9 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_WINDOWPOSCHANGING:
       LeaveTheKeyboard(*reinterpret_cast<WINDOWPOS*>(lParam));
       return DefaultHandling(message, wParam, lParam);
+    case WM_ACTIVATE:
+      focus_.OnActivate(hwnd(), wParam);
+      return 0;
     case WM_CLOSE:
       Unload();
       return 0;

@@ -134,6 +134,9 @@ LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case DM_GETDEFID:
       return MAKELRESULT(layout::kCmdOK, DC_HASDEFID);
+    case WM_ACTIVATE:
+      focus_.OnActivate(hwnd(), wParam);
+      return 0;
     case WM_CLOSE:
       Unload();
       return 0;
