@@ -8,15 +8,20 @@ namespace forms {
 /// the system does not. The first time it is the first control in tab order.
 class FocusKeeper {
  public:
-  /// To be called for every message of the form, before it is handled.
-  void OnMessage(HWND form, UINT message, WPARAM wParam) noexcept {
-    if (message == WM_ACTIVATE && LOWORD(wParam) == WA_INACTIVE) {
+  /// To be called for WM_ACTIVATE, instead of the default handling, which would give the focus to the form itself.
+  void OnActivate(HWND form, WPARAM wParam) noexcept {
+    if (LOWORD(wParam) == WA_INACTIVE) {
       Save(form, GetFocus());
-    } else if (message == WM_SETFOCUS) {  // activated, or minimised: then in the place of the control that had it
-      Save(form, reinterpret_cast<HWND>(wParam));
-      if (IsIconic(form) == FALSE) {
-        PassOn(form);
-      }
+    } else if (HIWORD(wParam) == 0) {  // not minimised
+      PassOn(form);
+    }
+  }
+
+  /// To be called for WM_SETFOCUS: the form gets it as it is minimised, from the control that had it.
+  void OnSetFocus(HWND form, WPARAM wParam) noexcept {
+    Save(form, reinterpret_cast<HWND>(wParam));
+    if (IsIconic(form) == FALSE) {
+      PassOn(form);
     }
   }
 

@@ -101,7 +101,6 @@ RECT frmMoon::WorkArea() const { return forms::WorkAreaOf(hwnd()); }
 
 LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   forms::StayOnScreen(hwnd(), message, wParam);
-  focus_.OnMessage(hwnd(), message, wParam);
   switch (message) {
     case WM_TIMER:
       if (wParam == kTimer1) {
@@ -120,6 +119,12 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_WINDOWPOSCHANGING:
       LeaveTheKeyboard(*reinterpret_cast<WINDOWPOS*>(lParam));
       return DefaultHandling(message, wParam, lParam);
+    case WM_ACTIVATE:
+      focus_.OnActivate(hwnd(), wParam);
+      return 0;
+    case WM_SETFOCUS:
+      focus_.OnSetFocus(hwnd(), wParam);
+      return 0;
     case WM_CLOSE:
       Unload();
       return 0;

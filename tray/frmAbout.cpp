@@ -108,7 +108,6 @@ void frmAbout::UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum) {
 
 LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   forms::StayOnScreen(hwnd(), message, wParam);
-  focus_.OnMessage(hwnd(), message, wParam);
   if (message == taskbarCreated_ && taskbarCreated_ != 0) {
     trayIcon_.Restore();
     return 0;
@@ -134,6 +133,12 @@ LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case DM_GETDEFID:
       return MAKELRESULT(layout::kCmdOK, DC_HASDEFID);
+    case WM_ACTIVATE:
+      focus_.OnActivate(hwnd(), wParam);
+      return 0;
+    case WM_SETFOCUS:
+      focus_.OnSetFocus(hwnd(), wParam);
+      return 0;
     case WM_CLOSE:
       Unload();
       return 0;
