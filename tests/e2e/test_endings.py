@@ -116,6 +116,13 @@ def test_of_fifty_copies_started_at_once_one_stays(bench, start):
                 copy.kill()
 
 
+def test_only_installers_start_it_again(program):
+    """Not a crash, a hang or a start of the system. Wine does not do it, and logs that it was asked to."""
+    no_crash, no_hang, no_reboot = 1, 2, 8
+    assert f"RegisterApplicationRestart ((null),{no_crash | no_hang | no_reboot})" in \
+        (program.folder / "program.log").read_text()
+
+
 @pytest.mark.parametrize("ticked, hidden", [(False, False), (True, False), (True, True)])
 def test_the_end_of_the_session_is_never_blocked(program, ticked, hidden):
     if ticked:

@@ -139,6 +139,8 @@ WINDOW_MUTANTS = [
            "showCommand);\n  if (false) {", "a fixed layout in a large window"),
     mutant("shown-at-the-end", START, "    if (!runtime::Ending()) {\n      ShowMainWindow", "    {\n      ShowMainWindow",
            "a window comes though the program ends"),
+    mutant("restart-not-asked-for", START, "  AskToBeRestarted();\n", "", "an installer leaves it ended"),
+    mutant("restart-after-a-reboot", START, " | RESTART_NO_REBOOT", "", "it comes back unasked"),
     # --- Run-time errors
     mutant("no-memory-is-internal", RUN_TIME_END, "    return ErrorNumber::OutOfMemory;", "    return ErrorNumber::InternalError;",
            "another error"),
