@@ -15,5 +15,6 @@ if [[ -e $cache ]]; then
   fi
 fi
 
+printf '\n== building %s\n' "$1"
 cmake --preset "$1" >/dev/null
 cmake --build --preset "$1" -j2

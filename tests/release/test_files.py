@@ -3,6 +3,7 @@
 import hashlib
 import json
 import re
+import shutil
 import subprocess
 import zipfile
 from urllib.parse import unquote
@@ -48,7 +49,16 @@ def test_the_sums_are_those_of_all_other_files(dist):
     listed = dict(reversed(line.split("  ", 1)) for line in (dist / "SHA256SUMS").read_text().splitlines())
     assert listed == {name: hashlib.sha256(data).hexdigest() for name, data in files(dist).items()
                       if name != "SHA256SUMS"}
-    subprocess.run(["sha256sum", "--check", "--quiet", "SHA256SUMS"], cwd=dist, check=True)
+
+
+def test_a_download_is_checked_as_the_documents_say(dist, version, tmp_path):
+    download = tmp_path / f"Tidewell-{version}-setup.exe"
+    for name in (download.name, "SHA256SUMS"):
+        shutil.copy(dist / name, tmp_path)
+    check = "sha256sum --check --ignore-missing SHA256SUMS".split()
+    subprocess.run(check, cwd=tmp_path, check=True)
+    download.write_bytes(download.read_bytes() + b"more")
+    assert subprocess.run(check, cwd=tmp_path).returncode == 1
 
 
 def test_the_archive_holds_the_program_and_its_papers_as_committed(dist, version):
