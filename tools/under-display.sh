@@ -5,8 +5,9 @@ set -euo pipefail
 
 # The server picks a free display itself and tells it when it is ready for use.
 # In a session of its own it does not get the terminal's Ctrl-C, so that it is
-# there until the command has ended.
-exec {told}< <(exec setsid Xvfb -displayfd 1 -screen 0 1024x768x24 2>/dev/null)
+# there until the command has ended. Without -noreset it starts anew when its last
+# client leaves, and turns away who comes just then.
+exec {told}< <(exec setsid Xvfb -displayfd 1 -noreset -screen 0 1024x768x24 2>/dev/null)
 server=$!
 trap 'kill "$server" 2>/dev/null; wait "$server" 2>/dev/null || true' EXIT
 trap 'exit 130' INT

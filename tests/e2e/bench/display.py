@@ -40,7 +40,9 @@ class Display:
         self._logs = logs
         self._processes = []
         read, write = os.pipe()
-        self._start("Xvfb", "-displayfd", str(write), "-screen", "0", f"{WIDTH}x{HEIGHT}x24", pass_fds=[write])
+        # Without -noreset the server starts anew when its last client leaves, and turns away who comes just then.
+        self._start("Xvfb", "-displayfd", str(write), "-noreset", "-screen", "0", f"{WIDTH}x{HEIGHT}x24",
+                    pass_fds=[write])
         os.close(write)
         with os.fdopen(read) as told:
             number = told.readline().strip()
