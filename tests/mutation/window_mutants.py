@@ -135,9 +135,9 @@ WINDOW_MUTANTS = [
     mutant("frame-sunken", CONTROLS, "EDGE_ETCHED", "EDGE_SUNKEN", "another edge"),
     mutant("timer-of-3-s", LAYOUT, "kTimerInterval = 1000", "kTimerInterval = 3000", "ticks too rarely"),
     mutant("no-second-timer", MAIN, "  Timer2.emplace(hwnd(), kTimer2, layout::kTimerInterval);\n", "", "one timer"),
-    mutant("focus-lost-by-minimising", FOCUS, "IsChild(form, focus) != FALSE",
-           "IsChild(form, focus) != FALSE && message == WM_ACTIVATE", "the first control has it again"),
-    mutant("focus-stays-on-the-form", FOCUS, "message == WM_SETFOCUS", "false", "no control has it"),
+    mutant("focus-lost-by-minimising", FOCUS, "    Save(form, reinterpret_cast<HWND>(wParam));\n", "",
+           "the first control has it again"),
+    mutant("focus-stays-on-the-form", FOCUS, "IsIconic(form) == FALSE", "false", "no control has it"),
     mutant("focus-on-the-first-control", FOCUS, "last_ != nullptr ? last_ : first", "first", "nothing is remembered"),
     # --- Start
     mutant("start-minimised-ignored", START, "showCommand == SW_SHOWMAXIMIZED ? SW_SHOWNORMAL : showCommand",

@@ -197,8 +197,7 @@ TEST_F(Look, WhatStoodInTheWindowBeforeIsErased) {
   const RECT all = {0, 0, 257, 342};
   FillRect(dc, &all, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
   ReleaseDC(form().hwnd(), dc);
-  form().Drawing();  // a new report is drawn
-  UpdateWindow(form().hwnd());
+  Repaint();
   const WindowPixels pixels(form().hwnd());
   for (const POINT& place : {POINT{3, 3}, {30, 85}, {220, 85}, {125, 160}, {3, 330}, {100, 325}}) {
     EXPECT_EQ(pixels.At(place.x, place.y), GetSysColor(COLOR_3DFACE)) << place.x << ", " << place.y;
