@@ -3,8 +3,9 @@
 
 repository=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 export WINEPREFIX=$repository/build/wine-prefix WINEARCH=win32 WINEDEBUG=-all
-# No offer to download .NET or a browser, no menu entries on the user's desktop.
-export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
+# No offer to download .NET or a browser, no menu entries on the user's desktop,
+# no debugger whose box would keep a program that has crashed.
+export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=;winedbg.exe="
 
 unmanaged() {
   env -u DISPLAY wine reg add "HKCU\\Software\\Wine\\AppDefaults\\$1\\X11 Driver" /v Managed /d N /f

@@ -328,5 +328,6 @@ PORTABLE_MUTANTS = [
 EXPLAINED = {
     "civil-sum-order": "B is a small whole number: adding it rounds nothing, before or after the large constant",
     "scale-before-the-picture": "no fraction of a disc lets the picture fail behind its first step",
+    "menu-under-the-box": "Windows promises the end of a menu of EndMenu alone; Wine ends it by what follows that, too",
     "focus-of-a-minimised-window": "the system gives the focus to no control of a minimised window",
 }

@@ -191,6 +191,14 @@ TEST_F(About, ShownAfterAMessageOfTheIconItHasTheKeyboard) {
   EXPECT_EQ(GetFocus(), GetDlgItem(about_.hwnd(), layout::kCmdOK));
 }
 
+TEST_F(About, ActiveForTheMenuBeforeItWasShownItHasTheKeyboardOnOk) {
+  SendMessageW(about_.hwnd(), WM_ACTIVATE, WA_ACTIVE, 0);
+  EXPECT_EQ(GetFocus(), about_.hwnd()) << "there is no control yet";
+  SendMessageW(about_.hwnd(), WM_ACTIVATE, WA_INACTIVE, 0);
+  Show();
+  EXPECT_EQ(GetFocus(), GetDlgItem(about_.hwnd(), layout::kCmdOK));
+}
+
 TEST_F(About, ThePointerAtTheColumnOfAClickIsNone) {
   for (const int row : {1, 100, -1}) {
     TrayMessage(MAKELONG(514, row));
