@@ -11,11 +11,8 @@ from stage import BUILD, EMPTY, TIDEWELL, WINDOWS, printed_by
 
 # Why a goal is not met, by its name in goals().
 REASONS = {
-    "report, native, to astronomia":
-        "a fifth of a report is the exact decimal text that hours, ages and icon numbers are read from, to the letter; "
-        "the places of Sun and Moon are summed in full",
     "quiet minute, to the empty window":
-        "what is left over is the one update a minute: report, tray, repaint",
+        "what is left over is the one update a minute, half of it the call of the shell",
 }
 
 
