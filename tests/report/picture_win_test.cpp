@@ -9,8 +9,8 @@
 #include "report/settings.h"
 #include "runtime/handle_win.h"
 #include "support/shown_frmMoon.h"
-#include "tray/tray_icon_data.h"
 #include "tray/phase_drawing.h"
+#include "tray/tray_icon_data.h"
 
 namespace {
 
