@@ -201,7 +201,8 @@ it names is compared. libnova and astronomia answer in dynamical time, half a mi
 
 ## Over the years
 
-The processor time of a report natively, from the year 101 to the year 9998, by century; the years 2000 to 2100 = 1:
+The processor time of a report natively, from the year 101 to the year 9998, by century; the years 2000 to 2100 = 1.
+Each is the least of its runs:
 
 {growth_table(m.growth)}
 

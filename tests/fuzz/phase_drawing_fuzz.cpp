@@ -16,6 +16,7 @@ using namespace tidewell;
 namespace {
 
 constexpr double kRadius = 65;
+constexpr double kTooGreat = 1e9;  ///< more than 15 digits with the label's six decimals
 
 float IconOf(double value) {
   PhaseToIconNumber(value);
@@ -56,8 +57,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     Require(error == ErrorNumber::DivisionByZero && form.label1 == L"Label1", "0.49999 divides by zero");
   } else if (std::isnan(lit)) {
     Require(error == ErrorNumber::InvalidProcedureCall, "a NaN is error 5");
-  } else if (dark > 1e306) {
-    Require(!error || error == ErrorNumber::Overflow, "a number that is too large is error 6");
+  } else if (dark >= kTooGreat) {
+    Require(error == ErrorNumber::Overflow && form.label1 == L"Label1", "a number without a text is error 6");
   } else {
     Require(!error, "there is a picture");
     const std::int16_t want = southern ? (flag == 0 ? 1 : 0) : flag;
@@ -72,7 +73,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   support::RecordingForm unfinished;
   const auto darkError = ErrorOf([&] { DrawDarkFraction(unfinished, other, flag); });
   Require((darkError == ErrorNumber::DivisionByZero) == (other == 0.49999), "0.49999 alone divides by zero");
-  if (darkError) {
+  if (std::fabs(other) >= kTooGreat) {
+    RequireArithmetic(darkError);
+    Require(unfinished.label1 == L"Label1", "no label");
+  } else if (darkError) {
     RequireArithmetic(darkError);
     Require(unfinished.label1 == L"Label1" && unfinished.drawing.Primitives().size() == 3, "no terminator, no label");
   } else if (other >= 0) {
