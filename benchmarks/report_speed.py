@@ -95,8 +95,8 @@ def measure(stage, rounds):
 
 
 def measure_growth(_stage, repetitions):
-    """The report's processor time by span of years ("1900-1910"), in microseconds: the least of interleaved runs, since a
-    neighbour on the core makes a run half as long again."""
+    """The report's processor time by span of years ("1900-1910"), in microseconds: the least of interleaved runs, since
+    a neighbour on the core makes a run half as long again."""
     taken = collections.defaultdict(list)
     for run in _google_benchmark("growth/", "--benchmark_min_time=0.02", f"--benchmark_repetitions={repetitions}",
                                  "--benchmark_enable_random_interleaving=true"):

@@ -17,7 +17,8 @@ class FocusKeeper {
     }
   }
 
-  /// To be called for WM_SETFOCUS: the form gets it as it is minimised, from the control that had it.
+  /// To be called for WM_SETFOCUS. A form that is minimised gets the focus from the control that had it; any other
+  /// passes it on.
   void OnSetFocus(HWND form, WPARAM wParam) noexcept {
     Save(form, reinterpret_cast<HWND>(wParam));
     if (IsIconic(form) == FALSE) {

@@ -46,6 +46,27 @@ bool ChangesTheReport(UINT message, WPARAM wParam, LPARAM lParam) {
   }
 }
 
+/// Has the picture painted again at the end of a report, also of one that an error cuts short, where its pixels have
+/// changed: every few hours.
+class PictureRepaint {
+ public:
+  PictureRepaint(HWND window, const forms::DrawingList& drawing)
+      : window_(window), drawing_(drawing), before_(drawing.Primitives()) {}
+  ~PictureRepaint() {
+    if (drawing_.Primitives() != before_) {
+      const RECT picture = forms::ToRect(SquareOfRadius(kDiscRadius));
+      InvalidateRect(window_, &picture, FALSE);  // its first circle covers the old one
+    }
+  }
+  PictureRepaint(const PictureRepaint&) = delete;
+  PictureRepaint& operator=(const PictureRepaint&) = delete;
+
+ private:
+  HWND window_;
+  const forms::DrawingList& drawing_;
+  std::vector<forms::DrawingList::Primitive> before_;
+};
+
 }  // namespace
 
 frmMoon::Controls::Controls(HWND form)
@@ -187,12 +208,8 @@ void frmMoon::Refresh() {
 }
 
 void frmMoon::ReportAndUpdateIcon(std::int32_t Value) {
-  const std::vector<forms::DrawingList::Primitive> shown = drawing_.Primitives();
+  const PictureRepaint repaint(hwnd(), drawing_);
   mMoon::UpdateMoonReport();
-  if (drawing_.Primitives() != shown) {  // every few hours alone
-    const RECT picture = forms::ToRect(SquareOfRadius(kDiscRadius));
-    InvalidateRect(hwnd(), &picture, TRUE);
-  }
   std::int16_t IcoNum = IcoNumFromIconNumber();
   about_.UpdateMoonIcon(Value, IcoNum);
 }

@@ -16,8 +16,9 @@ inline std::wstring DecimalSeparator = L".";
 /// zero: 9.99995 gives "10.0000" although the double lies just below. A negative value keeps its minus sign, also when
 /// all its digits round to zero.
 ///
-/// Given:    value    a number that has at most 15 digits with its decimals
-///           pattern  zeros, optionally followed by a point and at most seven zeros
+/// Given:    value    a number below ten to the power 15 less the pattern's decimals
+///           pattern  zeros, optionally followed by a point and zeros: at most seven, since values below 1e-8 are not
+///                    taken to all of their 15 digits
 /// Returned: the text, with DecimalSeparator in place of the point
 /// Errors:   6 Overflow for a greater number or an infinity, 5 Invalid procedure call or argument for a NaN
 [[nodiscard]] std::wstring FormatNumber(double value, std::wstring_view pattern);

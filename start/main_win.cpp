@@ -49,7 +49,7 @@ void AskToBeRestarted() { RegisterApplicationRestart(nullptr, RESTART_NO_CRASH |
   // Also after an error, or where the loop has ended by itself: the icon must not be left behind dead.
   frmMoon.EndProgram();
   const int status = runtime::ReportRunTimeError();
-  // The system takes all windows away at once, in half the time that destroying them one by one would take.
+  // The system takes all windows away at once, which takes less time than destroying them one by one.
   ExitProcess(static_cast<UINT>(status));
 }
 

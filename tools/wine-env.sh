@@ -3,9 +3,8 @@
 
 repository=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 export WINEPREFIX=$repository/build/wine-prefix WINEARCH=win32 WINEDEBUG=-all
-# No offer to download .NET or a browser, no menu entries on the user's desktop,
-# no debugger whose box would keep a program that has crashed.
-export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=;winedbg.exe="
+# No offer to download .NET or a browser, no menu entries on the user's desktop.
+export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
 
 unmanaged() {
   env -u DISPLAY wine reg add "HKCU\\Software\\Wine\\AppDefaults\\$1\\X11 Driver" /v Managed /d N /f
@@ -38,6 +37,8 @@ wine_prefix() {
         ln -s /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts/" &&
         env -u DISPLAY wine reg add 'HKCU\Software\Wine\Fonts\Replacements' \
           /v Arial /d 'Liberation Sans' /f &&
+        # A crash ends the program instead of asking.
+        env -u DISPLAY wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f &&
         # Without a window manager Wine waits 2 s whenever a window that it takes
         # for managed is hidden: not so for the tests and for the tray's own.
         unmanaged window_tests.exe && unmanaged explorer.exe &&

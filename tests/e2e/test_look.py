@@ -1,5 +1,7 @@
 """What a user sees of the program when it starts, comes back and ends."""
 
+import datetime
+
 import pytest
 
 from bench.driver import SC_MINIMIZE, WM_CLOSE, WM_SYSCOMMAND
@@ -25,13 +27,18 @@ def test_the_focus_is_where_it_was_after_minimising(program, control):
     assert focus(program) == control
 
 
+def move_into_the_corner(program):
+    """Moves the main window to where no box covers it."""
+    x, y, width, _ = program.main().screen
+    program.display.drag((x + width // 2, y + 10), (width // 2 + 20, 30))
+    until(lambda: program.main().screen[0] == 20, "main window in the corner")
+
+
 def test_the_main_window_stands_disabled_and_painted_behind_the_box_of_an_error(bench, start):
     folder = bench.folder()
     (folder / "vesk.dat").symlink_to("/dev/full")
     program = start(folder=folder)
-    x, y, width, _ = program.main().screen
-    program.display.drag((x + width // 2, y + 10), (width // 2 + 20, 30))  # away from the box
-    until(lambda: program.main().screen[0] == 20, "main window in the corner")
+    move_into_the_corner(program)
     picture = moon(program)
     program.click(SOUTH)
     box = until(program.message_box, "message box")
@@ -41,6 +48,16 @@ def test_the_main_window_stands_disabled_and_painted_behind_the_box_of_an_error(
     assert not main.enabled
     assert moon(program) == picture
     assert DISK_FULL in box.texts
+
+
+def test_the_picture_of_a_report_that_fails_later_is_painted(program):
+    move_into_the_corner(program)
+    picture = moon(program)
+    program.clock.set(program.local(datetime.datetime(9999, 12, 30, 12, 0, 10)))
+    program.hurry()
+    until(program.message_box, "message box")
+    x, y = program.main().client_origin
+    until(lambda: program.display.grab(x + 60, y + 20, 131, 131) != picture, "another picture")
 
 
 @pytest.fixture

@@ -53,7 +53,8 @@ def copy_of_the_sources(folder):
 
 def run_release(sources, *arguments, prefix=(), log, **more):
     with open(log, "w") as output:
-        subprocess.run([*prefix, "./release", *arguments], cwd=sources, check=True, stdout=output, stderr=output, **more)
+        subprocess.run([*prefix, "./release", *arguments], cwd=sources, check=True, stdout=output, stderr=output,
+                       **more)
     return sources / "dist"
 
 

@@ -46,8 +46,9 @@ TEST(Locale, HasTwelveMonthsAndASeparator) {
 TEST(Locale, IsReadAnew) {
   const std::wstring before = runtime::ReadUserLocale().decimalSeparator;
   ASSERT_TRUE(SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, L"_"));
-  EXPECT_EQ(runtime::ReadUserLocale().decimalSeparator, L"_");
+  const std::wstring changed = runtime::ReadUserLocale().decimalSeparator;
   SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, before.c_str());
+  EXPECT_EQ(changed, L"_");
 }
 
 /// The title of a window, written in bytes and read in characters, goes through the system's own conversion.
