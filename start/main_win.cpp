@@ -23,9 +23,9 @@ void ShowMainWindow(HWND window, int showCommand) {
   }
 }
 
-/// Lets an installer that ends the program, to replace a file in use, start it again. Not so after a crash or a hang,
-/// which would come back, nor after the system's start, where the user has settled what starts with Windows.
-void AskToBeRestarted() { RegisterApplicationRestart(nullptr, RESTART_NO_CRASH | RESTART_NO_HANG | RESTART_NO_REBOOT); }
+/// Has the program started again that an installer has ended, to replace a file in use, or an update's restart of the
+/// system. Not so after a crash or a hang, which would come back.
+void AskToBeRestarted() { RegisterApplicationRestart(nullptr, RESTART_NO_CRASH | RESTART_NO_HANG); }
 
 [[noreturn]] void Run(int showCommand) {
   AskToBeRestarted();

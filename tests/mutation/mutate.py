@@ -99,7 +99,8 @@ class WindowsTests:
     def __init__(self, tree, jobs, end_to_end):
         self.tree = tree
         self.folder = tree / "build/windows-tests"
-        self.build_command = ["cmake", "--build", self.folder, f"-j{jobs}", "--target", *self.programs, *["Tidewell"] * end_to_end]
+        targets = [*self.programs, *["Tidewell"] * end_to_end]
+        self.build_command = ["cmake", "--build", self.folder, f"-j{jobs}", "--target", *targets]
         self.end_to_end = end_to_end
 
     def configure(self):

@@ -146,7 +146,7 @@ WINDOW_MUTANTS = [
     mutant("shown-at-the-end", START, "    if (!runtime::Ending()) {\n      ShowMainWindow", "    {\n      ShowMainWindow",
            "a window comes though the program ends"),
     mutant("restart-not-asked-for", START, "  AskToBeRestarted();\n", "", "an installer leaves it ended"),
-    mutant("restart-after-a-reboot", START, " | RESTART_NO_REBOOT", "", "it comes back unasked"),
+    mutant("restart-after-a-hang", START, " | RESTART_NO_HANG", "", "it hangs again"),
     # --- Run-time errors
     mutant("no-memory-is-internal", RUN_TIME_END, "    return ErrorNumber::OutOfMemory;", "    return ErrorNumber::InternalError;",
            "another error"),
@@ -210,7 +210,7 @@ WINDOW_MUTANTS = [
     mutant("enter-closes-from-anywhere", MAIN, "GetFocus() == controls_->Command1.hwnd() ?", "true ?", "the program ends by accident"),
     mutant("picture-not-redrawn", MAIN, "InvalidateRect(window_, &picture, FALSE);  // its first circle covers the old one\n", "(void)picture;\n",
            "the old picture until something covers it"),
-    mutant("picture-redrawn-each-minute", MAIN, "drawing_.Primitives() != before_", "true", "a third of a quiet minute's work more"),
+    mutant("picture-redrawn-each-minute", MAIN, "drawing_.Primitives() != before_", "true", "an update takes twice as long"),
     mutant("end-behind-the-icon", MAIN, "  runtime::End();  // first: the shell may send more of the icon's messages while it takes the icon away\n"
            "  std::int16_t IcoNum = 0;\n  about_.UpdateMoonIcon(2, IcoNum);\n",
            "  std::int16_t IcoNum = 0;\n  about_.UpdateMoonIcon(2, IcoNum);\n  runtime::End();\n",
