@@ -43,7 +43,11 @@ runtime::unique_font MakeFont(const FontDescription& font) {
   logical.lfCharSet = DEFAULT_CHARSET;
   const std::wstring_view face = font.face;
   std::copy_n(face.begin(), std::min(face.size(), std::size_t{LF_FACESIZE - 1}), logical.lfFaceName);
-  return runtime::unique_font(CreateFontIndirectW(&logical));
+  runtime::unique_font made(CreateFontIndirectW(&logical));
+  if (!made) {
+    throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
+  }
+  return made;
 }
 
 runtime::unique_icon LoadIconResource(int id, int width, int height) {
@@ -83,8 +87,8 @@ std::wstring Control::Caption() const {
 }
 
 void Control::SetCaption(const std::wstring& caption) {
-  if (caption != Caption()) {
-    SetWindowTextW(hwnd_, caption.c_str());
+  if (caption != Caption() && SetWindowTextW(hwnd_, caption.c_str()) == FALSE) {
+    throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
   }
 }
 

@@ -13,7 +13,7 @@ namespace forms {
 /// Reads the screen's twips per pixel.
 [[nodiscard]] TwipsPerPixel ReadTwipsPerPixel();
 
-/// Makes the font of a control for the screen's resolution. Points are 20 twips.
+/// Makes the font of a control for the screen's resolution. Points are 20 twips. Error: 7 Out of memory.
 [[nodiscard]] runtime::unique_font MakeFont(const FontDescription& font);
 
 /// Loads an icon of a size in pixels from the program's resources; null when there is none.
@@ -35,7 +35,7 @@ class Control {
   /// The caption as it stands on the window.
   [[nodiscard]] std::wstring Caption() const;
 
-  /// Writes the caption. A text that already stands is left alone, which spares a flicker.
+  /// Writes the caption. A text that already stands is left alone, which spares a flicker. Error: 7 Out of memory.
   void SetCaption(const std::wstring& caption);
 
   /// The state of a check box: 0 or 1. Setting it from the program does not notify the form.

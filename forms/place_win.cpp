@@ -6,9 +6,12 @@ namespace forms {
 
 namespace {
 
+/// The main screen's work area, or the whole screen if the system does not tell it.
 RECT MainWorkArea() {
   RECT work{};
-  SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+  if (SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0) == FALSE) {
+    work = {.left = 0, .top = 0, .right = GetSystemMetrics(SM_CXSCREEN), .bottom = GetSystemMetrics(SM_CYSCREEN)};
+  }
   return work;
 }
 
@@ -38,22 +41,25 @@ bool MayNeedAScreen(HWND window, UINT message, WPARAM wParam) {
 
 RECT CentredPlace(int clientWidth, int clientHeight, DWORD style, DWORD exStyle) {
   RECT outer = ToPixels({0, 0, clientWidth, clientHeight}, ReadTwipsPerPixel());
-  AdjustWindowRectEx(&outer, style, FALSE, exStyle);
+  if (AdjustWindowRectEx(&outer, style, FALSE, exStyle) == FALSE) {
+    throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
+  }
   return Centred(outer, MainWorkArea());
 }
 
 RECT WorkAreaOf(HWND window) {
   MONITORINFO monitor{};
   monitor.cbSize = sizeof monitor;
-  GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
-  return monitor.rcWork;
+  const HMONITOR nearest = MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY);
+  return GetMonitorInfoW(nearest, &monitor) != FALSE ? monitor.rcWork : MainWorkArea();
 }
 
 void Centre(HWND window, const RECT& work) {
   RECT place{};
-  GetWindowRect(window, &place);
-  place = Centred(place, work);
-  SetWindowPos(window, nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  if (GetWindowRect(window, &place) != FALSE) {
+    place = Centred(place, work);
+    SetWindowPos(window, nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  }
 }
 
 void StayOnScreen(HWND window, UINT message, WPARAM wParam) {
@@ -71,8 +77,8 @@ void ShowInForeground(HWND window) {
 
 void MakeTopmost(HWND window) {
   RECT place{};
-  GetWindowRect(window, &place);
-  SetWindowPos(window, HWND_TOPMOST, place.left, place.top, place.right - place.left, place.bottom - place.top, 0);
+  const UINT flags = GetWindowRect(window, &place) != FALSE ? 0 : SWP_NOMOVE | SWP_NOSIZE;
+  SetWindowPos(window, HWND_TOPMOST, place.left, place.top, place.right - place.left, place.bottom - place.top, flags);
 }
 
 }  // namespace forms

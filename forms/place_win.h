@@ -5,7 +5,7 @@
 namespace forms {
 
 /// Returns the outer edges of a window with a client area of the given size in twips, centred on the main screen's work
-/// area.
+/// area. Error: 7 Out of memory if the system refuses to tell the edges.
 [[nodiscard]] RECT CentredPlace(int clientWidth, int clientHeight, DWORD style, DWORD exStyle);
 
 /// Brings a window that no screen shows, since its screen is gone, to the middle of the main screen's work area. Other
@@ -22,7 +22,8 @@ void Centre(HWND window, const RECT& work);
 /// Shows a window and brings it to the foreground, restored if it was minimised.
 void ShowInForeground(HWND window);
 
-/// Makes a window topmost at its present place and size. The result is not checked.
+/// Makes a window topmost at its present place and size; it does not move if the system does not tell them. The result
+/// is not checked.
 void MakeTopmost(HWND window);
 
 }  // namespace forms

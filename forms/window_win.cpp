@@ -4,12 +4,15 @@ namespace forms {
 
 void RunMessageLoop() {
   MSG message;
-  // -1, an error, must end the loop too, or it spins.
-  while (!runtime::Ending() && GetMessageW(&message, nullptr, 0, 0) > 0) {
+  BOOL got = TRUE;
+  while (!runtime::Ending() && (got = GetMessageW(&message, nullptr, 0, 0)) > 0) {
     if (IsDialogMessageW(GetAncestor(message.hwnd, GA_ROOT), &message) == FALSE) {
       TranslateMessage(&message);
       DispatchMessageW(&message);
     }
+  }
+  if (got < 0) {
+    throw runtime::RuntimeError(runtime::ErrorNumber::InternalError);
   }
 }
 

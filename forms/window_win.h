@@ -118,6 +118,7 @@ class Window {
 };
 
 /// Runs the messages of this thread until End. Tab, arrows, Space and Enter move and act within every form.
+/// Error: 51 Internal error if the system hands out no more messages.
 void RunMessageLoop();
 
 }  // namespace forms

@@ -97,7 +97,7 @@ void frmMoon::Load() {
   controls_.emplace(hwnd());
   Form_Load();
   Timer1.emplace(hwnd(), kTimer1, layout::kTimerInterval);
-  Timer2.emplace(hwnd(), kTimer2, layout::kTimerInterval);
+  SetTimer(hwnd(), kTimer2, layout::kTimerInterval, nullptr);  // Timer2 has no handler: refused, it is not missed
 }
 
 forms::DrawingList& frmMoon::Drawing() { return drawing_; }
@@ -114,7 +114,7 @@ bool frmMoon::Visible() const { return IsWindowVisible(hwnd()) != FALSE; }
 
 void frmMoon::Show() { forms::ShowInForeground(hwnd()); }
 
-void frmMoon::Hide() { ShowWindow(hwnd(), SW_HIDE); }
+void frmMoon::Hide() { ShowWindow(hwnd(), about_.IconStands() ? SW_HIDE : SW_MINIMIZE); }
 
 HICON frmMoon::Icon(WPARAM size) const { return (size == ICON_SMALL ? smallIcon_ : icon_).get(); }
 
@@ -212,6 +212,9 @@ void frmMoon::ReportAndUpdateIcon(std::int32_t Value) {
   mMoon::UpdateMoonReport();
   std::int16_t IcoNum = IcoNumFromIconNumber();
   about_.UpdateMoonIcon(Value, IcoNum);
+  if (Value == 1 && !Visible() && !about_.IconStands() && !runtime::Ending()) {
+    ShowWindow(hwnd(), SW_SHOWMINNOACTIVE);  // nobody can reach a hidden window without an icon
+  }
 }
 
 void frmMoon::EndProgram() {

@@ -85,7 +85,6 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   runtime::DateValue LastUpdate = 0;  ///< clock reading at the last update made by the timer
   bool refreshAtTick_ = false;        ///< the next tick updates, within the same minute too
   std::optional<forms::Timer> Timer1;
-  std::optional<forms::Timer> Timer2;  ///< has no handler and does nothing
 };
 
 }  // namespace tidewell

@@ -17,7 +17,7 @@ struct TimeZoneReading {
 /// The system's local clock, to the second.
 [[nodiscard]] DateValue SystemNow();
 
-/// The system's zone.
+/// The system's zone. If the system refuses, the Result is -1 and the biases are those of the last reading.
 [[nodiscard]] TimeZoneReading SystemTimeZone();
 
 }  // namespace runtime

@@ -11,12 +11,15 @@ DateValue SystemNow() {
 }
 
 TimeZoneReading SystemTimeZone() {
+  static TimeZoneReading last{};
   TIME_ZONE_INFORMATION zone{};
-  const DWORD result = GetTimeZoneInformation(&zone);
-  return {.Result = static_cast<std::int32_t>(result),
-          .Bias = static_cast<std::int32_t>(zone.Bias),
-          .StandardBias = static_cast<std::int32_t>(zone.StandardBias),
-          .DaylightBias = static_cast<std::int32_t>(zone.DaylightBias)};
+  last.Result = static_cast<std::int32_t>(GetTimeZoneInformation(&zone));
+  if (last.Result >= 0) {
+    last.Bias = static_cast<std::int32_t>(zone.Bias);
+    last.StandardBias = static_cast<std::int32_t>(zone.StandardBias);
+    last.DaylightBias = static_cast<std::int32_t>(zone.DaylightBias);
+  }
+  return last;
 }
 
 }  // namespace runtime

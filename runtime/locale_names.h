@@ -14,7 +14,7 @@ struct LocaleNames {
   std::wstring decimalSeparator = L".";
 };
 
-/// Reads the texts of the user's locale as they are set now.
+/// Reads the texts of the user's locale as they are set now. A text that the system refuses stays English.
 [[nodiscard]] LocaleNames ReadUserLocale();
 
 }  // namespace runtime

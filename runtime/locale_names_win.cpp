@@ -6,10 +6,12 @@ namespace runtime {
 
 namespace {
 
-std::wstring LocaleText(LCTYPE type) {
-  std::array<wchar_t, 80> text{};  // the longest of these texts may have 80 characters
-  const int length = GetLocaleInfoW(LOCALE_USER_DEFAULT, type, text.data(), static_cast<int>(text.size()));
-  return length > 0 ? text.data() : L"";
+/// Reads a text of the user's locale; if the system refuses, the text stays as it is.
+void Read(LCTYPE type, std::wstring& text) {
+  std::array<wchar_t, 80> buffer{};  // the longest of these texts may have 80 characters
+  if (GetLocaleInfoW(LOCALE_USER_DEFAULT, type, buffer.data(), static_cast<int>(buffer.size())) > 0) {
+    text = buffer.data();
+  }
 }
 
 }  // namespace
@@ -17,11 +19,11 @@ std::wstring LocaleText(LCTYPE type) {
 LocaleNames ReadUserLocale() {
   LocaleNames locale;
   for (std::size_t month = 0; month < locale.abbreviatedMonths.size(); ++month) {
-    locale.abbreviatedMonths.at(month) = LocaleText(LOCALE_SABBREVMONTHNAME1 + static_cast<LCTYPE>(month));
+    Read(LOCALE_SABBREVMONTHNAME1 + static_cast<LCTYPE>(month), locale.abbreviatedMonths.at(month));
   }
-  locale.am = LocaleText(LOCALE_S1159);
-  locale.pm = LocaleText(LOCALE_S2359);
-  locale.decimalSeparator = LocaleText(LOCALE_SDECIMAL);
+  Read(LOCALE_S1159, locale.am);
+  Read(LOCALE_S2359, locale.pm);
+  Read(LOCALE_SDECIMAL, locale.decimalSeparator);
   return locale;
 }
 

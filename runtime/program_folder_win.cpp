@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include "runtime/program_folder.h"
+#include "runtime/runtime_error.h"
 
 namespace runtime {
 
@@ -9,14 +10,16 @@ std::wstring ProgramFolder() {
   // A path that does not fit is cut to the size given: then there is more of it.
   for (;;) {
     const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    if (length == 0) {
+      throw RuntimeError(ErrorNumber::PathNotFound);
+    }
     if (length < path.size()) {
       path.resize(length);
       break;
     }
     path.resize(2 * path.size());
   }
-  const auto lastSeparator = path.find_last_of(L'\\');
-  return path.substr(0, lastSeparator == std::wstring::npos ? 0 : lastSeparator);
+  return path.substr(0, path.find_last_of(L'\\'));
 }
 
 }  // namespace runtime

@@ -1,6 +1,7 @@
 #include "runtime/random_file_win.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "runtime/runtime_error.h"
 
@@ -10,6 +11,10 @@ namespace {
 
 RuntimeError ErrorOf(DWORD reason) {
   switch (reason) {
+    case ERROR_NOT_ENOUGH_MEMORY:
+    case ERROR_OUTOFMEMORY:
+    case ERROR_NO_SYSTEM_RESOURCES:
+      return RuntimeError(ErrorNumber::OutOfMemory);
     case ERROR_FILE_NOT_FOUND:
       return RuntimeError(ErrorNumber::FileNotFound);
     case ERROR_PATH_NOT_FOUND:
@@ -32,9 +37,14 @@ RuntimeError ErrorOf(DWORD reason) {
   }
 }
 
+/// Where a record starts in the file.
+std::int64_t OffsetOf(std::uint32_t record, std::uint32_t recordLength) {
+  return std::int64_t{record - 1} * recordLength;
+}
+
 /// The place of a record, for reading and writing without a file pointer.
 OVERLAPPED PlaceOf(std::uint32_t record, std::uint32_t recordLength) {
-  const std::uint64_t offset = std::uint64_t{record - 1} * recordLength;
+  const std::int64_t offset = OffsetOf(record, recordLength);
   OVERLAPPED place{};
   place.Offset = static_cast<DWORD>(offset);
   place.OffsetHigh = static_cast<DWORD>(offset >> 32);
@@ -54,6 +64,10 @@ RandomFile::RandomFile(const std::wstring& path, std::uint32_t recordLength) : r
 
 void RandomFile::Read(std::uint32_t record, std::span<std::byte> bytes) const {
   OVERLAPPED place = PlaceOf(record, recordLength_);
+  LARGE_INTEGER length{};  // asked before the read: meanwhile another writer may make the file longer
+  if (GetFileSizeEx(file_.get(), &length) == FALSE) {
+    throw ErrorOf(GetLastError());
+  }
   DWORD read = 0;
   if (ReadFile(file_.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, &place) == FALSE) {
     const DWORD reason = GetLastError();
@@ -61,6 +75,10 @@ void RandomFile::Read(std::uint32_t record, std::span<std::byte> bytes) const {
       throw ErrorOf(reason);
     }
     read = 0;
+  }
+  // Taken for the end of the file, a short read would let the next write clear what others have stored.
+  if (read < std::min<std::int64_t>(length.QuadPart - OffsetOf(record, recordLength_), std::ssize(bytes))) {
+    throw RuntimeError(ErrorNumber::DeviceIOError);
   }
   std::ranges::fill(bytes.subspan(read), std::byte{0});
 }

@@ -16,13 +16,14 @@ namespace runtime {
 ///
 /// Errors of every operation, by the system's reason: 53 File not found, 76 Path not found, 75 Path/File access error
 /// (access denied), 70 Permission denied (shared or locked otherwise, write-protected), 61 Disk full, 52 Bad file name
-/// or number, 57 Device I/O error for the rest.
+/// or number, 7 Out of memory (the system's), 57 Device I/O error for the rest.
 class RandomFile {
  public:
   /// Opens the file; one that is missing is created empty.
   RandomFile(const std::wstring& path, std::uint32_t recordLength);
 
-  /// Reads from the start of a record. What lies beyond the end of the file reads as zeros.
+  /// Reads from the start of a record. What lies beyond the end of the file reads as zeros; fewer bytes than the file's
+  /// length promises are error 57.
   void Read(std::uint32_t record, std::span<std::byte> bytes) const;
 
   /// Writes at the start of a record, in one piece, in place. A file that ends before it grows; the gap holds zeros.

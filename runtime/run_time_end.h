@@ -1,5 +1,7 @@
 #pragma once
 
+#include "runtime/runtime_error.h"
+
 namespace runtime {
 
 /// Whether the program is ending: from then on no event handler runs any more.
@@ -9,13 +11,16 @@ namespace runtime {
 /// message loop ends.
 void End() noexcept;
 
-/// Ends the program on the exception that is being handled, as by End; ReportRunTimeError is still to be called. To be
-/// called in a catch block. Of several exceptions the first counts. A handler that another one has interrupted, in a
-/// menu or while it waited for the shell, goes on after it: it asks Ending before it shows anything.
+/// Like End, and remembers the error for ReportRunTimeError. Of several errors the first counts. An interrupted handler
+/// resumes afterwards, so it must check Ending before it shows anything.
+void EndOn(ErrorNumber number) noexcept;
+
+/// EndOn for the current exception. To be called in a catch block.
 void EndOnCurrentException() noexcept;
 
-/// Shows the exception that has ended the program, if one has, as a run-time error, number and text, in one message
-/// box. To be called once, outside every handler: in the middle of a menu or of a drag the box would not get the mouse.
+/// Shows the error that has ended the program, if one has, in one message box. To be called once, outside every
+/// handler: in the middle of a menu or of a drag the box would not get the mouse. If the system refuses the box, the
+/// system's own last message ends the process.
 /// Returns the exit status of the program, 1 after an error and 0 otherwise.
 int ReportRunTimeError() noexcept;
 

@@ -5,7 +5,6 @@
 #include <optional>
 
 #include "runtime/run_time_end.h"
-#include "runtime/runtime_error.h"
 #include "version.h"
 
 namespace runtime {
@@ -36,7 +35,10 @@ void ShowRunTimeError(ErrorNumber number) noexcept {
   std::array<char, 1025> text{};  // as much as wsprintfA may write; no allocation: the error may be a lack of memory
   wsprintfA(text.data(), "Run-time error '%d':\n\n%s", static_cast<int>(number), ErrorText(number));
   // Task modal: the program's own windows are disabled while the box stands.
-  MessageBoxA(nullptr, text.data(), TIDEWELL_NAME, MB_OK | MB_ICONERROR | MB_TASKMODAL | MB_SETFOREGROUND | MB_TOPMOST);
+  if (MessageBoxA(nullptr, text.data(), TIDEWELL_NAME,
+                  MB_OK | MB_ICONERROR | MB_TASKMODAL | MB_SETFOREGROUND | MB_TOPMOST) == 0) {
+    FatalAppExitA(0, text.data());  // asks the system for a box that needs nothing of this process; does not return
+  }
 }
 
 }  // namespace
@@ -53,12 +55,14 @@ void End() noexcept {
   PostThreadMessageW(GetCurrentThreadId(), WM_KEYDOWN, VK_ESCAPE, 0);
 }
 
-void EndOnCurrentException() noexcept {
+void EndOn(ErrorNumber number) noexcept {
   if (!endedBy) {
-    endedBy = NumberOfCurrentException();
+    endedBy = number;
     End();
   }
 }
+
+void EndOnCurrentException() noexcept { EndOn(NumberOfCurrentException()); }
 
 int ReportRunTimeError() noexcept {
   if (!endedBy) {

@@ -2,16 +2,17 @@
 // demangling, both instantiations of its strings, a random device.
 
 #include <bits/functexcept.h>
-#include <windows.h>
 
 #include <exception>
 
 #include "runtime/runtime_error.h"
+#include "start/end_without_memory.h"
 
-// The library's own handler prints the name of the exception. A program without a console has nowhere to print to, and
-// no exception gets this far but by a defect in the destructors.
+// The libraries end a process silently if there is no memory for an exception: they abort where the thread's exception
+// state is made, and terminate where the exception itself is. No other cause leads here.
+extern "C" void abort() { tidewell::EndWithoutMemory(); }
 namespace __gnu_cxx {
-void __verbose_terminate_handler() { TerminateProcess(GetCurrentProcess(), 3); }
+void __verbose_terminate_handler() { tidewell::EndWithoutMemory(); }
 }  // namespace __gnu_cxx
 
 // What the containers and strings throw, as the run-time errors that it ends in.

@@ -8,6 +8,7 @@
 #include "runtime/clock.h"
 #include "runtime/locale_names.h"
 #include "runtime/run_time_end.h"
+#include "start/end_without_memory.h"
 #include "start/previous_instance_win.h"
 
 namespace tidewell {
@@ -27,12 +28,34 @@ void ShowMainWindow(HWND window, int showCommand) {
 /// system. Not so after a crash or a hang, which would come back.
 void AskToBeRestarted() { RegisterApplicationRestart(nullptr, RESTART_NO_CRASH | RESTART_NO_HANG); }
 
+/// The main window while the program runs.
+frmMoon* theForm = nullptr;
+
+/// Ends the process. The system takes all windows away at once, which takes less time than destroying them one by one.
+[[noreturn]] void Finish() noexcept {
+  // Also after an error, or where the loop has ended by itself: the icon must not be left behind dead.
+  if (theForm != nullptr) {
+    theForm->EndProgram();
+  }
+  ExitProcess(static_cast<UINT>(runtime::ReportRunTimeError()));
+}
+
+/// The thread's first exception makes a state for all that follow: later there may be no memory for it.
+void PrepareForExceptions() noexcept {
+  try {
+    throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
+  } catch (const runtime::RuntimeError&) {  // as intended
+  }
+}
+
 [[noreturn]] void Run(int showCommand) {
+  PrepareForExceptions();
   AskToBeRestarted();
   const INITCOMMONCONTROLSEX controls = {.dwSize = sizeof controls, .dwICC = ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&controls);
 
   frmMoon frmMoon;
+  theForm = &frmMoon;
   surroundings = {.frmMoon = &frmMoon,
                   .Now = runtime::SystemNow,
                   .ReadTimeZone = runtime::SystemTimeZone,
@@ -46,14 +69,15 @@ void AskToBeRestarted() { RegisterApplicationRestart(nullptr, RESTART_NO_CRASH |
   } catch (...) {
     runtime::EndOnCurrentException();
   }
-  // Also after an error, or where the loop has ended by itself: the icon must not be left behind dead.
-  frmMoon.EndProgram();
-  const int status = runtime::ReportRunTimeError();
-  // The system takes all windows away at once, which takes less time than destroying them one by one.
-  ExitProcess(static_cast<UINT>(status));
+  Finish();
 }
 
 }  // namespace
+
+void EndWithoutMemory() noexcept {
+  runtime::EndOn(runtime::ErrorNumber::OutOfMemory);
+  Finish();
+}
 
 }  // namespace tidewell
 

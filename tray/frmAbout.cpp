@@ -57,9 +57,11 @@ void frmAbout::Load() {
   // To a copy with higher rights than the shell's the broadcast would not get through.
   ChangeWindowMessageFilterEx(hwnd(), taskbarCreated_, MSGFLT_ALLOW, nullptr);
   mFile.reset(CreatePopupMenu());
-  AppendMenuW(mFile.get(), MF_STRING, mnuAbout, layout::kMnuAboutCaption);
-  AppendMenuW(mFile.get(), MF_STRING, mnuShow, layout::kMnuShowCaption);
-  AppendMenuW(mFile.get(), MF_STRING, mnuExit, layout::kMnuExitCaption);
+  if (AppendMenuW(mFile.get(), MF_STRING, mnuAbout, layout::kMnuAboutCaption) == FALSE ||
+      AppendMenuW(mFile.get(), MF_STRING, mnuShow, layout::kMnuShowCaption) == FALSE ||
+      AppendMenuW(mFile.get(), MF_STRING, mnuExit, layout::kMnuExitCaption) == FALSE) {
+    throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
+  }
 }
 
 void frmAbout::Complete() {
@@ -102,7 +104,11 @@ void frmAbout::UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum) {
   if (IcoNum < 0) {
     throw runtime::RuntimeError(runtime::ErrorNumber::ControlArrayElementDoesNotExist);
   }
-  TrayIconData.hIcon = HandleBits(Picture(IcoNum));
+  if (const HICON picture = Picture(IcoNum); picture != nullptr) {
+    TrayIconData.hIcon = HandleBits(picture);
+  } else if (command == TrayCommand::Add) {
+    throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
+  }  // a change without its picture leaves the old one
   trayIcon_.Carry(command);
 }
 

@@ -23,7 +23,7 @@ class MainForm {
   [[nodiscard]] virtual bool Visible() const = 0;
   /// Shows it in the foreground.
   virtual void Show() = 0;
-  /// Hides it; the program and its tray icon stay.
+  /// Hides it; the program and its tray icon stay. Without an icon that could show it again it is minimised.
   virtual void Hide() = 0;
   /// Its icon in a size of WM_SETICON, ICON_SMALL or ICON_BIG.
   [[nodiscard]] virtual HICON Icon(WPARAM size) const = 0;
@@ -51,10 +51,14 @@ class frmAbout final : public forms::Window<frmAbout> {
   ///
   /// Given:   IcoNum  index of the picture, 0..27
   /// Written: IcoNum  0 for 28 or more: the last sliver of the lunation shows the picture of the New Moon
-  /// Error:   340 Control array element doesn't exist for an IcoNum below 0
+  /// Errors:  340 Control array element doesn't exist for an IcoNum below 0
+  ///          7 Out of memory if the window, the menu or the picture of a new icon cannot be made
   ///
-  /// Where there is no icon to remove nothing is done.
+  /// Where there is no icon to remove nothing is done. A change whose picture cannot be made leaves the old one.
   void UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum);
+
+  /// Whether the icon stands in the tray, as far as the shell has told.
+  [[nodiscard]] bool IconStands() const noexcept { return trayIcon_.Stands(); }
 
  private:
   friend Window<frmAbout>;

@@ -6,18 +6,18 @@ void TrayIcon::Carry(TrayCommand command) noexcept {
   switch (command) {
     case TrayCommand::Add:
       wanted_ = true;
-      NotifyShell(command);
+      stands_ = NotifyShell(command);
       break;
     case TrayCommand::Modify:
-      // The wish is looked at behind the call: the shell may have sent a message that ended the program meanwhile.
-      if (!NotifyShell(command) && wanted_) {
-        NotifyShell(TrayCommand::Add);
-      }
+      // Check wanted_ after the call: the shell may have sent a message that ended the program.
+      stands_ = NotifyShell(command) || (wanted_ && NotifyShell(TrayCommand::Add));
       break;
     case TrayCommand::Delete:
       if (wanted_) {
-        wanted_ = false;
-        NotifyShell(command);
+        wanted_ = stands_ = false;
+        if (!NotifyShell(command)) {
+          NotifyShell(command);  // the shell may have been busy
+        }
       }
       break;
   }

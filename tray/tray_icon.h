@@ -11,12 +11,12 @@ enum class TrayCommand : std::uint32_t { Add = 0, Modify = 1, Delete = 2 };
 /// Returned: whether the shell carried the command out.
 bool NotifyShell(TrayCommand command) noexcept;
 
-/// The program's icon in the tray: whether it is wanted there, and what that takes of a shell that may come late, or
-/// come again without the icon. The record TrayIconData describes the icon. A shell that refuses is not reported.
+/// The program's icon in the tray, as TrayIconData describes it. Remembers whether the icon is wanted and whether it
+/// stands there; copes with a shell that starts late or restarts. A shell that refuses is not reported.
 class TrayIcon {
  public:
-  /// Carries a command out. A change that fails while the icon is wanted adds it. An icon that was never added, or was
-  /// removed, is not removed.
+  /// Carries a command out. A change that fails while the icon is wanted adds it. A removal that fails is tried once
+  /// more; an icon that was never added, or was removed, is not removed.
   void Carry(TrayCommand command) noexcept;
 
   /// Brings the icon back, if it is wanted: the shell has made its task bar. It may still have the icon, and adding a
@@ -26,8 +26,12 @@ class TrayIcon {
   /// Whether the icon was added and not removed since.
   [[nodiscard]] bool Wanted() const noexcept { return wanted_; }
 
+  /// Whether the shell has taken the icon at the last attempt.
+  [[nodiscard]] bool Stands() const noexcept { return stands_; }
+
  private:
   bool wanted_ = false;
+  bool stands_ = false;
 };
 
 }  // namespace tidewell
