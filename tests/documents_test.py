@@ -22,7 +22,6 @@ MADE = {".git", "build", "dist", "node_modules", "__pycache__"}  # not sources
 HERE = {
     "build/native/tests/core_tests --gtest_filter='NormalizeAngle.*'": "] NormalizeAngle.",
     "resources/make_icons.py OUT --sheet docs/icons.png": "",
-    "tests/counts.py": "mutants.windows",
     "tests/mutation/mutate.py --help": "--only",
 }
 HERE_IN_THE_LONG_RUN = {
@@ -197,10 +196,10 @@ class Documents(unittest.TestCase):
                 self.assertIn(fault, found[0])
 
     def test_a_command_is_told_from_a_name(self):
-        text = ("`./none` `tests/counts.py` `tests/floors_test.py` `build/e2e` `sudo` `C:\\A b` `/S`\n\n"
+        text = ("`./none` `tests/mutation/mutate.py` `tests/floors_test.py` `build/e2e` `sudo` `C:\\A b` `/S`\n\n"
                 "```\n./a && ctest --b c | d e\n```\n\n    f g\n    h i; j k\n\n```mermaid\nl --> m\n```\n")
         self.assertEqual([line for line in code(text) if is_command(line)], [
-            "./a", "ctest --b c", "d e", "f g", "h i", "j k", "./none", "tests/counts.py", "/S"])
+            "./a", "ctest --b c", "d e", "f g", "h i", "j k", "./none", "tests/mutation/mutate.py", "/S"])
 
     def test_a_comment_and_a_longer_line_run_nothing(self):
         for line, found in [("./test", True), ("./tes", False), ("test", False), ("built on.", False)]:

@@ -277,6 +277,25 @@ def test_without_a_shell_the_program_works_on(start, bench):
     assert program.wait_for_end() == 0
 
 
+def test_without_an_icon_the_window_is_minimised_where_it_would_hide(start, bench):
+    folder = bench.folder()
+    (folder / "tray-refuses").touch()
+    program = start(folder)
+    program.click(RESTORE)
+    program.click("Close")
+    until(lambda: program.main().minimised, "minimised window")
+    assert program.main().shown
+
+
+def test_a_hidden_window_that_has_lost_its_icon_is_minimised(program):
+    program.display.click(*program.icon_centre())
+    wait_for_main(program, False)
+    program.refuse_tray_calls(True)
+    program.clock.advance(minutes=1)
+    program.hurry()
+    until(lambda: program.main().minimised and program.main().shown, "minimised window")
+
+
 def test_no_message_of_the_shell_brings_the_icon_back_while_the_program_ends(program):
     """It stands still in the box of a run-time error then, its icon removed, its windows there."""
     program.clock.set(program.local(datetime.datetime(9999, 12, 30, 12, 0, 10)))

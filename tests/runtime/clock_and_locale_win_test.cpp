@@ -6,6 +6,10 @@
 #include "runtime/clock.h"
 #include "runtime/code_page.h"
 #include "runtime/locale_names.h"
+#include "support/system_stand_in_win.h"
+
+extern "C" decltype(&GetTimeZoneInformation) zoneSlot asm("__imp__GetTimeZoneInformation@4");
+extern "C" decltype(&GetLocaleInfoW) localeSlot asm("__imp__GetLocaleInfoW@16");
 
 namespace {
 
@@ -33,6 +37,25 @@ TEST(Clock, ReadsTheZoneOfTheSystem) {
   EXPECT_EQ(reading.Bias, zone.Bias);
   EXPECT_EQ(reading.StandardBias, zone.StandardBias);
   EXPECT_EQ(reading.DaylightBias, zone.DaylightBias);
+}
+
+DWORD WINAPI RefuseZone(LPTIME_ZONE_INFORMATION) { return TIME_ZONE_ID_INVALID; }
+
+TEST(Clock, KeepsTheZoneThatItReadLast) {
+  const runtime::TimeZoneReading before = runtime::SystemTimeZone();
+  ASSERT_NE(before.Bias, 0);
+  const SystemStandIn standIn(zoneSlot, &RefuseZone);
+  const runtime::TimeZoneReading reading = runtime::SystemTimeZone();
+  EXPECT_EQ(reading.Result, -1);
+  EXPECT_EQ(reading.Bias, before.Bias);
+  EXPECT_EQ(reading.DaylightBias, before.DaylightBias);
+}
+
+int WINAPI RefuseLocale(LCID, LCTYPE, LPWSTR, int) { return 0; }
+
+TEST(Locale, IsEnglishWhereTheSystemDoesNotTellIt) {
+  const SystemStandIn standIn(localeSlot, &RefuseLocale);
+  EXPECT_EQ(runtime::ReadUserLocale().abbreviatedMonths, runtime::LocaleNames().abbreviatedMonths);
 }
 
 TEST(Locale, HasTwelveMonthsAndASeparator) {

@@ -35,6 +35,11 @@ BOOL WINAPI RefuseToRead(HANDLE, LPVOID, DWORD, LPDWORD read, LPOVERLAPPED) {
   return FALSE;
 }
 
+BOOL WINAPI ReadHalf(HANDLE, LPVOID, DWORD size, LPDWORD read, LPOVERLAPPED) {
+  *read = size / 2;
+  return TRUE;
+}
+
 /// What a routine says of itself: the number of its error, 0 for success.
 template <class Routine>
 int ErrorOf(Routine routine) {
@@ -75,6 +80,10 @@ TEST_F(RandomFileFaults, AWriteThatIsRefusedIsNoSuccess) {
   EXPECT_EQ(WriteError(), 61);
   fault = ERROR_CRC;
   EXPECT_EQ(WriteError(), 57);
+  fault = ERROR_NOT_ENOUGH_MEMORY;
+  EXPECT_EQ(WriteError(), 7);
+  fault = ERROR_NO_SYSTEM_RESOURCES;
+  EXPECT_EQ(WriteError(), 7);
 }
 
 TEST_F(RandomFileFaults, ARecordWrittenByHalfIsADiskThatIsFull) {
@@ -90,6 +99,12 @@ TEST_F(RandomFileFaults, AReadThatFailsIsNoEmptyRecord) {
   EXPECT_EQ(ReadError(), 57);
   fault = ERROR_HANDLE_EOF;
   EXPECT_EQ(ReadError(), 0);
+}
+
+TEST_F(RandomFileFaults, FewerBytesThanTheLengthPromisesAreNotTheEndOfTheFile) {
+  ASSERT_EQ(WriteError(), 0);
+  const SystemStandIn standIn(readFileSlot, &ReadHalf);
+  EXPECT_EQ(ReadError(), 57);
 }
 
 }  // namespace

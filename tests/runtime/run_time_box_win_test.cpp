@@ -11,6 +11,7 @@
 #include "runtime/runtime_error.h"
 #include "support/system_stand_in_win.h"
 
+extern "C" decltype(&FatalAppExitA) fatalAppExitSlot asm("__imp__FatalAppExitA@8");
 extern "C" decltype(&MessageBoxA) messageBoxSlot asm("__imp__MessageBoxA@16");
 
 namespace {
@@ -28,6 +29,12 @@ int WINAPI NoteBox(HWND owner, LPCSTR text, LPCSTR caption, UINT type) {
   return IDOK;
 }
 
+std::vector<std::string> lastWords;
+
+int WINAPI RefuseBox(HWND, LPCSTR, LPCSTR, UINT) { return 0; }
+
+void WINAPI NoteLastWords(UINT, LPCSTR text) { lastWords.emplace_back(text); }
+
 void EndOn(auto exception) {
   try {
     throw exception;
@@ -36,7 +43,7 @@ void EndOn(auto exception) {
   }
 }
 
-TEST(RunTimeBox, ShowsTheFirstOfSeveralErrorsOnce) {
+TEST(RunTimeBox, ShowsTheFirstOfSeveralErrors) {
   const SystemStandIn standIn(messageBoxSlot, &NoteBox);
   EXPECT_EQ(runtime::ReportRunTimeError(), 0);
   EXPECT_TRUE(boxes.empty()) << "without an error there is nothing to say";
@@ -58,6 +65,11 @@ TEST(RunTimeBox, ShowsTheFirstOfSeveralErrorsOnce) {
   EXPECT_EQ(boxes[0].type & MB_MODEMASK, UINT{MB_TASKMODAL}) << "the program's own windows are disabled meanwhile";
   EXPECT_TRUE(boxes[0].type & MB_SETFOREGROUND);
   EXPECT_TRUE(boxes[0].type & MB_TOPMOST);
+
+  const SystemStandIn refusing(messageBoxSlot, &RefuseBox);
+  const SystemStandIn last(fatalAppExitSlot, &NoteLastWords);
+  EXPECT_EQ(runtime::ReportRunTimeError(), 1);
+  EXPECT_EQ(lastWords, std::vector{boxes[0].text});
 }
 
 }  // namespace

@@ -14,6 +14,7 @@ using enum tidewell::TrayCommand;
 struct Shell {
   bool present = true;
   bool hasIcon = false;
+  int busy = 0;  ///< calls that it lets fail
   std::vector<TrayCommand> told;
   tidewell::TrayIcon* removedMeanwhile = nullptr;
 };
@@ -25,6 +26,9 @@ bool tidewell::NotifyShell(TrayCommand command) noexcept {
   shell.told.push_back(command);
   if (shell.removedMeanwhile != nullptr) {
     std::exchange(shell.removedMeanwhile, nullptr)->Carry(Delete);
+  }
+  if (shell.busy > 0 && shell.busy-- > 0) {
+    return false;
   }
   if (!shell.present || shell.hasIcon == (command == Add)) {
     return false;
@@ -54,6 +58,7 @@ TEST_F(TrayIconTest, IsAddedChangedAndRemoved) {
   icon.Carry(Delete);
   EXPECT_FALSE(shell.hasIcon);
   EXPECT_FALSE(icon.Wanted());
+  EXPECT_FALSE(icon.Stands());
   EXPECT_EQ(shell.told, (Told{Add, Modify, Delete}));
 }
 
@@ -66,14 +71,24 @@ TEST_F(TrayIconTest, IsRemovedOnlyWhereItWasAdded) {
   EXPECT_EQ(shell.told, (Told{Add, Delete}));
 }
 
+TEST_F(TrayIconTest, IsRemovedAtTheSecondTryFromAShellThatIsBusy) {
+  icon.Carry(Add);
+  shell.busy = 1;
+  icon.Carry(Delete);
+  EXPECT_FALSE(shell.hasIcon);
+  EXPECT_EQ(shell.told, (Told{Add, Delete, Delete}));
+}
+
 TEST_F(TrayIconTest, ComesWithAShellThatIsLate) {
   shell.present = false;
   icon.Carry(Add);
   icon.Carry(Modify);
   EXPECT_FALSE(shell.hasIcon);
+  EXPECT_FALSE(icon.Stands());
   shell.present = true;
   icon.Carry(Modify);
   EXPECT_TRUE(shell.hasIcon);
+  EXPECT_TRUE(icon.Stands());
   EXPECT_EQ(shell.told, (Told{Add, Modify, Add, Modify, Add}));
 }
 
