@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "forms/device_context_win.h"
+
 namespace forms {
 
 namespace {
@@ -31,9 +33,13 @@ ControlClass ClassOf(const ControlDescription& description) {
 }  // namespace
 
 TwipsPerPixel ReadTwipsPerPixel() {
-  const runtime::ScreenScope screen;
-  return {.x = runtime::Checked(kTwipsPerInch) / GetDeviceCaps(screen.dc(), LOGPIXELSX),
-          .y = runtime::Checked(kTwipsPerInch) / GetDeviceCaps(screen.dc(), LOGPIXELSY)};
+  const ScreenScope screen;
+  const int x = GetDeviceCaps(screen.dc(), LOGPIXELSX);
+  const int y = GetDeviceCaps(screen.dc(), LOGPIXELSY);
+  if (x <= 0 || y <= 0) {  // 0 also without a device context
+    throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
+  }
+  return {.x = kTwipsPerInch / x, .y = kTwipsPerInch / y};
 }
 
 runtime::unique_font MakeFont(const FontDescription& font) {
@@ -100,7 +106,7 @@ void Control::SetPicture(HICON picture) noexcept {
   SendMessageW(hwnd_, STM_SETICON, reinterpret_cast<WPARAM>(picture), 0);
 }
 
-Frame::Frame(const ControlDescription& description, HWND form) {
+Frame::Frame(const ControlDescription& description, HWND form, PaintKeeper& keeper) : keeper_(keeper) {
   Create({.caption = description.caption,
           .style = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN,
           .exStyle = WS_EX_CONTROLPARENT,
@@ -122,10 +128,9 @@ LRESULT Frame::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void Frame::Paint() noexcept {
-  const runtime::PaintScope paint(hwnd());
+  const PaintScope paint(hwnd(), keeper_);
   RECT edge{};
-  GetClientRect(hwnd(), &edge);
-  DrawEdge(paint.dc(), &edge, EDGE_ETCHED, BF_RECT);
+  keeper_.Note(GetClientRect(hwnd(), &edge) != FALSE && DrawEdge(paint.dc(), &edge, EDGE_ETCHED, BF_RECT) != FALSE);
 }
 
 }  // namespace forms

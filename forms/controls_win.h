@@ -5,15 +5,17 @@
 #include <string>
 
 #include "forms/form_description.h"
+#include "forms/paint_keeper_win.h"
 #include "forms/window_win.h"
 #include "runtime/handle_win.h"
 
 namespace forms {
 
-/// Reads the screen's twips per pixel.
+/// Reads the screen's twips per pixel. Throws RuntimeError 7 "Out of memory" when the system refuses.
 [[nodiscard]] TwipsPerPixel ReadTwipsPerPixel();
 
-/// Makes the font of a control for the screen's resolution. Points are 20 twips. Error: 7 Out of memory.
+/// Makes the font of a control for the screen's resolution. Points are 20 twips. Throws RuntimeError 7 "Out of memory"
+/// when the system refuses.
 [[nodiscard]] runtime::unique_font MakeFont(const FontDescription& font);
 
 /// Loads an icon of a size in pixels from the program's resources; null when there is none.
@@ -56,13 +58,16 @@ class Frame : public Window<Frame> {
  public:
   static constexpr const wchar_t* kWindowClass = L"TidewellFrame";
 
-  /// Creates the frame as described. Throws RuntimeError 7 "Out of memory" when the system refuses.
-  Frame(const ControlDescription& description, HWND form);
+  /// Creates the frame as described; the keeper is the form's. Throws RuntimeError 7 "Out of memory" when the system
+  /// refuses.
+  Frame(const ControlDescription& description, HWND form, PaintKeeper& keeper);
 
  private:
   friend Window<Frame>;
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
   void Paint() noexcept;
+
+  PaintKeeper& keeper_;
 };
 
 }  // namespace forms

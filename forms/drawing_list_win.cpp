@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-
-#include "runtime/handle_win.h"
+#include <optional>
+#include <variant>
 
 namespace forms {
 
@@ -11,47 +11,52 @@ namespace {
 
 constexpr int kNarrow = 10;  ///< pixels
 
-/// Plays each primitive within its box.
+/// Plays each primitive within its box; says whether it was drawn.
 class Player {
  public:
   explicit Player(HDC dc) noexcept : dc_(dc) {}
 
-  void operator()(const Ellipse& ellipse) const noexcept {
+  bool operator()(const Ellipse& ellipse) const noexcept {
     const Box box = ellipse.Bounds();
-    if (ellipse.fill == ellipse.outline && box.right - box.left < kNarrow) {
-      DrawNarrow(box, ellipse.outline);
-      return;
+    if (!Prepare(box, ellipse.outline, ellipse.fill)) {
+      return false;
     }
-    const runtime::ClipScope clip(dc_, ToRect(box));
-    const runtime::unique_pen pen(CreatePen(PS_SOLID, 1, ellipse.outline));
-    const runtime::unique_brush brush(ellipse.fill ? CreateSolidBrush(*ellipse.fill) : nullptr);
-    const runtime::SelectScope selectPen(dc_, pen.get());
-    const runtime::SelectScope selectBrush(dc_, brush ? brush.get() : GetStockObject(NULL_BRUSH));
-    ::Ellipse(dc_, box.left, box.top, box.right, box.bottom);
+    if (ellipse.fill == ellipse.outline && box.right - box.left < kNarrow) {
+      return DrawNarrow(box);
+    }
+    return ::Ellipse(dc_, box.left, box.top, box.right, box.bottom) != FALSE;
   }
 
-  void operator()(const Pie& pie) const noexcept {
-    const runtime::ClipScope clip(dc_, ToRect(pie.box));
-    const runtime::unique_pen pen(CreatePen(PS_SOLID, 1, pie.fill));
-    const runtime::unique_brush brush(CreateSolidBrush(pie.fill));
-    const runtime::SelectScope selectPen(dc_, pen.get());
-    const runtime::SelectScope selectBrush(dc_, brush.get());
-    ::Pie(dc_, pie.box.left, pie.box.top, pie.box.right, pie.box.bottom, pie.from.x, pie.from.y, pie.to.x, pie.to.y);
+  bool operator()(const Pie& pie) const noexcept {
+    const Box& box = pie.box;
+    return Prepare(box, pie.fill, pie.fill) &&
+           ::Pie(dc_, box.left, box.top, box.right, box.bottom, pie.from.x, pie.from.y, pie.to.x, pie.to.y) != FALSE;
   }
 
  private:
+  /// Clips to the box, and selects a pen of one pixel and a brush.
+  bool Prepare(const Box& box, Colour outline, const std::optional<Colour>& fill) const noexcept {
+    return SelectClipRgn(dc_, nullptr) != ERROR &&
+           IntersectClipRect(dc_, box.left, box.top, box.right, box.bottom) != ERROR &&
+           SelectObject(dc_, GetStockObject(DC_PEN)) != nullptr && SetDCPenColor(dc_, outline) != CLR_INVALID &&
+           SelectObject(dc_, GetStockObject(fill ? DC_BRUSH : NULL_BRUSH)) != nullptr &&
+           (!fill || SetDCBrushColor(dc_, *fill) != CLR_INVALID);
+  }
+
   /// Row by row: the system draws nothing for an ellipse without an inside, like the terminator of a quarter, and Wine
   /// draws stray pixels for one that is few pixels wide.
-  void DrawNarrow(const Box& box, Colour colour) const noexcept {
-    const runtime::unique_brush brush(CreateSolidBrush(colour));
+  bool DrawNarrow(const Box& box) const noexcept {
+    const auto brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
     const double halfWidth = (box.right - 1 - box.left) / 2.0;
     const double halfHeight = (box.bottom - 1 - box.top) / 2.0;
+    bool whole = true;
     for (LONG y = box.top; y < box.bottom; ++y) {
       const double height = (y - box.top) / halfHeight - 1;
       const LONG inset = std::lround(halfWidth * (1 - std::sqrt(std::max(0.0, 1 - height * height))));
       const RECT line = {.left = box.left + inset, .top = y, .right = box.right - inset, .bottom = y + 1};
-      FillRect(dc_, &line, brush.get());
+      whole = FillRect(dc_, &line, brush) != 0 && whole;
     }
+    return whole;
   }
 
   HDC dc_;
@@ -63,11 +68,13 @@ RECT ToRect(const Box& box) noexcept {
   return {.left = box.left, .top = box.top, .right = box.right, .bottom = box.bottom};
 }
 
-void Replay(HDC dc, const DrawingList& drawing) noexcept {
+bool Replay(HDC dc, const DrawingList& drawing) noexcept {
   const Player player(dc);
+  bool whole = true;
   for (const DrawingList::Primitive& primitive : drawing.Primitives()) {
-    std::visit(player, primitive);
+    whole = std::visit(player, primitive) && whole;
   }
+  return whole;
 }
 
 }  // namespace forms

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "forms/device_context_win.h"
 #include "forms/drawing_list_win.h"
 #include "forms/high_contrast_win.h"
 #include "forms/place_win.h"
@@ -50,12 +51,12 @@ bool ChangesTheReport(UINT message, WPARAM wParam, LPARAM lParam) {
 /// changed: every few hours.
 class PictureRepaint {
  public:
-  PictureRepaint(HWND window, const forms::DrawingList& drawing)
-      : window_(window), drawing_(drawing), before_(drawing.Primitives()) {}
+  PictureRepaint(HWND window, forms::PaintKeeper& keeper, const forms::DrawingList& drawing)
+      : window_(window), keeper_(keeper), drawing_(drawing), before_(drawing.Primitives()) {}
   ~PictureRepaint() {
     if (drawing_.Primitives() != before_) {
       const RECT picture = forms::ToRect(SquareOfRadius(kDiscRadius));
-      InvalidateRect(window_, &picture, FALSE);  // its first circle covers the old one
+      keeper_.Note(InvalidateRect(window_, &picture, FALSE) != FALSE);  // its first circle covers the old one
     }
   }
   PictureRepaint(const PictureRepaint&) = delete;
@@ -63,14 +64,15 @@ class PictureRepaint {
 
  private:
   HWND window_;
+  forms::PaintKeeper& keeper_;
   const forms::DrawingList& drawing_;
   std::vector<forms::DrawingList::Primitive> before_;
 };
 
 }  // namespace
 
-frmMoon::Controls::Controls(HWND form)
-    : Frame1(layout::kFrame1Description, form),
+frmMoon::Controls::Controls(HWND form, forms::PaintKeeper& keeper)
+    : Frame1(layout::kFrame1Description, form, keeper),
       Command1(layout::kCommand1Description, form),
       Label1(layout::kLabel1Description, form) {
   for (const forms::ControlDescription& description : layout::kCheck1Descriptions) {
@@ -94,7 +96,7 @@ void frmMoon::Load() {
   for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
     SendMessageW(hwnd(), WM_SETICON, size, reinterpret_cast<LPARAM>(Icon(size)));
   }
-  controls_.emplace(hwnd());
+  controls_.emplace(hwnd(), paintKeeper_);
   Form_Load();
   Timer1.emplace(hwnd(), kTimer1, layout::kTimerInterval);
   SetTimer(hwnd(), kTimer2, layout::kTimerInterval, nullptr);  // Timer2 has no handler: refused, it is not missed
@@ -125,6 +127,7 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_TIMER:
       if (wParam == kTimer1) {
+        paintKeeper_.OnTick(hwnd());
         Timer1_Timer();
       }
       return 0;
@@ -174,7 +177,7 @@ void frmMoon::LeaveTheKeyboard(WINDOWPOS& change) const {
 
 void frmMoon::OnNotice(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_SYSCOLORCHANGE || message == WM_SETTINGCHANGE) {
-    InvalidateRect(hwnd(), nullptr, TRUE);  // high contrast may have come or gone
+    paintKeeper_.Note(InvalidateRect(hwnd(), nullptr, TRUE) != FALSE);  // high contrast may have come or gone
   }
   if (ChangesTheReport(message, wParam, lParam)) {
     refreshAtTick_ = true;
@@ -193,13 +196,13 @@ void frmMoon::OnCommand(int id, int notification) {
 }
 
 void frmMoon::Paint() {
-  const runtime::PaintScope paint(hwnd());
+  const forms::PaintScope paint(hwnd(), paintKeeper_);
   if (forms::DarkHighContrast()) {  // the picture's dark half and rim are as black as the window
     forms::DrawingList ring;
     ring.Circle(kDiscCentre, kDiscRadius + 1, GetSysColor(COLOR_WINDOWTEXT));
-    forms::Replay(paint.dc(), ring);
+    paintKeeper_.Note(forms::Replay(paint.dc(), ring));
   }
-  forms::Replay(paint.dc(), drawing_);
+  paintKeeper_.Note(forms::Replay(paint.dc(), drawing_));
 }
 
 void frmMoon::Refresh() {
@@ -208,7 +211,7 @@ void frmMoon::Refresh() {
 }
 
 void frmMoon::ReportAndUpdateIcon(std::int32_t Value) {
-  const PictureRepaint repaint(hwnd(), drawing_);
+  const PictureRepaint repaint(hwnd(), paintKeeper_, drawing_);
   mMoon::UpdateMoonReport();
   std::int16_t IcoNum = IcoNumFromIconNumber();
   about_.UpdateMoonIcon(Value, IcoNum);

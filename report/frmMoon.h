@@ -9,6 +9,7 @@
 
 #include "forms/controls_win.h"
 #include "forms/focus_keeper_win.h"
+#include "forms/paint_keeper_win.h"
 #include "forms/timer_win.h"
 #include "forms/window_win.h"
 #include "report/settings_file_win.h"
@@ -53,7 +54,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
 
   /// The controls, made together with the window; the tab stops in tab order.
   struct Controls {
-    explicit Controls(HWND form);
+    Controls(HWND form, forms::PaintKeeper& keeper);
     forms::Frame Frame1;
     std::vector<forms::Control> Check1;
     forms::Control Command1;
@@ -77,6 +78,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
 
   runtime::unique_icon icon_;
   runtime::unique_icon smallIcon_;
+  forms::PaintKeeper paintKeeper_;
   std::optional<Controls> controls_;
   forms::FocusKeeper focus_;
   forms::DrawingList drawing_;

@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "support/raises.h"
 #include "support/system_stand_in_win.h"
 
+extern "C" decltype(&CreateFontIndirectW) createFontIndirectSlot asm("__imp__CreateFontIndirectW@4");
+extern "C" decltype(&GetDC) getDCSlot asm("__imp__GetDC@4");
 extern "C" decltype(&GetDeviceCaps) getDeviceCapsSlot asm("__imp__GetDeviceCaps@8");
 
 namespace {
@@ -35,6 +38,28 @@ TEST(Control, StandsWhereTheScreensResolutionPutsIt) {
   GetObjectW(reinterpret_cast<HGDIOBJ>(SendMessageW(control.hwnd(), WM_GETFONT, 0, 0)), sizeof font, &font);
   EXPECT_EQ(font.lfHeight, -18);
   DestroyWindow(parent);
+}
+
+HDC WINAPI RefuseTheScreen(HWND) { return nullptr; }
+
+int WINAPI TellNothing(HDC, int) { return 0; }
+
+HFONT WINAPI RefuseTheFont(const LOGFONTW*) { return nullptr; }
+
+TEST(Control, WithoutTheScreensResolutionIsAnError) {
+  using runtime::ErrorNumber;
+  {
+    const SystemStandIn standIn(getDCSlot, &RefuseTheScreen);
+    EXPECT_TRUE(support::Raises(ErrorNumber::OutOfMemory, [] { return forms::ReadTwipsPerPixel(); }));
+  }
+  const SystemStandIn standIn(getDeviceCapsSlot, &TellNothing);
+  EXPECT_TRUE(support::Raises(ErrorNumber::OutOfMemory, [] { return forms::ReadTwipsPerPixel(); }));
+}
+
+TEST(Control, WithoutItsFontIsAnError) {
+  const SystemStandIn standIn(createFontIndirectSlot, &RefuseTheFont);
+  EXPECT_TRUE(support::Raises(runtime::ErrorNumber::OutOfMemory,
+                              [] { return forms::MakeFont({.face = L"Arial", .points = 9, .bold = false}); }));
 }
 
 }  // namespace

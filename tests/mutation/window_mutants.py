@@ -3,9 +3,11 @@
 from mutants import Mutant
 
 CONTROLS = "forms/controls_win.cpp"
+CONTEXT = "forms/device_context_win.h"
 CONTRAST = "forms/high_contrast_win.cpp"
 FILE = "runtime/random_file_win.cpp"
 FOCUS = "forms/focus_keeper_win.h"
+KEEPER = "forms/paint_keeper_win.h"
 LAYOUT = "report/frmMoon_layout.h"
 MAIN = "report/frmMoon.cpp"
 PLACE = "forms/place_win.cpp"
@@ -72,12 +74,9 @@ WINDOW_MUTANTS = [
     mutant("right-release-does-nothing", ABOUT, "    case kRightButtonUp:\n      PopupMenu();\n", "    case kRightButtonUp:\n",
            "the menu does not open"),
     mutant("escape-does-nothing", ABOUT, "id == layout::kCmdOK || id == IDCANCEL", "id == layout::kCmdOK", "Escape"),
-    mutant("brush-never-deleted", REPLAY, "const runtime::unique_brush brush(CreateSolidBrush(pie.fill));\n"
-           "    const runtime::SelectScope selectPen(dc_, pen.get());\n"
-           "    const runtime::SelectScope selectBrush(dc_, brush.get());",
-           "const HBRUSH brush = CreateSolidBrush(pie.fill);\n"
-           "    const runtime::SelectScope selectPen(dc_, pen.get());\n"
-           "    const runtime::SelectScope selectBrush(dc_, brush);", "each repaint leaves a brush behind"),
+    mutant("brush-never-deleted", REPLAY, "SelectObject(dc_, GetStockObject(fill ? DC_BRUSH : NULL_BRUSH)) != nullptr",
+           "SelectObject(dc_, fill ? CreateSolidBrush(*fill) : GetStockObject(NULL_BRUSH)) != nullptr",
+           "each repaint leaves a brush behind"),
     mutant("box-behind-the-window", RUN_TIME_END, "  EnumThreadWindows(GetCurrentThreadId(), LetTheBoxCover, 0);\n",
            "", "a step left out"),
     mutant("menu-under-the-box", RUN_TIME_END, "  EndMenu();\n", "", "the menu keeps the mouse"),
@@ -130,7 +129,8 @@ WINDOW_MUTANTS = [
            "a border to drag"),
     mutant("off-centre-across", PLACE, "(work.right - work.left - width) / 2", "(work.right - work.left - width) / 3", "too far left"),
     mutant("off-centre-down", PLACE, "work.top + (work.bottom", "(work.bottom", "a bar at the top is not heeded"),
-    mutant("frame-without-edge", CONTROLS, "  DrawEdge(paint.dc(), &edge, EDGE_ETCHED, BF_RECT);\n", "", "no frame to be seen"),
+    mutant("frame-without-edge", CONTROLS, "DrawEdge(paint.dc(), &edge, EDGE_ETCHED, BF_RECT) != FALSE", "true",
+           "no frame to be seen"),
     mutant("frame-sunken", CONTROLS, "EDGE_ETCHED", "EDGE_SUNKEN", "another edge"),
     mutant("timer-of-3-s", LAYOUT, "kTimerInterval = 1000", "kTimerInterval = 3000", "ticks too rarely"),
     mutant("no-second-timer", MAIN, "  Timer2.emplace(hwnd(), kTimer2, layout::kTimerInterval);\n", "", "one timer"),
@@ -168,8 +168,21 @@ WINDOW_MUTANTS = [
     mutant("right-button-chooses", ABOUT, "TPM_RETURNCMD | TPM_NONOTIFY", "TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON",
            "a double click of it ends the program"),
     # --- Picture
-    mutant("ellipse-not-clipped", REPLAY, "    const runtime::ClipScope clip(dc_, ToRect(box));\n", "", "Wine paints beside it"),
-    mutant("pen-of-3-pixels", REPLAY, "CreatePen(PS_SOLID, 1, ellipse.outline)", "CreatePen(PS_SOLID, 3, ellipse.outline)", "a thick rim"),
+    mutant("ellipse-not-clipped", REPLAY,
+           "           IntersectClipRect(dc_, box.left, box.top, box.right, box.bottom) != ERROR &&\n", "",
+           "Wine paints beside it"),
+    mutant("clipped-for-good", REPLAY, "SelectClipRgn(dc_, nullptr) != ERROR &&", "true &&",
+           "the rim only where the terminator is"),
+    mutant("pen-of-3-pixels", REPLAY, "GetStockObject(DC_PEN)", "CreatePen(PS_SOLID, 3, outline)", "a thick rim"),
+    mutant("refused-fill-is-drawn", REPLAY, "std::visit(player, primitive) && whole", "(std::visit(player, primitive), true)",
+           "a wrong Moon stays"),
+    mutant("refused-row-is-drawn", REPLAY, "FillRect(dc_, &line, brush) != 0 && whole", "(FillRect(dc_, &line, brush), true)",
+           "a wrong Moon stays"),
+    mutant("refused-picture-stays", MAIN, "        paintKeeper_.OnTick(hwnd());\n", "", "a wrong Moon stays"),
+    mutant("refused-frame-stays", KEEPER, " | RDW_ALLCHILDREN", "", "a form without its frame"),
+    mutant("refused-paint-comes-at-once", CONTEXT,
+           "      ValidateRect(window_, nullptr);  // or WM_PAINT would come again at once, for ever\n", "", "a busy loop"),
+    mutant("painted-at-every-tick", KEEPER, "      refused_ = RedrawWindow", "      RedrawWindow", "it flickers every second"),
     mutant("ring-in-every-contrast", CONTRAST, "(contrast.dwFlags & HCF_HIGHCONTRASTON) != 0 && ", "", "on every dark background"),
     mutant("ring-on-every-background", CONTRAST, "Dark(GetSysColor(COLOR_3DFACE))",
            "(Dark(GetSysColor(COLOR_3DFACE)) || true)", "in light high contrast, too"),
@@ -178,7 +191,7 @@ WINDOW_MUTANTS = [
     mutant("colours-not-noticed", MAIN, "message == WM_SYSCOLORCHANGE || ", "", "the ring stays or lacks"),
     mutant("contrast-not-noticed", MAIN, " || message == WM_SETTINGCHANGE", "", "high contrast without a change of colours"),
     # --- What the system is asked, and told
-    mutant("resolution-not-read", CONTROLS, "GetDeviceCaps(screen.dc(), LOGPIXELSX)", "96", "a screen of another resolution"),
+    mutant("resolution-not-read", CONTROLS, "GetDeviceCaps(screen.dc(), LOGPIXELSX)", "GetDeviceCaps(screen.dc(), LOGPIXELSX) * 0 + 96", "a screen of another resolution"),
     mutant("resolution-of-the-other-axis", CONTROLS, "GetDeviceCaps(screen.dc(), LOGPIXELSY)",
            "GetDeviceCaps(screen.dc(), LOGPIXELSX)", "pixels that are not square"),
     mutant("font-of-ansi-characters", CONTROLS, "DEFAULT_CHARSET", "ANSI_CHARSET", "Greek month names"),
@@ -208,7 +221,7 @@ WINDOW_MUTANTS = [
     mutant("shells-record-not-read", TRAY, "  mMoon::TrayIconData = Unpack(bytes, codePage);\n", "",
            "what the shell has written is lost"),
     mutant("enter-closes-from-anywhere", MAIN, "GetFocus() == controls_->Command1.hwnd() ?", "true ?", "the program ends by accident"),
-    mutant("picture-not-redrawn", MAIN, "InvalidateRect(window_, &picture, FALSE);  // its first circle covers the old one\n", "(void)picture;\n",
+    mutant("picture-not-redrawn", MAIN, "keeper_.Note(InvalidateRect(window_, &picture, FALSE) != FALSE);", "(void)picture;",
            "the old picture until something covers it"),
     mutant("picture-redrawn-each-minute", MAIN, "drawing_.Primitives() != before_", "true", "an update takes twice as long"),
     mutant("end-behind-the-icon", MAIN, "  runtime::End();  // first: the shell may send more of the icon's messages while it takes the icon away\n"

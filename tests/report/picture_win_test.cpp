@@ -147,13 +147,16 @@ TEST_F(Picture, ReplayingLeavesNoHandleBehind) {
   const forms::DrawingList& drawing = form().Drawing();
   const HDC pixel = CreateCompatibleDC(nullptr);
   for (int i = 0; i < 70'000; ++i) {
-    forms::Replay(pixel, drawing);
+    ASSERT_TRUE(forms::Replay(pixel, drawing));
   }
   DeleteDC(pixel);
-  std::array<runtime::unique_brush, 100> brushes;
-  for (runtime::unique_brush& brush : brushes) {
-    brush.reset(CreateSolidBrush(0x123456));
-    ASSERT_NE(brush, nullptr);
+  std::array<HBRUSH, 100> brushes{};
+  for (HBRUSH& brush : brushes) {
+    brush = CreateSolidBrush(0x123456);
+    EXPECT_NE(brush, nullptr);
+  }
+  for (const HBRUSH brush : brushes) {
+    DeleteObject(brush);
   }
 }
 

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <windows.h>
+
+#include "forms/paint_keeper_win.h"
+
+namespace forms {
+
+/// The device context of a WM_PAINT, for the time of the scope; null if the system refuses it, which the keeper notes.
+class PaintScope {
+ public:
+  PaintScope(HWND window, PaintKeeper& keeper) noexcept : window_(window), dc_(BeginPaint(window, &paint_)) {
+    keeper.Note(dc_ != nullptr);
+  }
+  ~PaintScope() {
+    if (dc_ != nullptr) {
+      EndPaint(window_, &paint_);
+    } else {
+      ValidateRect(window_, nullptr);  // or WM_PAINT would come again at once, for ever
+    }
+  }
+  PaintScope(const PaintScope&) = delete;
+  PaintScope& operator=(const PaintScope&) = delete;
+
+  [[nodiscard]] HDC dc() const noexcept { return dc_; }
+
+ private:
+  HWND window_;
+  PAINTSTRUCT paint_{};
+  HDC dc_;
+};
+
+/// The device context of the whole screen, for the time of the scope; null if the system refuses it.
+class ScreenScope {
+ public:
+  ScreenScope() noexcept : dc_(GetDC(nullptr)) {}
+  ~ScreenScope() { ReleaseDC(nullptr, dc_); }
+  ScreenScope(const ScreenScope&) = delete;
+  ScreenScope& operator=(const ScreenScope&) = delete;
+
+  [[nodiscard]] HDC dc() const noexcept { return dc_; }
+
+ private:
+  HDC dc_;
+};
+
+}  // namespace forms
