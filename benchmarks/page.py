@@ -9,13 +9,6 @@ from statistics import median
 
 from stage import BUILD, EMPTY, TIDEWELL, WINDOWS, printed_by
 
-# Why a goal is not met, by its name in goals().
-REASONS = {
-    "quiet minute, to the empty window":
-        "what is left over is the one update a minute, half of it the call of the shell",
-}
-
-
 @dataclasses.dataclass(frozen=True)
 class Measurements:
     """What report_speed.py and program_cost.py return."""
@@ -38,9 +31,8 @@ class Goal:
     form: str = "{:.3g}"
 
     def row(self):
-        met = self.reached <= self.limit
         return [self.name, self.form.format(self.reached), "at most " + self.form.format(self.limit),
-                "met" if met else "**not met**", "" if met else REASONS.get(self.name, "")]
+                "met" if self.reached <= self.limit else "**not met**"]
 
 
 def goals(m):
@@ -65,7 +57,7 @@ def goals(m):
 # ---- figures
 
 def ratio(values, partners):
-    """The median ratio of two figures that were taken in the same rounds."""
+    """The median of the rounds' ratios, which a machine of changing speed disturbs less than the ratio of medians."""
     return median(value / partner for value, partner in zip(values, partners, strict=True))
 
 
@@ -98,7 +90,7 @@ def report_table(report, first):
     names = sorted((name for name in report if name.endswith("32-bit") == first.endswith("32-bit")),
                    key=lambda name: median(report[name]))
     return table(["", "µs a report", f"{first} = 1"],
-                 [[name, f"{median(report[name]):,.1f}", f"{ratio(report[name], report[first]):.2f}"]
+                 [[name, f"{median(report[name]):,.1f}", f"{median(report[name]) / median(report[first]):.2f}"]
                   for name in names])
 
 
@@ -117,7 +109,8 @@ def empty_window_table(m):
                ("processor time of a quiet minute, ms", m.quiet[0], 1),
                ("wake-ups of a quiet minute", m.quiet[1], 1)]
     return table(["", TIDEWELL, EMPTY, "ratio"],
-                 [[what, *(f"{median(of[name]) / unit:,.2f}" for name in (TIDEWELL, EMPTY)), f"{beside_empty(of):.2f}"]
+                 [[what, *(f"{median(of[name]) / unit:,.2f}" for name in (TIDEWELL, EMPTY)),
+                   f"{median(of[TIDEWELL]) / median(of[EMPTY]):.2f}"]
                   for what, of, unit in figures])
 
 
@@ -127,14 +120,13 @@ def size_table(size):
     return table(["", "bytes", "share"], [*rows, ["**the executable**", f"{total:,}", "100 %"]])
 
 
-def growth_table(growth):
-    """A row for a millennium, a column for a century, as ratios to the years 2000 to 2100."""
-    partner = growth["2000-2100"]
-    cells = {first // 100: f"{time / partner:.2f}" for (first, last), time in
-             ((years_of(span), time) for span, time in growth.items()) if last - first > 10}
-    return table(["", *(f"{century}00" for century in range(10))],
-                 [[f"{millennium}000", *(cells.get(10 * millennium + century, "") for century in range(10))]
-                  for millennium in range(10)])
+def growth_text(growth):
+    """The cheapest and the dearest century, as ratios to the years 2000 to 2100."""
+    ratios = {span: time / growth["2000-2100"] for span, time in growth.items()
+              if years_of(span)[1] - years_of(span)[0] > 10}
+    least, most = min(ratios, key=ratios.get), max(ratios, key=ratios.get)
+    return (f"A report natively takes from {ratios[least]:.2f} ({least}) to {ratios[most]:.2f} times ({most}) the processor\n"
+            "time of one in the years 2000 to 2100. Each century counts with the least of its runs.")
 
 
 def updates_text(updates):
@@ -170,18 +162,19 @@ Made by `./bench` on {datetime.date.today()}; not to be edited by hand.
 
 Machine: {machine()}.
 
-All figures are medians of runs in turn; a ratio is the median of the ratios in one round. The times are those of this
-machine on this day: only the ratios say something.
+All figures are medians of rounds; in a round everything runs once, in turn. A goal's ratio is the median of the rounds'
+ratios, so it may differ a little from the ratio of two medians below. Times are those of this machine on this day: only
+the ratios mean something.
 
 ## Goals
 
-{table(["figure", "reached", "goal", "", "why"], reached, "---")}
+{table(["figure", "reached", "goal", ""], reached, "---")}
 
 ## One report
 
-The lit fraction now, the last and the next New Moon and Full Moon, at 1,000 instants from 1950 to 2050, in processor
-time. Natively (-O2, beside libraries as Debian and npm deliver them; *fresh sines* is the run-time library's sine taken
-387 times, as often as a report of plain sums takes one):
+One report is the lit fraction now and the last and next New Moon and Full Moon. Processor time at 1,000 instants from
+1950 to 2050. Natively with -O2, beside libraries from Debian and npm; *fresh sines* are 387 calls of the library's sine,
+as many as a report of plain sums would make:
 
 {report_table(m.report, "Tidewell")}
 
@@ -189,30 +182,26 @@ As the 32-bit program that is shipped, under Wine:
 
 {report_table(m.report, "Tidewell, 32-bit")}
 
-*astronomia* takes the lit fraction from the places of the Moon and the Sun, which Tidewell computes too; with *no
-places* from three mean angles alone. Swiss Ephemeris and libnova have no search for phases; theirs is a secant search
-of ours.
+*astronomia* computes the places of the Moon and the Sun for the lit fraction, as Tidewell does; with *no places* it uses
+three mean angles. Swiss Ephemeris and libnova do not search for phases: a secant search of ours does it for them.
 
-All answer the same: differences from Swiss Ephemeris with files. Tidewell writes whole minutes, and on purpose a phase
-in the last 0.18 s before a full hour one hour late; which Full Moon it calls the last is its own rule, and the one that
-it names is compared. libnova and astronomia answer in dynamical time, half a minute to a minute and a half ahead.
+All give the same answer. Differences from Swiss Ephemeris with files are below. Tidewell writes whole minutes, and on
+purpose a phase in the last 0.18 s before a full hour one hour late. It chooses the last Full Moon by a rule of its own;
+the one that it names is compared. libnova and astronomia answer in dynamical time, 0.5 to 1.5 minutes ahead.
 
 {answers_table(m.answers)}
 
 ## Over the years
 
-The processor time of a report natively, from the year 101 to the year 9998, by century; the years 2000 to 2100 = 1.
-Each is the least of its runs:
-
-{growth_table(m.growth)}
+{growth_text(m.growth)}
 
 {updates_text(m.updates)}
 
 ## The program
 
-Beside an empty window of the same size, with two timers of the same interval and the same DLLs, built the same way, run
-in turn under Wine. In a quiet minute both are left alone with their windows shown; the processor time is that of their
-own processes. Private memory is what the program has written.
+Beside an empty window of the same size, timers and DLLs, built the same way, in turn under Wine. In a quiet minute both
+are left alone with their windows shown; the processor time is that of their own processes. Private memory is what the
+program has written.
 
 {empty_window_table(m)}
 
