@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Makes Tidewell's .ico files from the pictures in icons/*.txt.
 
-    make_icons.py OUTPUT_FOLDER [--pictures FOLDER] [--sheet FILE.png]
+    make_icons.py OUTPUT_FOLDER [--pictures FOLDER] [--strip FILE.png]
 
 A picture file holds, line by line:
 
@@ -203,39 +203,23 @@ def icon_file(pictures, drawn=()):
     return directory + b"".join(data for _, _, _, data in images)
 
 
-# --- The contact sheet ------------------------------------------------------------------------------
+# --- The strip --------------------------------------------------------------------------------------
 
-SHEET_BACKGROUNDS = [(243, 243, 243), (128, 128, 128), (32, 32, 32)]
-SHEET_GAP = 8
-
-
-def paste(canvas, picture, left, top, scale):
-    for y in range(len(picture) * scale):
-        for x in range(len(picture[0]) * scale):
-            pixel = picture[y // scale][x // scale]
-            if pixel is not TRANSPARENT:
-                canvas[top + y][left + x] = PALETTE[pixel]
+STRIP_BACKGROUND = (96, 104, 120)  # on which both black and white stand out
+STRIP_SCALE, STRIP_GAP = 2, 4
 
 
-def sheet(icons):
-    """Every icon on light, middle and dark grey: the phases at 6x in two rows of 14, phase 0 first, and at 1x
-    below them; the window icon's pictures to the right, at 6x and 4x and at 1x."""
-    phases = [icons[f"phase{index:02d}"][0] for index in range(28)]
-    large, small = icons["window"][0], icons["window"][-1]
-    step = 6 * 16 + SHEET_GAP
-    right = SHEET_GAP + 14 * step
-    far_right = right + 6 * 32 + SHEET_GAP
-    canvas = []
-    for background in SHEET_BACKGROUNDS:
-        block = [[background] * (far_right + 4 * 16 + SHEET_GAP) for _ in range(2 * step + 16 + 2 * SHEET_GAP)]
-        for index, picture in enumerate(phases):
-            paste(block, picture, SHEET_GAP + index % 14 * step, SHEET_GAP + index // 14 * step, 6)
-            paste(block, picture, SHEET_GAP + index * (16 + SHEET_GAP), SHEET_GAP + 2 * step, 1)
-        paste(block, large, right, SHEET_GAP, 6)
-        paste(block, small, far_right, SHEET_GAP, 4)
-        paste(block, large, far_right, step, 1)
-        paste(block, small, far_right + 32 + SHEET_GAP, step + 16, 1)
-        canvas += block
+def strip(icons):
+    """The 28 phases in one row, phase 0 first."""
+    step = 16 * STRIP_SCALE + STRIP_GAP
+    canvas = [[STRIP_BACKGROUND] * (28 * step + STRIP_GAP) for _ in range(step + STRIP_GAP)]
+    for index in range(28):
+        [picture] = icons[f"phase{index:02d}"]
+        for y, row in enumerate(canvas[STRIP_GAP:-STRIP_GAP], STRIP_GAP):
+            for x in range(16 * STRIP_SCALE):
+                pixel = picture[(y - STRIP_GAP) // STRIP_SCALE][x // STRIP_SCALE]
+                if pixel is not TRANSPARENT:
+                    row[STRIP_GAP + index * step + x] = PALETTE[pixel]
     return canvas
 
 
@@ -251,7 +235,7 @@ def main():
     parser.add_argument("output", help="folder for the .ico files; made when it is not there")
     parser.add_argument("--pictures", default=os.path.join(os.path.dirname(os.path.abspath(__file__)), "icons"),
                         help="folder of phases.txt and window.txt (the icons folder beside this tool)")
-    parser.add_argument("--sheet", metavar="FILE.png", help="also draw all icons on one contact sheet")
+    parser.add_argument("--strip", metavar="FILE.png", help="also draw the 28 phases in one row")
     arguments = parser.parse_args()
 
     try:
@@ -262,8 +246,8 @@ def main():
         for name, pictures in icons.items():
             drawn = [window_icon.draw(side) for side in DRAWN] if name == "window" else []
             write(os.path.join(arguments.output, name + ".ico"), icon_file(pictures, drawn))
-        if arguments.sheet:
-            write(arguments.sheet, png_file(sheet(icons)))
+        if arguments.strip:
+            write(arguments.strip, png_file(strip(icons)))
     except PictureError as error:
         print(error, file=sys.stderr)
         return 1

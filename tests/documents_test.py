@@ -21,7 +21,7 @@ MADE = {".git", "build", "dist", "node_modules", "__pycache__"}  # not sources
 # Run here, in a copy of the sources, in which all must be as before: command, and what it says.
 HERE = {
     "build/native/tests/core_tests --gtest_filter='NormalizeAngle.*'": "] NormalizeAngle.",
-    "resources/make_icons.py OUT --sheet docs/icons.png": "",
+    "resources/make_icons.py OUT --strip docs/moons.png": "",
     "tests/mutation/mutate.py --help": "--only",
 }
 HERE_IN_THE_LONG_RUN = {

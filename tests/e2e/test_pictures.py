@@ -2,47 +2,23 @@
 
 import datetime
 
-from bench.display import HEIGHT, WIDTH
-from bench.driver import RIGHT_UP, WM_MOUSEMOVE
-from bench.program import SOUTH
-from bench.user import bring_to_front, moon, show_about, wait_for_main
-from bench.waiting import until
+from bench.user import bring_to_front
+from bench.waiting import until, until_same
 
-A_CRESCENT = datetime.datetime(2026, 11, 15, 20, 0, 10)  # which shows what the southern view mirrors
-MENU_HEIGHT = 57
-
-
-def save(bench, name, place):
-    """A piece of the screen, without a margin: what is around it is black here."""
-    bench.display.save(bench.folders.pictures / f"{name}.png", *place)
+A_CRESCENT = datetime.datetime(2026, 11, 15, 20, 0, 10)
+TIP = (255, 46)  # pixels left of the tray's right end and above its lower one, with the tip of the icon in them
 
 
 def test_take_the_pictures(bench, start):
     program = start(at=A_CRESCENT)
     bring_to_front(program)
-    north = moon(program)
-    save(bench, "main", program.main().screen)
-
-    program.click(SOUTH)
-    until(lambda: moon(program) != north, "southern picture")
-    save(bench, "southern", program.main().screen)
-    program.click(SOUTH)
-    until(lambda: moon(program) == north, "northern picture")
-
-    # From above the icon, where Windows opens the menu upwards: Wine would lay it over the icon.
-    x, y = program.icon_centre()
-    program.display.point(x, program.display.docked_icons()[0][1] - MENU_HEIGHT)
-    program.tray_message(RIGHT_UP)
-    left, top = until(program.menu, "menu").screen[:2]
-    program.driver.keys("Down")
-    save(bench, "tray", (left, top, WIDTH - left, HEIGHT - top))
-    program.driver.keys("Escape")
-    until(lambda: program.menu() is None, "menu closed")
-
-    program.display.click(x, y)
-    wait_for_main(program, False)
-    show_about(program)
     program.display.rest()
-    program.tray_message(WM_MOUSEMOVE)  # with the icon of the main window
-    program.settle()
-    save(bench, "about", program.about().screen)
+    # Without a margin: around the window the screen is black.
+    program.display.save(bench.folders.pictures / "main.png", *program.main().screen)
+
+    program.display.point(*program.icon_centre())
+    until(program.driver.tips, "tip")
+    x, y, width, height = program.display.docked_icons()[0]
+    place = (x + width - TIP[0], y + height - TIP[1], *TIP)
+    until_same(lambda: program.display.grab(*place), "tip")
+    program.display.save(bench.folders.pictures / "tray.png", *place, scale=2)

@@ -466,9 +466,9 @@ class Tool(unittest.TestCase):
         os.remove(os.path.join(self.pictures, "window.txt"))
         self.refused("window.txt", 1, "cannot be read")
 
-    def test_the_sheet_is_a_png(self):
-        path = os.path.join(self.folder, "sheet.png")
-        result = run_tool(self.output, "--sheet", path)
+    def test_the_strip_is_a_png(self):
+        path = os.path.join(self.folder, "strip.png")
+        result = run_tool(self.output, "--strip", path)
         self.assertEqual(result.returncode, 0, result.stderr)
         with open(path, "rb") as file:
             data = file.read()

@@ -122,10 +122,10 @@ class Display:
         assert len(data) == width * height * 3, f"{width}x{height}+{x}+{y} is not all on the screen"
         return Picture(width, height, data)
 
-    def save(self, path, x=0, y=0, width=WIDTH, height=HEIGHT):
+    def save(self, path, x=0, y=0, width=WIDTH, height=HEIGHT, scale=1):
         """A piece of the screen as a PNG file."""
-        self._run("import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage", "-strip",
-                  str(path))
+        self._run("import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage",
+                  "-filter", "point", "-resize", f"{scale}00%", "-strip", str(path))
 
     # ---- tray
 
