@@ -12,11 +12,12 @@ CodePage ReadSystemCodePage() {
     const char narrow = static_cast<char>(byte);
     wchar_t wide = 0;
     char back = 0;
-    // Only a byte that comes back as itself is a character of its own: lead bytes and holes do not.
+    // Only a byte that comes back as itself is a character of its own: lead bytes and holes do not. ASCII is the same
+    // in every code page, also when the system does not tell it.
     const bool ownCharacter = MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, &narrow, 1, &wide, 1) == 1 &&
                               WideCharToMultiByte(CP_ACP, 0, &wide, 1, &back, 1, nullptr, nullptr) == 1 &&
                               back == narrow;
-    page.characters.at(byte) = ownCharacter ? wide : PrivateCharacter(byte);
+    page.characters.at(byte) = ownCharacter ? wide : byte < 0x80 ? static_cast<wchar_t>(byte) : PrivateCharacter(byte);
   }
   return page;
 }

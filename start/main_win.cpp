@@ -8,8 +8,8 @@
 #include "runtime/clock.h"
 #include "runtime/locale_names.h"
 #include "runtime/run_time_end.h"
-#include "start/end_without_memory.h"
 #include "start/previous_instance_win.h"
+#include "start/without_memory.h"
 
 namespace tidewell {
 
@@ -40,16 +40,7 @@ frmMoon* theForm = nullptr;
   ExitProcess(static_cast<UINT>(runtime::ReportRunTimeError()));
 }
 
-/// The thread's first exception makes a state for all that follow: later there may be no memory for it.
-void PrepareForExceptions() noexcept {
-  try {
-    throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
-  } catch (const runtime::RuntimeError&) {  // as intended
-  }
-}
-
 [[noreturn]] void Run(int showCommand) {
-  PrepareForExceptions();
   AskToBeRestarted();
   const INITCOMMONCONTROLSEX controls = {.dwSize = sizeof controls, .dwICC = ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&controls);
@@ -82,6 +73,7 @@ void EndWithoutMemory() noexcept {
 }  // namespace tidewell
 
 int WINAPI wWinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, PWSTR /*commandLine*/, int showCommand) {
+  tidewell::PrepareForExceptions();
   const tidewell::PreviousInstanceTest test;
   if (!test.AnotherIsRunning()) {
     tidewell::Run(showCommand);

@@ -1,0 +1,55 @@
+// What the C and C++ libraries do when they fail, replaced by the program's own. The libraries' would bring 100 kB
+// along (name demangling, both instantiations of its strings, a random device), and end the process silently.
+
+#include <bits/functexcept.h>
+
+#include <cstddef>
+#include <exception>
+
+#include "runtime/runtime_error.h"
+#include "start/without_memory.h"
+
+using runtime::ErrorNumber;
+using runtime::RuntimeError;
+
+namespace {
+
+bool prepared = false;
+
+}  // namespace
+
+void tidewell::PrepareForExceptions() noexcept {
+  try {
+    throw RuntimeError(ErrorNumber::OutOfMemory);
+  } catch (const RuntimeError&) {
+    prepared = true;
+  }
+}
+
+// The linker calls these __real_ and __wrap_ (--wrap=malloc).
+extern "C" void* __real_malloc(std::size_t size);
+extern "C" [[gnu::used]] void* __wrap_malloc(std::size_t size) {
+  void* const memory = __real_malloc(size);
+  if (memory == nullptr && !prepared) {
+    tidewell::EndWithoutMemory();
+  }
+  return memory;
+}
+
+// The libraries come here when there is no memory for an exception: they abort where the thread's exception state is
+// made, and terminate where the exception itself is. No other cause leads here.
+extern "C" void abort() { tidewell::EndWithoutMemory(); }
+namespace __gnu_cxx {
+void __verbose_terminate_handler() { tidewell::EndWithoutMemory(); }
+}  // namespace __gnu_cxx
+
+// What the containers and strings throw, as run-time errors.
+namespace std {
+
+void __throw_bad_alloc() { throw RuntimeError(ErrorNumber::OutOfMemory); }
+void __throw_bad_array_new_length() { throw RuntimeError(ErrorNumber::OutOfMemory); }
+void __throw_length_error(const char* /*text*/) { throw RuntimeError(ErrorNumber::OutOfMemory); }
+void __throw_logic_error(const char* /*text*/) { throw RuntimeError(ErrorNumber::InternalError); }
+void __throw_out_of_range_fmt(const char* /*format*/, ...) { throw RuntimeError(ErrorNumber::InternalError); }
+
+}  // namespace std
