@@ -13,8 +13,7 @@ double NormalizeAngle(double angle) {
   if (!(angle < 0) && !(angle > 360)) {
     return angle;
   }
-  // The whole degrees are reduced through a division and the fraction is added back afterwards, so that the result
-  // carries the rounding of (q - m) * 360.
+  // On purpose the whole degrees are reduced through a division, which shows in the last bits.
   const auto n = Fit<std::int32_t>(Int(angle));
   const Checked f = Checked(angle) - n;
   const Checked q = Checked(n) / 360;

@@ -45,7 +45,7 @@ void ComputeFundamentalArguments(Checked T) {
   Add(MoonMeanAnomaly, 0.000817 * sinA);
   Add(MoonElongation, 0.002011 * sinA);
 
-  // On purpose: the T^2 part of the Venus term is subtracted behind the conversion, in radians.
+  // On purpose: the T^2 part of the Venus term is subtracted after the conversion, in radians.
   const Checked venus = 0.003964 * Sin(DegToRad(346.56 + 132.87 * T) - 0.0091731 * Pow(T, 2));
   Add(MoonMeanLongitude, venus);
   Add(MoonMeanAnomaly, venus);
@@ -60,8 +60,7 @@ void ComputeFundamentalArguments(Checked T) {
   Add(MoonArgLatitude, -0.024691 * sinNode);
   Add(MoonArgLatitude, -0.004328 * SinDeg(node + 275.05 - 2.3 * T));
 
-  // On purpose: the elongation and the argument of latitude stay unreduced; the longitude's unconverted row takes the
-  // elongation as it stands.
+  // On purpose the elongation and the argument of latitude stay unreduced: it matters to the unconverted row.
   MoonMeanLongitude = NormalizeAngle(MoonMeanLongitude);
   MoonMeanAnomaly = NormalizeAngle(MoonMeanAnomaly);
   MoonNodeLongitude = NormalizeAngle(MoonNodeLongitude);
@@ -84,9 +83,9 @@ class Multiples {
   std::array<std::complex<double>, 9> phasors_ = {0, 0, 0, 0, 1};
 };
 
-/// Sums a series: each group of rows by itself, the first one upon the start, and then the groups. A row's wave comes
-/// from the product of its multiples' phasors, the real part for a cosine, the imaginary part for a sine: a sine for
-/// each argument would take three times as long, and gives the same sum to 2e-11 degree.
+/// Adds each group of rows separately (the first starts at `start`), then adds the groups. The product of a row's
+/// phasors gives its wave: the real part a cosine, the imaginary part a sine. Calling sine for each row would take
+/// three times as long; the sum is the same to 2e-11 degree from 1900 to 2100 (5e-10 near the year 9983).
 template <std::size_t Rows, std::size_t Groups>
 Checked SumSeries(double start, const astro::MoonSeries<Rows, Groups>& series, double wave(std::complex<double>),
                   const std::array<Multiples, 4>& multiples) {

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
-// The three periodic series of the Moon, as printed in Meeus, Astronomical Formulae for Calculators, ch. 30, and in the
-// printed order: the rows are summed in this order and in these groups. Rows that depart from the print are marked.
+// The three periodic series of the Moon from Meeus, Astronomical Formulae for Calculators, ch. 30. The rows stand in
+// the printed order and are summed in it, in these groups. Rows that depart from the print are marked.
 
 namespace astro {
 
@@ -17,10 +17,10 @@ struct MoonTerm {
   std::int8_t Mp;            ///< multiple of the Moon's mean anomaly M'
   std::int8_t F;             ///< multiple of the Moon's argument of latitude
   std::uint8_t E;            ///< power of the eccentricity factor
-  bool unconverted = false;  ///< the number of degrees goes to the wave as if it were radians
+  bool unconverted = false;  ///< the wave takes the number of degrees for radians
 };
 
-/// A series: its rows, and for each group of rows that is summed by itself the number of rows up to its end.
+/// A series: its rows, and the end of each group of rows that is summed separately.
 template <std::size_t Rows, std::size_t Groups>
 struct MoonSeries {
   std::array<MoonTerm, Rows> terms;

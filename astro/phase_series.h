@@ -14,8 +14,8 @@ struct PhaseTerm {
   std::int8_t F;       ///< multiple of the Moon's argument of latitude
 };
 
-/// The corrections of New and Full Moon in the order of their summing (Meeus, Astronomical Formulae for Calculators,
-/// ch. 32). The same terms serve New and Full Moons alike.
+/// The corrections of New and Full Moon, in the order in which they are added (Meeus, Astronomical Formulae for
+/// Calculators, ch. 32).
 inline constexpr auto kPhaseSeries = std::to_array<PhaseTerm>({
     // clang-format off
     //     k,      per T,  M, M',  F

@@ -29,8 +29,8 @@ Checked NearestLunation(std::int16_t year) {
   return k - Int(k) > 0.5 ? Int(k) + 1 : Int(k);
 }
 
-/// The sign with which the T^2 term of the Sun's mean anomaly enters: minus as published; plus, on purpose, for the New
-/// Moon that is moved on.
+/// The sign of the T^2 term in the Sun's mean anomaly: minus as published; plus, on purpose, for a New Moon that is
+/// moved on.
 enum class SunTermSign { Minus, Plus };
 
 /// The Julian day of lunation phase k: whole for a New Moon, whole + 0.5 for a Full Moon (AFC, ch. 32). Leaves the
@@ -58,23 +58,21 @@ Checked PhaseInstant(Checked k, SunTermSign sign = SunTermSign::Minus) {
 }  // namespace
 
 void FindPhases(std::int16_t year, double jd, double jdJan1) {
-  // First, since the evaluations below overwrite the anomalies of the moment.
+  // First: the evaluations below overwrite the moment's anomalies.
   Illumination = LitFraction();
 
   // On purpose a year of 365 days, in leap years too.
   YearPercent = (Checked(jd) - jdJan1) / 365 * 100;
   const Checked kNew = NearestLunation(year);
 
-  // Each evaluation leaves its lunation's anomalies behind; the last one's stay. A first evaluation of kNew for its
-  // anomalies alone is left out: the next line leaves the same ones, and nothing reads them in between.
   NewMoonJD = PhaseInstant(kNew);
   FullMoonJD = PhaseInstant(kNew + 0.5);
   if (NewMoonJD < jd) {
     NewMoonJD = PhaseInstant(kNew + 1, SunTermSign::Plus);
   }
   if (FullMoonJD < jd) {
-    // On purpose a Full Moon in the past is not moved on: the caller asks again from a later day. Evaluating the same
-    // lunation again leaves its anomalies, and not the next New Moon's, as the last ones.
+    // On purpose a Full Moon in the past is not moved on: the caller asks again from a later day. Evaluated again, it
+    // leaves its own anomalies behind, not those of the next New Moon.
     FullMoonJD = PhaseInstant(kNew + 0.5);
   }
   WaningFlag = Checked(NewMoonJD) - jd < Checked(FullMoonJD) - jd ? 1 : 0;

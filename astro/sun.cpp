@@ -28,8 +28,8 @@ void SunPosition(double /*jd*/) {
   SunApparentLongitude = Checked(SunTrueLongitude) - 0.00569 - 0.00479 * SinDeg(nodeLongitude);
   Obliquity = astro::MeanObliquity(T);
 
-  // On purpose: a sine goes through the degree-to-radian conversion once more, the radians of the arctangent are not
-  // turned back, and the quadrant is taken from the cosine of the number of degrees.
+  // On purpose a sine is converted to radians once more, the arctangent stays in radians, and the quadrant comes from
+  // the cosine of the number of degrees.
   const Checked numerator = DegToRad(SinDeg(SunTrueLongitude) * CosDeg(Obliquity));
   const Checked arctangent = runtime::Atn(numerator / CosDeg(SunTrueLongitude));
   SunRightAscension = runtime::Cos(SunTrueLongitude) < 0 ? arctangent + 180 : arctangent;

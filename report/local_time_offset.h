@@ -6,8 +6,7 @@
 
 namespace mMoon {
 
-/// Whether LocalTimeOffset honours daylight saving time. Nothing sets it: the program ignores daylight saving on
-/// purpose, and setting this is all that would turn it on.
+/// Whether LocalTimeOffset heeds daylight saving time. On purpose nothing sets it.
 inline runtime::Boolean UseDaylightBias = runtime::False;
 
 /// Returns the minutes that are added to UTC to give local time, positive east of Greenwich.

@@ -21,11 +21,11 @@ struct PhaseDates {
   DateValue Full, New;
 };
 
-/// CivilToJulian leaves January and February changed in its arguments; here they are copies.
+/// CivilToJulian changes its arguments in January and February; here they are copies.
 double JulianDayOf(std::int16_t year, std::int16_t month, double day) { return CivilToJulian(year, month, day); }
 
-/// Runs the astronomy for a base instant. The local clock reading goes in as Universal Time, on purpose: the offset is
-/// applied only on the way out.
+/// Runs the astronomy for a base instant. On purpose the local clock's reading goes in as Universal Time: only the
+/// results get the offset.
 void ComputeFor(DateValue base) {
   const runtime::DateParts at = runtime::PartsOf(base);
   const double jd = JulianDayOf(at.year, at.month, DayFraction(at.day, at.hour, at.minute));
@@ -42,7 +42,6 @@ DateValue LocalDateOf(double jd) {
   JulianToCivil(jd);
   const DateValue date = runtime::DateSerial(runtime::Fit<std::int16_t>(CalYear), runtime::Fit<std::int16_t>(CalMonth),
                                              runtime::Fit<std::int16_t>(CalDay));
-  // The minutes are rounded half to even and overflow beyond 16 bits; they and an hour of 24 carry.
   const auto minutes = runtime::RoundTo<std::int16_t>(CalMinute + runtime::Checked(OffsetMinutes));
   return runtime::AddTime(date, CalHour, minutes);
 }
@@ -57,13 +56,13 @@ PhaseDates PhaseDatesFor(DateValue base) {
   return FoundPhaseDates();
 }
 
-/// A line to be written: its prefix and the phase that it tells of.
+/// A line: its prefix and the date of its phase.
 struct PhaseLine {
   const wchar_t* prefix;
   DateValue date;
 };
 
-/// Writes two lines in the order of time: the earlier phase into the upper label, the later one into the label below.
+/// Writes two lines in the order of time: the earlier phase into the upper label, the later one below it.
 void WritePair(std::size_t upper, const PhaseLine& full, const PhaseLine& newMoon, const runtime::LocaleNames& locale) {
   const auto write = [&](std::size_t index, const PhaseLine& line) {
     surroundings.Form().SetMoonLine(
@@ -79,7 +78,7 @@ void WritePair(std::size_t upper, const PhaseLine& full, const PhaseLine& newMoo
   }
 }
 
-/// The days are taken from the text rounded to three decimals, on purpose: 5.9996 days count as 6.
+/// On purpose the days come from a text rounded to three decimals: 5.9996 days count as 6.
 std::wstring TipText(double Age) {
   const std::int16_t days = runtime::LeadingInteger(runtime::FormatNumber(Age, L"00.000"));
   return L"Moon's Age - " + runtime::WholeText(days) + L" Days " + runtime::HoursText(Age);
@@ -100,8 +99,7 @@ void UpdateMoonReport() {
 
   const DateValue now = surroundings.Now();
   if (NextNew <= now || NextFull <= now) {
-    // A phase that has already passed: the phases are looked for again from five days later. The texts of these
-    // corrected lines say "New" where the others say "Next", on purpose.
+    // A phase has already passed: search again from five days later. On purpose the corrected lines say "New".
     const PhaseDates corrected = PhaseDatesFor(now + 5);
     NextFull = corrected.Full;
     NextNew = corrected.New;

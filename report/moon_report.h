@@ -4,7 +4,7 @@
 
 namespace mMoon {
 
-/// The local time offset in minutes (local = UTC + offset), written by the main window. 0 until it has been: the first
+/// The local time offset in minutes (local = UTC + offset), written by the main window. It starts at 0: the first
 /// report shows Universal Time.
 inline double OffsetMinutes = 0;
 
@@ -14,9 +14,9 @@ inline double YearStartJD = 0;
 /// True once the lines of the coming phases stand. Nothing reads it.
 inline runtime::Boolean NextPhasesShown = runtime::False;
 
-/// Turns the present moment into everything the user sees: the picture, the four lines of the last and the next New and
-/// Full Moon, the icon number and the tray's tip with the Moon's age, with what tidewell::surroundings gives. It keeps
-/// nothing between calls.
+/// Turns the present moment into everything the user sees: the picture, the four lines, the icon number and the tip
+/// with the Moon's age. Takes the moment, zone, locale and window from tidewell::surroundings; keeps nothing between
+/// calls.
 ///
 /// Errors: those of the astronomy and the drawing; 6 Overflow when a minute with its offset leaves 16 bits; 5 Invalid
 /// procedure call or argument outside the years 100 to 9999. Lines written before the error keep their new text.

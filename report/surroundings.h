@@ -20,8 +20,8 @@ class ReportForm : public PhaseForm {
   ~ReportForm() = default;
 };
 
-/// All that the program takes from outside. The start fills it once. Until then the zone is Universal Time and the
-/// locale English; the clock and the form refuse with run-time error 51.
+/// What the program takes from outside. The start fills it once. Until then the zone is Universal Time, the locale
+/// English, and the clock and the form raise run-time error 51.
 struct Surroundings {
   ReportForm* frmMoon = nullptr;
   runtime::DateValue (*Now)() = []() -> runtime::DateValue { Refuse(); };  ///< local clock time
