@@ -9,11 +9,11 @@
 #include "runtime/floating_point.h"
 #include "runtime/runtime_error.h"
 
-// Checked arithmetic: an overflow, a division by zero or an invalid operation raises a RuntimeError at the step that
-// makes it. The processor's exception flags are no basis for this: optimisers move steps across the flag tests, and the
-// 32-bit runtime's square root, logarithm and exponential raise no flag at all. Each result is looked at instead.
+// Checked arithmetic: an overflow, a division by zero or an invalid operation raises a RuntimeError at its step. Each
+// result is tested. The processor's exception flags would not do: optimisers move steps across the flag tests, and the
+// 32-bit library's square root, logarithm and exponential raise no flag.
 //
-// The functions carry the names that the formulas use: Int, Sqr, Atn.
+// The functions have the names of the formulas: Int, Sqr, Atn.
 
 namespace runtime {
 
@@ -28,8 +28,8 @@ inline double Tested(double result) {
   return result;
 }
 
-/// A double of which every arithmetic step is tested. The value put in is taken as it is; what a step makes of it is
-/// tested. A product of two plain doubles is not: begin each formula with a Checked (usually T or k).
+/// A double whose arithmetic is tested at every step. The first value is not tested, nor is a product of two plain
+/// doubles: begin each formula with a Checked (usually T or k).
 class Checked {
  public:
   constexpr Checked(double value) noexcept : value_(value) {}    // NOLINT(google-explicit-constructor): is a double
@@ -39,7 +39,7 @@ class Checked {
   double value_;
 };
 
-/// What an operator of Checked takes: two Checked, or one and a plain number.
+/// The operands of an operator: two Checked, or one and a plain number.
 template <class A, class B>
 concept CheckedOperands = (std::same_as<A, Checked> && (std::same_as<B, Checked> || std::is_arithmetic_v<B>)) ||
                           (std::is_arithmetic_v<A> && std::same_as<B, Checked>);
@@ -59,7 +59,7 @@ requires CheckedOperands<A, B> Checked operator*(A a, B b) {
   return Tested(static_cast<double>(a) * static_cast<double>(b));
 }
 
-/// Errors: 11 Division by zero whatever the dividend, else as the other steps.
+/// Errors: 11 Division by zero, also of 0; else as the other steps.
 template <class A, class B>
 requires CheckedOperands<A, B> Checked operator/(A a, B b) {
   const auto divisor = static_cast<double>(b);
@@ -91,7 +91,7 @@ inline Checked Pow(Checked x, double y) { return Tested(std::pow(x, y)); }
 /// The greatest whole number not above x: rounds toward minus infinity, never toward zero.
 inline Checked Int(Checked x) { return Tested(std::floor(x)); }
 
-/// A whole number, also one that a double holds, as an integer of 16 or 32 bits. Error: 6 Overflow outside its range.
+/// Converts a whole number to a 16- or 32-bit integer. Error: 6 Overflow outside its range.
 template <std::signed_integral Integer, class Number>
 requires(sizeof(Integer) <= 4) Integer Fit(Number whole) {
   if (!(whole >= std::numeric_limits<Integer>::min() && whole <= std::numeric_limits<Integer>::max())) {
@@ -100,8 +100,7 @@ requires(sizeof(Integer) <= 4) Integer Fit(Number whole) {
   return static_cast<Integer>(whole);
 }
 
-/// A double as an integer of 16 or 32 bits, rounded to the nearest whole number, half to even. Error: 6 Overflow
-/// outside its range.
+/// Rounds a double, half to even, to a 16- or 32-bit integer. Error: 6 Overflow outside its range.
 template <std::signed_integral Integer>
 Integer RoundTo(Checked value) {
   return Fit<Integer>(Tested(std::nearbyint(value)));

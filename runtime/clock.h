@@ -6,7 +6,7 @@
 
 namespace runtime {
 
-/// The zone of the computer in the terms of the system: UTC = local time + bias, biases in minutes.
+/// The computer's zone as the system gives it: UTC = local time + bias, biases in minutes.
 struct TimeZoneReading {
   std::int32_t Result;  ///< -1 invalid, 0 unknown, 1 standard time, 2 daylight time
   std::int32_t Bias;

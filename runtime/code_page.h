@@ -6,9 +6,8 @@
 
 namespace runtime {
 
-/// A system code page as a table of one wide character for each byte, in which no two bytes share a character, so that
-/// every byte survives the way to text and back. Bytes that are no character of their own in the page (lead bytes of
-/// longer sequences, holes) stand for characters of the private use area.
+/// A system code page as a table: one wide character for each byte, no two the same, so that every byte survives the
+/// way to text and back. Bytes that are no character by themselves (lead bytes, holes) get one of the private use area.
 struct CodePage {
   std::array<wchar_t, 256> characters;
 
@@ -19,10 +18,10 @@ struct CodePage {
   [[nodiscard]] std::byte Encode(wchar_t character) const noexcept;
 };
 
-/// Stands in for a byte that the code page cannot turn into a character of its own.
+/// The stand-in for a byte that is no character by itself.
 [[nodiscard]] constexpr wchar_t PrivateCharacter(unsigned byte) noexcept { return static_cast<wchar_t>(0xF700 + byte); }
 
-/// The system's code page, which stays for the life of a process.
+/// The system's code page. It does not change while the process lives.
 [[nodiscard]] const CodePage& SystemCodePage();
 
 }  // namespace runtime

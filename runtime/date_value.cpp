@@ -91,7 +91,7 @@ std::wstring TimeText(DateValue date, const LocaleNames& locale) {
   const bool afternoon = minuteOfDay >= kMinutesPerDay / 2;
   const int hour = minuteOfDay / 60 % 12;
   const std::wstring& marker = afternoon ? locale.pm : locale.am;
-  // Without a marker 9:05 could be morning or evening: the English ones stand in.
+  // Without a marker 9:05 could be morning or evening.
   const std::wstring standIn = afternoon ? L"PM" : L"AM";
   return WholeText(hour == 0 ? 12 : hour) + L":" + TwoDigits(minuteOfDay % 60) + L" " +
          (marker.empty() ? standIn : marker);

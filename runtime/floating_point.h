@@ -2,15 +2,15 @@
 
 #include <cfloat>
 
-// The floating-point policy of the whole program, in one place:
+// The floating-point policy of the whole program:
 //
-// - Every step is done in 64-bit doubles. 32-bit x86 would otherwise compute in the 80-bit registers of the x87 and
-//   round at moments of the compiler's choice, so the build says -msse2 -mfpmath=sse.
+// - Every step is done in 64-bit doubles (-msse2 -mfpmath=sse). The x87 of 32-bit x86 has 80-bit registers and would
+//   round whenever the compiler stores one.
 // - No contraction (-ffp-contract=off): a fused multiply-add rounds once where the formulas round twice.
-// - Never -ffast-math: it removes the tests of runtime/checked.h, for which NaN and infinity must exist.
+// - Never -ffast-math: the tests of runtime/checked.h need NaN and infinity.
 //
-// What the policy does not fix is the run-time library: the 32-bit runtime's sine is the x87 instruction, glibc's is
-// not, and their last bits differ. Builds are therefore compared at 1e-12, not bit for bit.
+// The library's sine is not fixed by this: on 32 bits it is the x87 instruction, and its last bits differ from glibc's.
+// So builds are compared with a tolerance, not bit for bit.
 
 #if defined(__FAST_MATH__) || defined(__FINITE_MATH_ONLY__) && __FINITE_MATH_ONLY__
 #error "Tidewell's checked arithmetic needs NaN and infinity: build without -ffast-math"

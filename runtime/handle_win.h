@@ -7,7 +7,7 @@
 
 namespace runtime {
 
-/// Releases a system handle with its function. What such a function answers is of no use to a destructor.
+/// Releases a system handle with its function.
 template <auto Release>
 struct Releaser {
   template <class T>
@@ -16,8 +16,8 @@ struct Releaser {
   }
 };
 
-/// The owner of a system handle: unique<HICON, DestroyIcon>. Null is "none"; functions that say INVALID_HANDLE_VALUE
-/// for it are translated where they are called.
+/// The owner of a system handle: unique<HICON, DestroyIcon>. Null is "none"; translate INVALID_HANDLE_VALUE at the
+/// call.
 template <class Handle, auto Release>
 using unique = std::unique_ptr<std::remove_pointer_t<Handle>, Releaser<Release>>;
 

@@ -9,8 +9,8 @@ namespace runtime {
 
 namespace {
 
-/// A magnitude times ten to the power `decimals` as a whole number: taken to 15 significant digits, half to even, and
-/// these rounded half away from zero.
+/// Returns a magnitude times ten to the power `decimals`, as a whole number: taken to 15 significant digits, half to
+/// even, then rounded half away from zero.
 double Scaled(double magnitude, std::size_t decimals) {
   double power = 1;
   for (auto place = decimals; place > 0; --place) {

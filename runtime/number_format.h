@@ -6,26 +6,25 @@
 
 namespace runtime {
 
-/// The decimal separator of the texts. The report sets it from the user's locale at each update.
+/// The decimal separator of FormatNumber. The report sets it from the user's locale at each update.
 inline std::wstring DecimalSeparator = L".";
 
 /// Formats a number by a pattern of zeros such as L"00.0000": at least as many integer digits as zeros before the
-/// point, exactly as many decimals as zeros behind it.
+/// point, exactly as many decimals as zeros after it.
 ///
-/// The value is first taken to its 15 significant decimal digits, and these are rounded in decimal, half away from
-/// zero: 9.99995 gives "10.0000" although the double lies just below. A negative value keeps its minus sign, also when
-/// all its digits round to zero.
+/// The value is first taken to 15 significant decimal digits; these are rounded in decimal, half away from zero:
+/// 9.99995 gives "10.0000" although the double lies just below. A negative value keeps its minus sign, even if all
+/// digits round to zero.
 ///
 /// Given:    value    a number below ten to the power 15 less the pattern's decimals
-///           pattern  zeros, optionally followed by a point and zeros: at most seven, since values below 1e-8 are not
-///                    taken to all of their 15 digits
+///           pattern  zeros, optionally a point and up to seven more: values below 1e-8 are not taken to all of
+///                    their 15 digits
 /// Returned: the text, with DecimalSeparator in place of the point
 /// Errors:   6 Overflow for a greater number or an infinity, 5 Invalid procedure call or argument for a NaN
 [[nodiscard]] std::wstring FormatNumber(double value, std::wstring_view pattern);
 
-/// The 16-bit integer value of the first two characters of a number's text: the way in which whole hours, days of age
-/// and icon numbers are taken from rounded text. "-0" counts as 0.
-/// Error: 13 Type mismatch when the two characters are no whole number.
+/// The value of the first two characters of a number's text: so whole hours, days of age and icon numbers come from
+/// rounded text. "-0" counts as 0. Error: 13 Type mismatch if the two characters are no whole number.
 [[nodiscard]] std::int16_t LeadingInteger(std::wstring_view text);
 
 }  // namespace runtime

@@ -10,10 +10,10 @@
 namespace runtime {
 
 // Records that leave the program are packed: one field after the other without padding, numbers little-endian, wide
-// texts as single bytes of a code page. A record type lists its fields once, in a VisitFields of its own namespace that
-// calls a visitor with each; a static_assert with FieldsFill holds that none is forgotten.
+// texts as single bytes of a code page. A record type lists its fields once, in a VisitFields of its own namespace; a
+// static_assert with FieldsFill checks that none is forgotten.
 
-/// Counts the fields that it is called with, and their packed bytes.
+/// Counts fields and their packed bytes.
 struct FieldCounter {
   std::size_t fields = 0;
   std::size_t bytes = 0;
@@ -29,13 +29,13 @@ struct FieldCounter {
   }
 };
 
-/// Stands for a value of any type where the fields of a record are counted.
+/// Converts to any type, to count the fields of a record.
 struct AnyValue {
   template <class Value>
   operator Value() const;  // NOLINT(google-explicit-constructor): it is converted to each field's type
 };
 
-/// Returns the number of fields of an aggregate: of values that its braces take.
+/// Returns the number of fields of an aggregate: how many values its braces take.
 template <class Record, class... Values>
 consteval std::size_t FieldCount() {
   if constexpr (requires { Record{Values{}..., AnyValue{}}; }) {
@@ -45,7 +45,7 @@ consteval std::size_t FieldCount() {
   }
 }
 
-/// Whether VisitFields visits every field of the record, and they are packed into Size bytes.
+/// Whether VisitFields visits every field of the record and they take Size bytes.
 template <class Record, std::size_t Size>
 consteval bool FieldsFill() {
   FieldCounter counter;
@@ -54,7 +54,7 @@ consteval bool FieldsFill() {
   return counter.fields == FieldCount<Record>() && counter.bytes == Size;
 }
 
-/// Appends each field that it is called with to the bytes.
+/// Appends each field to the bytes.
 template <std::size_t Size>
 class FieldPacker {
  public:
@@ -84,7 +84,7 @@ class FieldPacker {
   std::size_t offset_ = 0;
 };
 
-/// Takes each field that it is called with from the bytes.
+/// Takes each field from the bytes.
 template <std::size_t Size>
 class FieldUnpacker {
  public:
@@ -116,7 +116,7 @@ class FieldUnpacker {
   std::size_t offset_ = 0;
 };
 
-/// A record's fields as bytes. A character that the code page does not have becomes '?'.
+/// Packs a record. A character that the code page does not have becomes '?'.
 template <std::size_t Size, class Record>
 std::array<std::byte, Size> PackFields(const Record& record, const CodePage& codePage) {
   std::array<std::byte, Size> bytes{};
@@ -124,7 +124,7 @@ std::array<std::byte, Size> PackFields(const Record& record, const CodePage& cod
   return bytes;
 }
 
-/// The record of such bytes.
+/// Unpacks a record.
 template <class Record, std::size_t Size>
 Record UnpackFields(const std::array<std::byte, Size>& bytes, const CodePage& codePage) {
   Record record;

@@ -4,7 +4,7 @@
 
 namespace runtime {
 
-/// The run-time errors that the program can end with. The numbers are shown to the user with their texts.
+/// The run-time errors that can end the program. The user sees number and text.
 enum class ErrorNumber : int {
   InvalidProcedureCall = 5,
   Overflow = 6,
@@ -22,11 +22,11 @@ enum class ErrorNumber : int {
   ControlArrayElementDoesNotExist = 340,
 };
 
-/// Returns the text that is shown to the user for an error, in English and without a closing full stop.
+/// Returns the text of an error, in English, without a full stop.
 [[nodiscard]] const char* ErrorText(ErrorNumber number) noexcept;
 
-/// A run-time error. No routine or handler catches one: it travels to the thunk of the window procedure (or to the
-/// start), which notes it and ends the message loop; the start shows it then.
+/// A run-time error. No routine or handler catches one: it travels to the window's thunk or to the start, which ends
+/// the message loop; then the start shows it.
 class RuntimeError : public std::exception {
  public:
   explicit RuntimeError(ErrorNumber number) noexcept : number_(number) {}
