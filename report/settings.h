@@ -13,8 +13,8 @@ namespace tidewell {
 template <std::size_t Length>
 using FixedText = std::array<wchar_t, Length>;
 
-/// The settings record. Only the three options mean something to this program; the other fields belong to the record's
-/// other writers and are carried through unchanged, to the bit.
+/// The settings record. This program uses only the three options; the other fields belong to other writers and pass
+/// through unchanged, to the bit.
 struct SettingsRecord {
   std::uint32_t Reserved1 = 0;
   FixedText<16> Reserved2{};
@@ -22,7 +22,7 @@ struct SettingsRecord {
   std::int16_t Reserved4 = 0;
   std::int16_t Reserved5 = 0;
   std::int16_t Reserved6 = 0;
-  std::uint64_t Reserved7 = 0;  ///< a double or a date, kept as bits: a copy through the x87 would change some NaNs
+  std::uint64_t Reserved7 = 0;  ///< a double or a date, kept as bits: the x87 would change some NaNs
   std::int16_t Reserved8 = 0;
   std::uint64_t Reserved9 = 0;  ///< likewise
   std::uint32_t Reserved10 = 0;
@@ -37,12 +37,11 @@ struct SettingsRecord {
   bool operator==(const SettingsRecord&) const = default;
 };
 
-/// The record's bytes in the file: its fields one after the other, without padding, little-endian, texts in single
-/// bytes of the system code page.
+/// The record's bytes in the file, packed (runtime/packed_record.h).
 inline constexpr std::size_t kSettingsRecordSize = 274;
 using SettingsBytes = std::array<std::byte, kSettingsRecordSize>;
 
-/// To those bytes and back. A character that the code page does not have becomes '?'.
+/// Convert to those bytes and back. A character that the code page does not have becomes '?'.
 [[nodiscard]] SettingsBytes Pack(const SettingsRecord& record, const runtime::CodePage& codePage);
 [[nodiscard]] SettingsRecord Unpack(const SettingsBytes& bytes, const runtime::CodePage& codePage);
 

@@ -7,15 +7,14 @@ namespace mMoon {
 /// The tray icon number, 0..28, written only by PhaseToIconNumber.
 inline float IconNumber = 0;
 
-/// Sets IconNumber from a phase on the icons' scale: 0..100 waxing, 100..200 waning. A value that is not a number gives
-/// 0.
+/// Sets IconNumber from a phase on the icons' scale: 0..100 waxing, 100..200 waning. A NaN gives 0.
 void PhaseToIconNumber(double value);
 
 }  // namespace mMoon
 
 namespace tidewell {
 
-/// Returns IconNumber as the whole number IcoNum that is handed to the tray: the first two characters of its text "00".
+/// Returns IconNumber as the tray's IcoNum: the first two characters of its text "00".
 [[nodiscard]] std::int16_t IcoNumFromIconNumber();
 
 }  // namespace tidewell

@@ -7,7 +7,7 @@
 
 namespace tidewell {
 
-/// The Moon's disc in pixels of the client area; kPictureSize is the square that it is centred in.
+/// The Moon's disc in pixels of the client area, centred in a square of kPictureSize.
 inline constexpr int kPictureSize = 150;
 inline constexpr int kDiscRadius = 130 / 2;
 inline constexpr forms::Point kDiscCentre = {.x = 50 + kPictureSize / 2, .y = 10 + kPictureSize / 2};
@@ -20,10 +20,10 @@ inline constexpr forms::Point kDiscCentre = {.x = 50 + kPictureSize / 2, .y = 10
           .bottom = kDiscCentre.y + radius + 1};
 }
 
-/// What the phase drawing needs of the window that it draws on.
+/// What the phase drawing needs of its window.
 class PhaseForm {
  public:
-  /// The drawing, to be changed: the window repaints itself once the change is done.
+  /// The drawing, for changes. The window repaints itself afterwards.
   virtual forms::DrawingList& Drawing() = 0;
 
   /// Writes the caption of Label1, the dark fraction.

@@ -9,8 +9,8 @@
 
 namespace tidewell {
 
-/// The record of the tray icon as the program keeps it: the system's NOTIFYICONDATA in its first, 88-byte form, with a
-/// wide tip. Handles are the 32 bits that the record has for them.
+/// The record of the tray icon as the program keeps it: the system's NOTIFYICONDATA in its first, 88-byte form, but
+/// with a wide tip. Handles have 32 bits there.
 struct TrayIconRecord {
   static constexpr std::size_t kTipLength = 64;
 
@@ -22,18 +22,17 @@ struct TrayIconRecord {
   std::uint32_t hIcon = 0;
   std::array<wchar_t, kTipLength> szTip{};  ///< made by the report; padded with spaces to its full length, no zero
 
-  /// Stores a tip left-aligned: a shorter text is padded with spaces, a longer one is cut.
+  /// Stores a tip: a shorter text is padded with spaces, a longer one is cut.
   void SetTip(std::wstring_view text);
 
   bool operator==(const TrayIconRecord&) const = default;
 };
 
-/// The record's 8-bit form, as the shell takes it: six 32-bit numbers, little-endian, and the tip in single bytes of
-/// the system code page.
+/// The record's 8-bit form for the shell: six little-endian 32-bit numbers, and the tip in the system code page.
 inline constexpr std::size_t kTrayIconRecordSize = 88;
 using TrayIconBytes = std::array<std::byte, kTrayIconRecordSize>;
 
-/// To those bytes and back. A character that the code page does not have becomes '?'.
+/// Convert to those bytes and back. A character that the code page does not have becomes '?'.
 [[nodiscard]] TrayIconBytes Pack(const TrayIconRecord& record, const runtime::CodePage& codePage);
 [[nodiscard]] TrayIconRecord Unpack(const TrayIconBytes& bytes, const runtime::CodePage& codePage);
 
@@ -41,7 +40,7 @@ using TrayIconBytes = std::array<std::byte, kTrayIconRecordSize>;
 
 namespace mMoon {
 
-/// The record of the program's tray icon. The report writes its tip, UpdateMoonIcon all else.
+/// The record of the tray icon. The report writes its tip, UpdateMoonIcon the rest.
 inline tidewell::TrayIconRecord TrayIconData;
 
 }  // namespace mMoon
