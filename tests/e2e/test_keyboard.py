@@ -3,10 +3,9 @@
 import pytest
 
 from bench.driver import LEFT_DOWN, LEFT_UP, RIGHT_DOWN, RIGHT_UP
+from bench.user import bring_to_front, choose, open_menu, show_about, wait_for_main
 from bench.waiting import until
 from bench.wine import windows_path
-from test_tray import choose, open_menu, wait_for_main
-from test_windows import bring_to_front, show_about
 
 TYPEWRITER = "typewriter.exe"
 

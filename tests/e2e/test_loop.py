@@ -7,9 +7,8 @@ import pytest
 from bench.driver import (NIM_ADD, NIM_DELETE, RIGHT_UP, SC_KEYMENU, SC_MOVE, WM_CLOSE, WM_ENDSESSION, WM_QUIT,
                           WM_SYSCOMMAND)
 from bench.program import SOUTH
+from bench.user import bring_to_front, see_the_box_and_end, show_about
 from bench.waiting import until
-from test_run_time_errors import see_the_box_and_end
-from test_windows import bring_to_front, show_about
 
 
 def test_a_loop_that_ends_by_itself_takes_the_icon_away(program):

@@ -8,35 +8,9 @@ import pytest
 
 from bench.driver import NIM_DELETE, WM_CLOSE, WM_TIMER
 from bench.program import SOUTH
-from bench.user import open_menu, wait_for_main
+from bench.user import open_menu, see_the_box_and_end, wait_for_main
 from bench.waiting import until
 from bench.wine import windows_path
-
-
-def see_the_box_and_end(program, text):
-    """One box stands before all other windows, with its text, while timer ticks go on; "OK" ends the program."""
-    until(lambda: (box := program.message_box()) and text in box.texts, f"message box that says {text!r}")
-    box = program.message_box()
-    assert box.text == "Tidewell"
-    main = program.main()
-    if main:
-        for _ in range(3):
-            program.driver.send(main.hwnd, WM_TIMER, 1)
-
-    def front_to_back():
-        return [window.class_ for window in program.windows() if not window.parent and window.shown]
-
-    def alone_and_in_front():
-        front, *behind = front_to_back()
-        return front == "#32770" and set(behind) <= {"TidewellMoon", "TidewellAbout"}
-
-    until(alone_and_in_front, "box alone and in front")
-    until(lambda: not program.display.docked_icons(), "tray without icons")
-    ok = [window for window in program.windows() if window.parent == box.hwnd and window.class_ == "Button"]
-    assert len(ok) == 1
-    x, y, width, height = ok[0].screen
-    program.display.click(x + width // 2, y + height // 2)
-    assert program.wait_for_end() == 1
 
 
 def test_a_folder_in_the_place_of_the_settings_file(bench, start):

@@ -4,9 +4,8 @@ import pytest
 
 from bench.display import HEIGHT, WIDTH
 from bench.driver import LEFT_UP, RIGHT_UP, SC_MINIMIZE, SC_RESTORE, WM_DISPLAYCHANGE, WM_SYSCOMMAND
+from bench.user import choose, show_about, wait_for_main
 from bench.waiting import until
-from test_tray import choose, wait_for_main
-from test_windows import show_about
 
 ICON = {(0, 0, 128), (255, 255, 0)}  # the night sky and the Moon of the window's icon
 

@@ -1,7 +1,7 @@
-"""What a user does and sees, where that takes several steps: the menu, the windows, the options, the picture."""
+"""What a user does and sees, where that takes several steps: the menu, the windows, the options, the picture, the box."""
 
 from bench.display import RIGHT
-from bench.driver import BM_CLICK
+from bench.driver import BM_CLICK, WM_TIMER
 from bench.waiting import until, until_same
 
 ENTRIES = ["About", "Show Main Window", "Exit"]
@@ -60,3 +60,29 @@ def moon(program):
     program.driver.redraw(program.main().hwnd)
     x, y = program.main().client_origin
     return until_same(lambda: program.display.grab(x + 60, y + 20, 131, 131), "picture of the Moon")
+
+
+def see_the_box_and_end(program, text):
+    """One box stands before all other windows, with its text, while timer ticks go on; "OK" ends the program."""
+    until(lambda: (box := program.message_box()) and text in box.texts, f"message box that says {text!r}")
+    box = program.message_box()
+    assert box.text == "Tidewell"
+    main = program.main()
+    if main:
+        for _ in range(3):
+            program.driver.send(main.hwnd, WM_TIMER, 1)
+
+    def front_to_back():
+        return [window.class_ for window in program.windows() if not window.parent and window.shown]
+
+    def alone_and_in_front():
+        front, *behind = front_to_back()
+        return front == "#32770" and set(behind) <= {"TidewellMoon", "TidewellAbout"}
+
+    until(alone_and_in_front, "box alone and in front")
+    until(lambda: not program.display.docked_icons(), "tray without icons")
+    ok = [window for window in program.windows() if window.parent == box.hwnd and window.class_ == "Button"]
+    assert len(ok) == 1
+    x, y, width, height = ok[0].screen
+    program.display.click(x + width // 2, y + height // 2)
+    assert program.wait_for_end() == 1
