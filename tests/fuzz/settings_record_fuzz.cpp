@@ -2,42 +2,73 @@
 // Input: first character and step of the code page (16 bits each), the 274 bytes of the file, 212 characters (16 bits
 // each), pairs of bytes whose characters are swapped.
 
-#include "fuzz/record_codec.h"
+#include <algorithm>
+#include <utility>
+
+#include "fuzz/fuzzing.h"
 #include "report/settings.h"
+#include "runtime/code_page.h"
 
 using namespace fuzzing;
+using runtime::CodePage;
 using tidewell::SettingsBytes;
 using tidewell::SettingsRecord;
 
 namespace {
 
-void RequireCarried(const SettingsRecord& record, const runtime::CodePage& page) {
-  SettingsRecord back = tidewell::Unpack(tidewell::Pack(record, page), page);
-  for (std::size_t i = 0; i < record.Reserved2.size(); ++i) {
-    RequireTextCarried(record.Reserved2.at(i), back.Reserved2.at(i), page);
+/// A code page in which no two bytes share a character: 256 steps of an odd width around the 16-bit characters.
+CodePage TakeCodePage(Input& input) {
+  const auto first = input.Take<std::uint16_t>();
+  const auto step = static_cast<std::uint16_t>(input.Take<std::uint16_t>() | 1U);
+  CodePage page{};
+  for (unsigned byte = 0; byte < page.characters.size(); ++byte) {
+    page.characters.at(byte) = static_cast<wchar_t>(static_cast<std::uint16_t>(first + byte * step));
   }
-  for (std::size_t i = 0; i < record.Reserved3.size(); ++i) {
-    RequireTextCarried(record.Reserved3.at(i), back.Reserved3.at(i), page);
+  return page;
+}
+
+/// Swaps the characters of pairs of bytes, as long as there is input: any order of a page's characters.
+void Shuffle(CodePage& page, Input& input) {
+  while (!input.Empty()) {
+    const auto one = input.Take<std::uint8_t>();
+    const auto other = input.Take<std::uint8_t>();
+    std::swap(page.characters.at(one), page.characters.at(other));
   }
-  back.Reserved2 = record.Reserved2;
-  back.Reserved3 = record.Reserved3;
-  Require(back == record, "the numbers of a record are carried");
+}
+
+/// A character becomes its byte and back: itself, or the question mark's byte if the page lacks it.
+template <class Text>
+void RequireTextCarried(const Text& before, const Text& after, const CodePage& page) {
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    if (after.at(i) != before.at(i)) {
+      Require(after.at(i) == page.Decode(std::byte{'?'}), "another character stands as byte 3F");
+      Require(std::ranges::find(page.characters, before.at(i)) == page.characters.end(), "the page's are carried");
+    }
+  }
 }
 
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   Input input(bytes, size);
-  runtime::CodePage page = TakeCodePage(input);
-  const auto file = TakeBytes<SettingsBytes>(input);
+  CodePage page = TakeCodePage(input);
+  SettingsBytes file{};
+  std::ranges::generate(file, [&] { return input.Take<std::byte>(); });
   SettingsRecord foreign = tidewell::Unpack(file, page);
-  TakeCharacters(foreign.Reserved2, input);
-  TakeCharacters(foreign.Reserved3, input);
+  const auto character = [&] { return static_cast<wchar_t>(input.Take<std::uint16_t>()); };
+  std::ranges::generate(foreign.Reserved2, character);
+  std::ranges::generate(foreign.Reserved3, character);
   Shuffle(page, input);
 
   SettingsRecord record = tidewell::Unpack(file, page);
   Require(tidewell::Pack(record, page) == file, "a file that is read and written stays the same to the bit");
-  RequireCarried(foreign, page);
+
+  SettingsRecord back = tidewell::Unpack(tidewell::Pack(foreign, page), page);
+  RequireTextCarried(foreign.Reserved2, back.Reserved2, page);
+  RequireTextCarried(foreign.Reserved3, back.Reserved3, page);
+  back.Reserved2 = foreign.Reserved2;
+  back.Reserved3 = foreign.Reserved3;
+  Require(back == foreign, "the numbers of a record are carried");
 
   record.SouthernView = tidewell::OptionFromState(tidewell::StateFromOption(record.SouthernView));
   Require(record.SouthernView == runtime::True || record.SouthernView == runtime::False, "an option is True or False");
