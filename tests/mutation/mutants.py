@@ -1,333 +1,187 @@
-"""The mutants of the portable code: small mistakes, one at a time, each of which a test should notice."""
+"""Mistakes that no operator makes: in the order of steps, in the departures from the published formulae, in which error
+comes first, in what Windows is asked. Each text stands exactly once in its file."""
 
-from typing import NamedTuple
+from operators import REPOSITORY, Mutant
 
-
-class Mutant(NamedTuple):
-    name: str
-    file: str
-    find: str  # stands exactly once in the file
-    replacement: str
-    what: str
-    windows: bool = False  # the mistake is one of the windows: their tests need Wine
-
-
-ANGLES = "astro/angles.cpp"
-CALENDAR = "astro/calendar.cpp"
-CHECKED = "runtime/checked.h"
-MOON = "astro/moon.cpp"
-SERIES = "astro/moon_series.h"
-NUMBERS = "runtime/number_format.cpp"
-PHASES = "astro/phases.cpp"
-SUN = "astro/sun.cpp"
-ZONE = "report/local_time_offset.cpp"
-ZONE_H = "report/local_time_offset.h"
-REPORT = "report/moon_report.cpp"
-SETTINGS = "report/settings.cpp"
-SETTINGS_H = "report/settings.h"
-DRAWING = "tray/phase_drawing.cpp"
-DRAWING_H = "tray/phase_drawing.h"
-ICON = "tray/tray_icon.cpp"
-ICON_DATA = "tray/tray_icon_data.cpp"
-ICON_NUMBER = "tray/icon_number.cpp"
-MESSAGE = "tray/tray_message.cpp"
-MESSAGE_H = "tray/tray_message.h"
-SURROUNDINGS = "report/surroundings.h"
-
-PORTABLE_MUTANTS = [
-    # --- Angles
-    Mutant("turn-excludes-360", ANGLES, "!(angle > 360)", "!(angle >= 360)", "360 becomes 0"),
-    Mutant("turn-excludes-0", ANGLES, "!(angle < 0)", "!(angle <= 0)", "0 is reduced, which gives 0"),
-    Mutant("turn-loses-fraction", ANGLES, "(q - m) * 360 + f", "(q - m) * 360", "the fraction is not added back"),
-    Mutant("turn-by-subtraction", ANGLES, "return (q - m) * 360 + f;", "return angle - Checked(m) * 360;",
-           "exact where the division rounds"),
-    Mutant("pi-last-digit", ANGLES, "3.1415926535", "3.1415926536", "pi rounded, not cut"),
-    Mutant("degrees-multiplied-first", ANGLES, "(angle / 360 + angle / 360) * 3.1415926535",
-           "angle * 3.1415926535 / 180", "the product before the quotient"),
-    Mutant("arcsine-not-converted", ANGLES, "Atn(DegToRad(t))", "Atn(t)", "the true arc sine"),
-    # --- Calendar
-    Mutant("day-fraction-wraps", CALENDAR, "Fit<std::int16_t>(hourMinutes + minute)",
-           "static_cast<std::int16_t>(hourMinutes + minute)", "minutes beyond 16 bits wrap around"),
-    Mutant("february-is-not-moved", CALENDAR, "if (month < 3) {", "if (month < 2) {", "January alone is moved"),
-    Mutant("civil-reform-digit", CALENDAR, "2 - A + Int(A / 4)", "2 - A + Int((A + 1) / 4)", "centuries leap a century early"),
-    Mutant("civil-sum-order", CALENDAR, "wholeDays + day + 1720994.5 + B", "wholeDays + day + B + 1720994.5",
-           "the constants change places"),
-    Mutant("century-of-365.25", CALENDAR, "/ kDaysPerCentury", "/ (kDaysPerCentury - 0.75)", "a Gregorian century"),
-    Mutant("reform-a-day-early", CALENDAR, "kGregorianStart = 2299161", "kGregorianStart = 2299160", "14 October 1582"),
-    Mutant("century-rule-edge", CALENDAR, "1867216.25", "1867216.26", "a day of every fourth century"),
-    Mutant("year-starts-in-february", CALENDAR, "CalMonth > 2.5", "CalMonth > 1.5", "February counts with March"),
-    Mutant("month-13", CALENDAR, "E < 13.5", "E < 14.5", "January becomes month 13"),
-    Mutant("days-of-122.3", CALENDAR, "B - 122.1", "B - 122.3", "the first day of every fourth year"),
-    Mutant("reform-day-excluded", CALENDAR, "CalWholeDays >= kGregorianStart", "CalWholeDays > kGregorianStart",
-           "the first Gregorian day"),
-    Mutant("hour-from-arithmetic", CALENDAR,
-           'CalHour = runtime::LeadingInteger(runtime::FormatNumber(hours, L"00.0000"));',
-           "CalHour = Fit<std::int16_t>(Int(hours));", "the hour is not taken from the text"),
-    Mutant("part-of-a-day-too-early", CALENDAR, "  CalWholeDays = Fit<",
-           "  CalDayPart = sinceMidnight - Int(sinceMidnight);\n  CalWholeDays = Fit<", "assigned before the overflow"),
-    Mutant("hour-text-shorter", CALENDAR, 'L"00.0000"', 'L"00.000"', "the text of the hour has a decimal less"),
-    # --- Checked arithmetic
-    Mutant("zero-divisor-passes", CHECKED, "if (divisor == 0) [[unlikely]] {", "if (divisor == 0 && a != 0) [[unlikely]] {",
-           "0 / 0 is an invalid argument"),
-    Mutant("int-truncates", CHECKED, "Tested(std::floor(x))", "Tested(std::trunc(x))", "rounds toward zero"),
-    Mutant("half-goes-up", CHECKED, "std::nearbyint(value)", "std::round(value)", "half away from zero"),
-    Mutant("nan-overflows", "runtime/checked.cpp", "std::isnan(result) ? ErrorNumber::InvalidProcedureCall",
-           "std::isnan(result) ? ErrorNumber::Overflow", "a NaN is an overflow"),
-    # --- Zone
-    Mutant("offset-sign", ZONE, "return Fit<std::int32_t>(-std::int64_t{zone.Bias});",
-           "return Fit<std::int32_t>(std::int64_t{zone.Bias});", "the bias itself"),
-    Mutant("offset-wraps", ZONE, "Fit<std::int32_t>(std::int64_t{seasonBias} + zone.Bias)",
-           "static_cast<std::int32_t>(std::int64_t{seasonBias} + zone.Bias)", "the sum of biases wraps around"),
-    Mutant("daylight-takes-standard", ZONE, "offset(zone.DaylightBias)", "offset(zone.StandardBias)", "summer is winter"),
-    Mutant("unknown-season-is-standard", ZONE, "    default:\n      return 0;", "    default:\n      return offset(zone.StandardBias);",
-           "a failed reading of the zone"),
-    Mutant("daylight-from-the-start", ZONE_H, "UseDaylightBias = runtime::False;", "UseDaylightBias = runtime::True;",
-           "daylight saving time is honoured"),
-    # --- Numbers
-    Mutant("half-goes-down", NUMBERS, "floor((digits + unit / 2) / unit)", "ceil((digits - unit / 2) / unit)",
-           "a decimal half is cut"),
-    Mutant("sixteen-digits", NUMBERS, "magnitude * scale < 1e14", "magnitude * scale < 1e15", "one digit more"),
-    Mutant("product-for-the-number", NUMBERS, "std::fma(magnitude, scale, -product)", "0.0",
-           "the digits are those of a rounded product"),
-    Mutant("digits-half-up", NUMBERS, " && std::fmod(digits, 2) == 1", "", "the 15th digit is not rounded to even"),
-    Mutant("seventeen-digits-taken", NUMBERS, "magnitude >= 1e15 / power", "magnitude >= 1e17 / power",
-           "a number of more than 15 digits has a text"),
-    Mutant("minus-of-zero", NUMBERS, 'text(value < 0 ? L"-" : L"")', 'text(value <= -0.0005 ? L"-" : L"")',
-           "a small negative number loses its sign"),
-    Mutant("three-leading-characters", NUMBERS, "text.substr(0, 2)", "text.substr(0, 3)", "the third character counts"),
-    # --- Sun
-    Mutant("sun-longitude-t2", SUN, "0.0003025", "0.0003026", "a last digit"),
-    Mutant("sun-anomaly-t3", SUN, "0.0000033", "0.0000034", "a last digit"),
-    Mutant("sun-eccentricity-t2", SUN, "0.000000126", "0.000000127", "a last digit"),
-    Mutant("sun-centre-t2", SUN, "0.000014", "0.000015", "a last digit"),
-    Mutant("sun-aberration", SUN, "- 0.00569 -", "- 0.00568 -", "a last digit"),
-    Mutant("sun-anomaly-not-reduced", SUN, "  SunMeanAnomaly = NormalizeAngle(SunMeanAnomaly);\n", "", "a step left out"),
-    Mutant("sun-ascension-once-converted", SUN, "DegToRad(SinDeg(SunTrueLongitude) * CosDeg(Obliquity))",
-           "SinDeg(SunTrueLongitude) * CosDeg(Obliquity)", "the sine is not converted again"),
-    Mutant("sun-quadrant-in-degrees", SUN, "runtime::Cos(SunTrueLongitude) < 0", "CosDeg(SunTrueLongitude) < 0",
-           "the quadrant of the angle"),
-    Mutant("obliquity-t3", "astro/obliquity.h", "0.000000503", "0.000000504", "a last digit"),
-    # --- Moon
-    Mutant("moon-longitude-t3", MOON, "481267.8831, -0.001133, 0.0000019", "481267.8831, -0.001133, 0.0000018", "a last digit"),
-    Mutant("moon-latitude-argument-sign", MOON, "-0.0000003}", "0.0000003}", "a sign"),
-    Mutant("moon-node-t3", MOON, "0.0000022", "0.0000023", "a last digit"),
-    Mutant("venus-in-degrees", MOON, "Sin(DegToRad(346.56 + 132.87 * T) - 0.0091731 * Pow(T, 2))",
-           "SinDeg(346.56 + 132.87 * T - 0.0091731 * Pow(T, 2))", "the square is subtracted in degrees"),
-    Mutant("sun-anomaly-not-lowered", MOON, "  Add(SunMeanAnomaly, -0.001778 * sinA);\n", "", "a step left out"),
-    Mutant("venus-without-elongation", MOON, "  Add(MoonElongation, venus);\n", "", "a step left out"),
-    Mutant("companion-sign", MOON, "SinDeg(node + 275.05 - 2.3 * T)", "SinDeg(node + 275.05 + 2.3 * T)", "a sign"),
-    Mutant("companion-sign-in-the-latitude", MOON, "CosDeg(node + 275.05 - 2.3 * T)", "CosDeg(node + 275.05 + 2.3 * T)",
-           "a sign"),
-    Mutant("elongation-reduced", MOON, "  MoonNodeLongitude = NormalizeAngle(MoonNodeLongitude);\n",
-           "  MoonNodeLongitude = NormalizeAngle(MoonNodeLongitude);\n  MoonElongation = NormalizeAngle(MoonElongation);\n",
-           "the elongation is brought into the turn"),
-    Mutant("node-after-the-reduction", MOON, "  const Checked node = MoonNodeLongitude;\n  const Checked sinNode",
-           "  const Checked node = NormalizeAngle(MoonNodeLongitude);\n  const Checked sinNode", "reduced too early"),
-    Mutant("eccentricity-t2", MOON, "0.00000752", "0.00000753", "a last digit"),
-    Mutant("groups-as-one", MOON, "    sum = sum + group;\n    group = 0;\n  }\n  return sum;",
-           "  }\n  return group;", "the rows are summed on without groups"),
-    Mutant("latitude-factor", MOON, "0.0004664", "0.0004665", "a last digit"),
-    Mutant("latitude-factor-companion", MOON, "0.0000754", "0.0000755", "a last digit"),
-    Mutant("parallax-constant", MOON, "0.950724", "0.950725", "a last digit"),
-    Mutant("moon-obliquity-not-reduced", MOON, "  Obliquity = NormalizeAngle(Obliquity);\n", "", "a step left out"),
-    Mutant("moon-ascension-not-reduced", MOON, "NormalizeAngle(Cos(MoonLongitude) < 0 ? arctangent + 180 : arctangent)",
-           "Cos(MoonLongitude) < 0 ? arctangent + 180 : arctangent", "a step left out"),
-    Mutant("moon-quadrant-in-degrees", MOON, "Cos(MoonLongitude) < 0", "CosDeg(MoonLongitude) < 0", "the quadrant of the angle"),
-    Mutant("moon-declination-once-converted", MOON, "ArcSine(DegToRad(sine))", "ArcSine(sine)", "the sine is not converted"),
-    Mutant("negative-multiples-not-conjugated", MOON, "std::conj(phasors_[n + 1])", "phasors_[n + 1]", "-n for n"),
-    Mutant("multiples-to-3", MOON, "n < 8; ++n", "n < 7; ++n", "a multiple of 4 counts nothing"),
-    Mutant("multiples-of-radians", MOON, "std::polar(1.0, DegToRad(degrees))", "std::polar(1.0, degrees)", "not converted"),
-    Mutant("elongation-backwards", MOON, "D[term.D]", "D[-term.D]", "the index of -D"),
-    Mutant("sun-anomaly-backwards", MOON, " M[term.M] *", " M[-term.M] *", "the index of -M"),
-    Mutant("moon-anomaly-backwards", MOON, "Mp[term.Mp]", "Mp[-term.Mp]", "the index of -M'"),
-    Mutant("latitude-argument-backwards", MOON, "F[term.F]", "F[-term.F]", "the index of -F"),
-    Mutant("phasors-regrouped", MOON, "M[term.M] * Mp[term.Mp] * F[term.F];",
-           "M[term.M] * (Mp[term.Mp] * F[term.F]);", "another order of the product"),
-    Mutant("longitude-of-cosines", MOON, "kLongitudeSeries, kSine", "kLongitudeSeries, kCosine", "the other part"),
-    Mutant("latitude-of-cosines", MOON, "kLatitudeSeries, kSine", "kLatitudeSeries, kCosine", "the other part"),
-    Mutant("parallax-of-sines", MOON, "kParallaxSeries, kCosine", "kParallaxSeries, kSine", "the other part"),
-    Mutant("eccentricity-left-out", MOON, "term.coefficient * powersOfE[term.E]", "term.coefficient * powersOfE[0]",
-           "no factor of E"),
-    Mutant("eccentricity-not-squared", MOON, "{1, E, Pow(E, 2)}", "{1, E, E}", "E for E^2"),
-    Mutant("row-26-by-its-phasor", MOON, "term.unconverted ? double{Sin(term.D * Checked(MoonElongation))} : wave(phasor)",
-           "wave(phasor)", "converted as the other rows"),
-    Mutant("row-26-without-its-multiple", MOON, "Sin(term.D * Checked(MoonElongation))", "Sin(Checked(MoonElongation))",
-           "D for 4D"),
-    Mutant("start-outside-the-first-group", MOON, "  Checked sum = 0;\n  double group = start;",
-           "  Checked sum = start;\n  double group = 0;", "the groups upon the start"),
-    Mutant("groups-summed-twice", MOON, "    group = 0;\n", "", "a group begins with the one before"),
-    Mutant("longitude-group-end", SERIES, "{6, 13, 22, 31, 40, 50}", "{7, 13, 22, 31, 40, 50}", "a row in the group before"),
-    Mutant("latitude-group-end", SERIES, "{10, 17, 25, 33, 42, 45}", "{10, 17, 26, 33, 42, 45}", "a row in the group before"),
-    Mutant("longitude-rows-swapped", SERIES, "    {+0.000521,     4, -1,  0,  0,  1},\n    {+0.000486,    -1,  0,  2,  0,  0},\n",
-           "    {+0.000486,    -1,  0,  2,  0,  0},\n    {+0.000521,     4, -1,  0,  0,  1},\n", "the last two rows"),
-    Mutant("parallax-rows-swapped", SERIES, "    {-0.000029,    -2,  0,  0,  2,  0},\n    {-0.000029,     0,  1,  2,  0,  1},\n",
-           "    {-0.000029,     0,  1,  2,  0,  1},\n    {-0.000029,    -2,  0,  0,  2,  0},\n", "two rows of one coefficient"),
-    Mutant("longitude-last-row", SERIES, "{+0.000486,", "{+0.000487,", "a last digit"),
-    Mutant("latitude-last-row", SERIES, "{-0.000283,", "{-0.000284,", "a last digit"),
-    Mutant("parallax-last-row", SERIES, "{+0.000019,", "{+0.000018,", "a last digit"),
-    Mutant("longitude-row-26-converted", SERIES, "4,  0,  0,  0,  0, true}", "4,  0,  0,  0,  0}", "as the other rows"),
-    Mutant("longitude-row-41-as-printed", SERIES, "{-0.000811,     0,  3,  1,  0,  1}", "{-0.000811,     2,  1,  1,  0,  1}",
-           "2D + M + M'"),
-    Mutant("parallax-row-28-as-printed", SERIES, "{+0.000026,     2,  0, -2,  0,  2}", "{+0.000026,     2, -2,  0,  0,  2}",
-           "2D - 2M"),
-    # --- Phases
-    Mutant("lit-fraction-as-printed", PHASES, "0.112 * SinDeg(D)", "0.110 * SinDeg(D)", "the printed coefficient"),
-    Mutant("lit-fraction-unreduced", PHASES, "CosDeg(NormalizeAngle(i))", "CosDeg(i)", "the angle is not reduced"),
-    Mutant("leap-year-length", PHASES, "/ 365 * 100", "/ 365.25 * 100", "a year of 365.25 days"),
-    Mutant("half-lunation-goes-up", PHASES, "k - Int(k) > 0.5", "k - Int(k) >= 0.5", "an exact half"),
-    Mutant("lunations-a-year", PHASES, "12.3685", "12.3686", "a last digit"),
-    Mutant("lunations-a-century", PHASES, "k / 1236.85", "k / 1236.86", "a last digit"),
-    Mutant("full-moon-before-the-new", PHASES, "  FullMoonJD = PhaseInstant(kNew + 0.5);\n  if", "  FullMoonJD = PhaseInstant(kNew - 0.5);\n  if",
-           "the Full Moon half a lunation before"),
-    Mutant("phase-mean-t3", PHASES, "0.000000155", "0.000000156", "a last digit"),
-    Mutant("phase-sun-t2", PHASES, "sign == SunTermSign::Plus ? 0.0000333", "sign == SunTermSign::Plus ? 0.0000334",
-           "a last digit of the moved New Moon"),
-    Mutant("phase-moon-t3", PHASES, "0.00001236", "0.00001237", "a last digit"),
-    Mutant("moved-new-moon-as-printed", PHASES, "PhaseInstant(kNew + 1, SunTermSign::Plus)", "PhaseInstant(kNew + 1)",
-           "the published sign"),
-    Mutant("new-moon-now-has-passed", PHASES, "if (NewMoonJD < jd) {", "if (NewMoonJD <= jd) {", "a New Moon at this moment"),
-    Mutant("full-moon-now-has-passed", PHASES, "if (FullMoonJD < jd) {", "if (FullMoonJD <= jd) {", "a Full Moon at this moment"),
-    Mutant("full-moon-moved-on", PHASES, "FullMoonJD = PhaseInstant(kNew + 0.5);\n  }\n",
-           "FullMoonJD = PhaseInstant(kNew + 1.5);\n  }\n", "a passed Full Moon is moved"),
-    Mutant("full-moon-not-again", PHASES, "FullMoonJD = PhaseInstant(kNew + 0.5);\n  }\n",
-           "}\n", "the anomalies of the moved New Moon stay"),
-    Mutant("waning-when-equal", PHASES, "Checked(NewMoonJD) - jd < Checked(FullMoonJD) - jd",
-           "Checked(NewMoonJD) - jd <= Checked(FullMoonJD) - jd", "equal distances"),
-    Mutant("lit-fraction-last", PHASES, "  WaningFlag = Checked(NewMoonJD)",
-           "  Illumination = LitFraction();\n  WaningFlag = Checked(NewMoonJD)", "with the anomalies of the lunation"),
-    Mutant("new-moon-evaluated-last", PHASES,
-           "  NewMoonJD = PhaseInstant(kNew);\n  FullMoonJD = PhaseInstant(kNew + 0.5);\n  if",
-           "  FullMoonJD = PhaseInstant(kNew + 0.5);\n  NewMoonJD = PhaseInstant(kNew);\n  if",
-           "its anomalies stay, and not the Full Moon's"),
-    Mutant("phase-rows-not-converted", PHASES, "SinDeg(argument)", "runtime::Sin(argument)", "degrees as radians"),
-    Mutant("phase-row-without-its-part-in-t", PHASES, "(term.coefficient + term.perT * T)", "term.coefficient",
-           "the first row's small part"),
-    Mutant("phase-latitude-argument-backwards", PHASES, "+ term.F * F", "- term.F * F", "a sign"),
-    Mutant("phase-row-10-as-printed", "astro/phase_series.h", "{-0.0004,  0,          0, -1,  2}",
-           "{-0.0004,  0,         -1,  0,  2}", "M for M'"),
-    Mutant("phase-row-1-per-t", "astro/phase_series.h", "-0.000393", "-0.000394", "a last digit"),
-    Mutant("phase-rows-swapped", "astro/phase_series.h",
-           "    {+0.0010,  0,          0, -1,  2},\n    {+0.0005,  0,          1,  2,  0},\n",
-           "    {+0.0005,  0,          1,  2,  0},\n    {+0.0010,  0,          0, -1,  2},\n", "the last two rows"),
-    # --- Report
-    Mutant("past-needs-both", REPORT, "NextNew <= now || NextFull <= now", "NextNew <= now && NextFull <= now",
-           "one passed phase is not looked for again"),
-    Mutant("past-excludes-new-now", REPORT, "NextNew <= now ||", "NextNew < now ||", "a New Moon at this moment"),
-    Mutant("past-excludes-full-now", REPORT, "|| NextFull <= now", "|| NextFull < now", "a Full Moon at this moment"),
-    Mutant("six-days-later", REPORT, "PhaseDatesFor(now + 5)", "PhaseDatesFor(now + 6)", "the second pass"),
-    Mutant("four-days-later", REPORT, "PhaseDatesFor(now + 5)", "PhaseDatesFor(now + 4)", "the second pass"),
-    Mutant("31-days-before", REPORT, "nearer - 30.0", "nearer - 31.0", "the last pass"),
-    Mutant("29-days-before", REPORT, "nearer - 30.0", "nearer - 29.0", "the last pass"),
-    Mutant("30-days-before-the-new-moon", REPORT, "NextFull < NextNew ? NextFull : NextNew", "NextNew",
-           "not the nearer"),
-    Mutant("corrected-lines-say-next", REPORT, 'L"New Full Moon : "', 'L"Next Full Moon : "',
-           "the wording of the corrected lines"),
-    Mutant("equal-dates-swapped", REPORT, "if (full.date < newMoon.date) {", "if (full.date <= newMoon.date) {",
-           "the Full Moon stands above"),
-    Mutant("lines-written-upper-first", REPORT, "    write(lower, full);\n    write(upper, newMoon);\n",
-           "    write(upper, newMoon);\n    write(lower, full);\n", "the order of two lines"),
-    Mutant("new-moon-converted-first", REPORT,
-           "  const DateValue full = LocalDateOf(FullMoonJD);\n  return {.Full = full, .New = LocalDateOf(NewMoonJD)};",
-           "  const DateValue date = LocalDateOf(NewMoonJD);\n  return {.Full = LocalDateOf(FullMoonJD), .New = date};",
-           "the calendar variables keep the Full Moon"),
-    Mutant("picture-left-out", REPORT, "  DrawMoonPhase(surroundings.Form(), Illumination, WaningFlag);\n", "",
-           "a step left out"),
-    Mutant("picture-of-every-pass", REPORT, "  ComputeFor(base);\n",
-           "  ComputeFor(base);\n  DrawMoonPhase(surroundings.Form(), Illumination, WaningFlag);\n", "a step too many"),
-    Mutant("phases-from-now", REPORT, "DayFraction(at.day, 0, 0)", "DayFraction(at.day, at.hour, at.minute)",
-           "the reference day does not begin at 0 h"),
-    Mutant("year-starts-before", REPORT, "JulianDayOf(at.year, 1, 1.0)", "JulianDayOf(at.year, 1, 0.0)", "31 December"),
-    Mutant("offset-on-the-way-in", REPORT, "DayFraction(at.day, at.hour, at.minute)",
-           "DayFraction(at.day, at.hour, at.minute) - OffsetMinutes / 1440", "the positions in Universal Time"),
-    Mutant("minute-cut", REPORT, "runtime::RoundTo<std::int16_t>(CalMinute + runtime::Checked(OffsetMinutes))",
-           "runtime::Fit<std::int16_t>(runtime::Int(CalMinute + runtime::Checked(OffsetMinutes)))",
-           "the offset is not rounded"),
-    Mutant("age-text-longer", REPORT, 'FormatNumber(Age, L"00.000")', 'FormatNumber(Age, L"00.0000")', "a decimal more"),
-    Mutant("days-of-the-age-cut", REPORT, 'runtime::LeadingInteger(runtime::FormatNumber(Age, L"00.000"))',
-           "static_cast<std::int16_t>(Age)", "the days are not taken from the text"),
-    Mutant("locale-kept", REPORT, "  const runtime::LocaleNames locale = ",
-           "  static const runtime::LocaleNames locale = ",
-           "the locale is read once"),
-    Mutant("age-of-the-full-moon", REPORT, "surroundings.Now() - LastNew", "surroundings.Now() - LastFull",
-           "the wrong phase"),
-    Mutant("age-from-the-earlier-reading", REPORT, "surroundings.Now() - LastNew", "now - LastNew",
-           "the clock is not read again"),
-    Mutant("next-phases-not-marked", REPORT, "  NextPhasesShown = runtime::True;\n", "", "a step left out"),
-    Mutant("next-phases-marked-from-the-start", REPORT, "  NextPhasesShown = runtime::False;\n", "", "a step left out"),
-    Mutant("separator-not-read", REPORT, "  runtime::DecimalSeparator = locale.decimalSeparator;\n", "",
-           "a step left out"),
-    # --- Surroundings
-    Mutant("missing-form-not-refused", SURROUNDINGS, "if (frmMoon == nullptr) {", "if (false) {", "writes on nothing"),
-    Mutant("missing-clock-not-refused", SURROUNDINGS, "runtime::DateValue { Refuse(); };",
-           "runtime::DateValue { return {}; };", "day 0"),
-    Mutant("refused-with-another-error", SURROUNDINGS, "ErrorNumber::InternalError", "ErrorNumber::InvalidProcedureCall",
-           "5 for 51"),
-    Mutant("zone-before-the-start", SURROUNDINGS, "return runtime::TimeZoneReading{};",
-           "return runtime::TimeZoneReading{.Bias = 60};", "not Universal Time"),
-    # --- Settings
-    Mutant("options-swapped", SETTINGS, "  visit(record.RestoreInTray);\n  visit(record.AutoStart);\n",
-           "  visit(record.AutoStart);\n  visit(record.RestoreInTray);\n", "two fields of one width"),
-    Mutant("fields-swapped", SETTINGS, "  visit(record.Reserved9);\n  visit(record.Reserved10);\n",
-           "  visit(record.Reserved10);\n  visit(record.Reserved9);\n", "two fields of different widths"),
-    Mutant("third-state-is-true", SETTINGS_H, "state == 1 ?", "state != 0 ?", "any state but 0"),
-    Mutant("stored-one-is-ticked", SETTINGS_H, "option == runtime::True ? 1", "option != runtime::False ? 1",
-           "any option but 0"),
-    # --- Drawing and tray
-    Mutant("icon-15-limit", ICON_NUMBER, "100.238", "100.328", "two digits change places"),
-    Mutant("icon-1-limit", ICON_NUMBER, "1.73}", "1.74}", "a last digit"),
-    Mutant("icon-limit-included", ICON_NUMBER, "value > lower", "value >= lower",
-           "the limit belongs to the icon above"),
-    Mutant("terminator-bias", DRAWING, "kTerminatorBias = 0.49999", "kTerminatorBias = 0.499999", "a digit more"),
-    Mutant("quarter-is-gibbous", DRAWING, "gibbous = p < 0.5", "gibbous = p <= 0.5", "the exact quarter"),
-    Mutant("any-flag-wanes", DRAWING, "darkRight = waning == 1", "darkRight = waning != 0", "the dark half"),
-    Mutant("any-flag-wanes-on-the-scale", DRAWING, "fraction = waning == 1 ?", "fraction = waning != 0 ?", "the icons' scale"),
-    Mutant("south-of-any-flag", DRAWING, "waning = waning == 0 ? 1 : 0", "waning = waning == 1 ? 0 : 1",
-           "another flag becomes 1"),
-    Mutant("lit-beyond-one", DRAWING, "std::fabs(1 - Checked(fraction))", "1 - Checked(fraction)", "a negative dark fraction"),
-    Mutant("last-rim-left-out", DRAWING, "  drawing.Circle(kDiscCentre, kDiscRadius, kBlack);\n", "", "a step left out"),
-    Mutant("rim-is-filled", DRAWING,
-           "  drawing.SetFillStyle(forms::FillStyle::Transparent);\n  drawing.Circle(kDiscCentre, kDiscRadius, kBlack);\n",
-           "  drawing.Circle(kDiscCentre, kDiscRadius, kBlack);\n", "a step left out"),
-    Mutant("label-shorter", DRAWING, 'L"0.000000"', 'L"0.00000"', "a decimal less"),
-    Mutant("fore-colour-left-out", DRAWING, "  drawing.SetForeColor(kRed);\n", "", "a step left out"),
-    Mutant("drawing-not-cleared", DRAWING, "  form.Drawing().Cls();\n", "", "a step left out"),
-    Mutant("pie-box", DRAWING_H, ".right = kDiscCentre.x + radius + 1", ".right = kDiscCentre.x + radius", "a column less"),
-    Mutant("scale-before-the-picture", DRAWING, "  tidewell::DrawDarkFraction(form, p, waning);\n",
-           "  PhaseToIconNumber(waning == 1 ? (p + 1) * 100 : (1 - p) * 100);\n"
-           "  tidewell::DrawDarkFraction(form, p, waning);\n", "the icon changes although the drawing fails"),
-    Mutant("tip-padded-with-zeros", ICON_DATA, "szTip.fill(L' ')", "szTip.fill(L'\\0')", "the padding"),
-    Mutant("icon-fields-swapped", ICON_DATA, "  visit(record.uFlags);\n  visit(record.uCallbackMessage);\n",
-           "  visit(record.uCallbackMessage);\n  visit(record.uFlags);\n", "two fields of one width"),
-    Mutant("message-in-pixels-divided", MESSAGE, "scaleMode == ScaleMode::Pixels ? Checked(X)", "false ? Checked(X)",
-           "the scale is not looked at"),
-    Mutant("message-not-rounded", MESSAGE, "RoundTo<std::int32_t>(pixels)", "RoundTo<std::int32_t>(Int(pixels))",
-           "twips that are a little short"),
-    Mutant("left-button-message", MESSAGE_H, "kLeftButtonUp = 514", "kLeftButtonUp = 513", "the press"),
-    Mutant("icon-in-every-row", MESSAGE_H, "return Y == 0;", "return Y >= 0;", "the pointer over the window clicks"),
-    Mutant("icon-in-no-row", MESSAGE_H, "return Y == 0;", "return Y != 0;", "clicks on the icon do nothing"),
-    Mutant("icon-not-added-again", ICON,
-           " || (wanted_ && NotifyShell(TrayCommand::Add))",
-           "", "a failed change is not made good"),
-    Mutant("icon-added-unasked", ICON, "(wanted_ && NotifyShell(TrayCommand::Add))", "NotifyShell(TrayCommand::Add)",
-           "a change adds an icon that was removed"),
-    Mutant("icon-removed-twice", ICON, "wanted_ = stands_ = false", "stands_ = false", "an icon that is gone is removed"),
-    Mutant("unwanted-icon-restored", ICON, "  if (wanted_) {\n    Carry(TrayCommand::Modify);",
-           "  {\n    Carry(TrayCommand::Modify);",
-           "a new task bar gets an icon that was removed"),
-    Mutant("wish-read-before-the-call", ICON, "NotifyShell(command) || (wanted_ && NotifyShell(TrayCommand::Add))", "(wanted_ && (NotifyShell(command) || NotifyShell(TrayCommand::Add)))",
-           "the call itself may have ended the program"),
-    Mutant("icon-removed-unasked", ICON, "      if (wanted_) {\n        wanted_ = stands_ = false;", "      {\n        wanted_ = stands_ = false;",
-           "a record of zeros goes to the shell"),
-    Mutant("icon-restored-by-adding", ICON, "    Carry(TrayCommand::Modify);\n", "    Carry(TrayCommand::Add);\n",
-           "a living icon cannot be added"),
-    Mutant("refused-icon-not-wanted", ICON, "      wanted_ = true;\n      stands_ = NotifyShell(command);",
-           "      wanted_ = stands_ = NotifyShell(command);", "a shell that is late gets none"),
-]
-
-# Survivors that no test can kill, or that none needs to, each with its reason.
-EXPLAINED = {
-    "civil-sum-order": "B is a small whole number: adding it rounds nothing, before or after the large constant",
-    "scale-before-the-picture": "no fraction of a disc lets the picture fail behind its first step",
-    "menu-under-the-box": "Windows promises the end of a menu of EndMenu alone; Wine ends it by what follows that, too",
-    "focus-of-a-minimised-window": "the system gives the focus to no control of a minimised window",
+BY_HAND = {
+    "astro/angles.cpp": [
+        ("turn-by-subtraction", "return (q - m) * 360 + f;", "return angle - Checked(m) * 360;"),
+        ("degrees-multiplied-first", "(angle / 360 + angle / 360) * 3.1415926535", "angle * 3.1415926535 / 180"),
+    ],
+    "astro/calendar.cpp": [
+        ("day-fraction-wraps", "Fit<std::int16_t>(hourMinutes + minute)",
+         "static_cast<std::int16_t>(hourMinutes + minute)"),
+        ("hour-from-arithmetic", 'CalHour = runtime::LeadingInteger(runtime::FormatNumber(hours, L"00.0000"));',
+         "CalHour = Fit<std::int16_t>(Int(hours));"),
+        ("part-of-a-day-too-early", "  CalWholeDays = Fit<",
+         "  CalDayPart = sinceMidnight - Int(sinceMidnight);\n  CalWholeDays = Fit<"),
+    ],
+    "runtime/checked.h": [
+        ("half-goes-up", "std::nearbyint(value)", "std::round(value)"),
+    ],
+    "report/local_time_offset.cpp": [
+        ("offset-wraps", "Fit<std::int32_t>(std::int64_t{seasonBias} + zone.Bias)",
+         "static_cast<std::int32_t>(std::int64_t{seasonBias} + zone.Bias)"),
+    ],
+    "runtime/number_format.cpp": [
+        ("product-for-the-number", "std::fma(magnitude, scale, -product)", "0.0"),
+    ],
+    "astro/sun.cpp": [
+        ("sun-ascension-once-converted", "DegToRad(SinDeg(SunTrueLongitude) * CosDeg(Obliquity))",
+         "SinDeg(SunTrueLongitude) * CosDeg(Obliquity)"),
+        ("sun-quadrant-in-degrees", "runtime::Cos(SunTrueLongitude) < 0", "CosDeg(SunTrueLongitude) < 0"),
+    ],
+    "astro/moon.cpp": [
+        ("venus-in-degrees", "Sin(DegToRad(346.56 + 132.87 * T) - 0.0091731 * Pow(T, 2))",
+         "SinDeg(346.56 + 132.87 * T - 0.0091731 * Pow(T, 2))"),
+        ("elongation-reduced",
+         "  MoonNodeLongitude = NormalizeAngle(MoonNodeLongitude);\n",
+         "  MoonNodeLongitude = NormalizeAngle(MoonNodeLongitude);\n"
+         "  MoonElongation = NormalizeAngle(MoonElongation);\n"),
+        ("node-after-the-reduction", "  const Checked node = MoonNodeLongitude;\n  const Checked sinNode",
+         "  const Checked node = NormalizeAngle(MoonNodeLongitude);\n  const Checked sinNode"),
+        ("groups-as-one", "    sum = sum + group;\n    group = 0;\n  }\n  return sum;", "  }\n  return group;"),
+        ("moon-ascension-not-reduced", "NormalizeAngle(Cos(MoonLongitude) < 0 ? arctangent + 180 : arctangent)",
+         "Cos(MoonLongitude) < 0 ? arctangent + 180 : arctangent"),
+        ("negative-multiples-not-conjugated", "std::conj(phasors_[n + 1])", "phasors_[n + 1]"),
+        ("phasors-regrouped", "M[term.M] * Mp[term.Mp] * F[term.F];", "M[term.M] * (Mp[term.Mp] * F[term.F]);"),
+        ("row-26-by-its-phasor", "term.unconverted ? double{Sin(term.D * Checked(MoonElongation))} : wave(phasor)",
+         "wave(phasor)"),
+        ("start-outside-the-first-group", "  Checked sum = 0;\n  double group = start;",
+         "  Checked sum = start;\n  double group = 0;"),
+    ],
+    "astro/moon_series.h": [
+        ("longitude-rows-swapped", "    {+0.000521,     4, -1,  0,  0,  1},\n    {+0.000486,    -1,  0,  2,  0,  0},\n",
+         "    {+0.000486,    -1,  0,  2,  0,  0},\n    {+0.000521,     4, -1,  0,  0,  1},\n"),
+        ("longitude-row-41-as-printed", "{-0.000811,     0,  3,  1,  0,  1}", "{-0.000811,     2,  1,  1,  0,  1}"),
+        ("parallax-row-28-as-printed", "{+0.000026,     2,  0, -2,  0,  2}", "{+0.000026,     2, -2,  0,  0,  2}"),
+    ],
+    "astro/phases.cpp": [
+        ("lit-fraction-unreduced", "CosDeg(NormalizeAngle(i))", "CosDeg(i)"),
+        ("moved-new-moon-as-printed", "PhaseInstant(kNew + 1, SunTermSign::Plus)", "PhaseInstant(kNew + 1)"),
+        ("lit-fraction-last", "  WaningFlag = Checked(NewMoonJD)",
+         "  Illumination = LitFraction();\n  WaningFlag = Checked(NewMoonJD)"),
+        ("new-moon-evaluated-last", "  NewMoonJD = PhaseInstant(kNew);\n  FullMoonJD = PhaseInstant(kNew + 0.5);\n  if",
+         "  FullMoonJD = PhaseInstant(kNew + 0.5);\n  NewMoonJD = PhaseInstant(kNew);\n  if"),
+    ],
+    "astro/phase_series.h": [
+        ("phase-row-10-as-printed", "{-0.0004,  0,          0, -1,  2}", "{-0.0004,  0,         -1,  0,  2}"),
+    ],
+    "report/moon_report.cpp": [
+        ("lines-written-upper-first", "    write(lower, full);\n    write(upper, newMoon);\n",
+         "    write(upper, newMoon);\n    write(lower, full);\n"),
+        ("new-moon-converted-first",
+         "  const DateValue full = LocalDateOf(FullMoonJD);\n  return {.Full = full, .New = LocalDateOf(NewMoonJD)};",
+         "  const DateValue date = LocalDateOf(NewMoonJD);\n  return {.Full = LocalDateOf(FullMoonJD), .New = date};"),
+        ("picture-of-every-pass", "  ComputeFor(base);\n",
+         "  ComputeFor(base);\n  DrawMoonPhase(surroundings.Form(), Illumination, WaningFlag);\n"),
+        ("phases-from-now", "DayFraction(at.day, 0, 0)", "DayFraction(at.day, at.hour, at.minute)"),
+        ("offset-on-the-way-in", "DayFraction(at.day, at.hour, at.minute)",
+         "DayFraction(at.day, at.hour, at.minute) - OffsetMinutes / 1440"),
+        ("locale-kept", "  const runtime::LocaleNames locale = ", "  static const runtime::LocaleNames locale = "),
+        ("age-from-the-earlier-reading", "surroundings.Now() - LastNew", "now - LastNew"),
+        ("corrected-lines-say-next", 'L"New Full Moon : "', 'L"Next Full Moon : "'),
+    ],
+    "report/settings.cpp": [
+        ("fields-swapped", "  visit(record.Reserved9);\n  visit(record.Reserved10);\n",
+         "  visit(record.Reserved10);\n  visit(record.Reserved9);\n"),
+    ],
+    "tray/phase_drawing.cpp": [
+        ("rim-is-filled",
+         "  drawing.SetFillStyle(forms::FillStyle::Transparent);\n"
+         "  drawing.Circle(kDiscCentre, kDiscRadius, kBlack);\n",
+         "  drawing.Circle(kDiscCentre, kDiscRadius, kBlack);\n"),
+    ],
+    "tray/tray_icon_data.cpp": [
+        ("tip-padded-with-zeros", "szTip.fill(L' ')", "szTip.fill(L'\\0')"),
+    ],
+    "tray/tray_icon.cpp": [
+        ("wish-read-before-the-call", "NotifyShell(command) || (wanted_ && NotifyShell(TrayCommand::Add))",
+         "(wanted_ && (NotifyShell(command) || NotifyShell(TrayCommand::Add)))"),
+        ("icon-restored-by-adding", "    Carry(TrayCommand::Modify);\n", "    Carry(TrayCommand::Add);\n"),
+    ],
+    "report/frmMoon.cpp": [
+        ("stored-option-decides", "if (controls_->Check1.at(0).State() == 1) {",
+         "if (StateFromOption(Settings.RestoreInTray) == 1) {"),
+        ("south-for-any-option", "return StateFromOption(Settings.SouthernView) == 1;",
+         "return Settings.SouthernView != runtime::False;"),
+        ("click-stores-the-other-option", "      Settings.RestoreInTray = option;",
+         "      Settings.AutoStart = option;"),
+        ("session-end-hides", "        EndProgram();", "        Unload();"),
+        ("end-behind-the-icon", "void frmMoon::EndProgram() {\n",
+         "void frmMoon::EndProgram() {\n  std::int16_t gone = 0;\n  about_.UpdateMoonIcon(2, gone);\n"),
+    ],
+    "forms/drawing_list_win.cpp": [
+        ("brush-never-deleted", "SelectObject(dc_, GetStockObject(fill ? DC_BRUSH : NULL_BRUSH)) != nullptr",
+         "SelectObject(dc_, fill ? CreateSolidBrush(*fill) : GetStockObject(NULL_BRUSH)) != nullptr"),
+        ("refused-fill-is-drawn", "std::visit(player, primitive) && whole", "(std::visit(player, primitive), true)"),
+    ],
+    "runtime/run_time_end_win.cpp": [
+        ("box-in-the-handler", "    End();\n  }\n", "    End();\n    ReportRunTimeError();\n  }\n"),
+        ("box-not-topmost", " | MB_TOPMOST", ""),
+    ],
+    "forms/place_win.cpp": [
+        ("lost-window-is-seen", "MONITOR_DEFAULTTONULL", "MONITOR_DEFAULTTONEAREST"),
+        ("bars-not-heeded", "monitor.rcWork", "monitor.rcMonitor"),
+    ],
+    "forms/controls_win.cpp": [
+        ("font-of-ansi-characters", "DEFAULT_CHARSET", "ANSI_CHARSET"),
+        ("resolution-of-the-other-axis", "GetDeviceCaps(screen.dc(), LOGPIXELSY)",
+         "GetDeviceCaps(screen.dc(), LOGPIXELSX)"),
+    ],
+    "forms/window_win.h": [
+        ("background-by-handle", "reinterpret_cast<HBRUSH>(INT_PTR{COLOR_3DFACE + 1})",
+         "GetSysColorBrush(COLOR_3DFACE)"),
+    ],
+    "forms/window_win.cpp": [
+        ("dialog-keys-to-the-control", "GetAncestor(message.hwnd, GA_ROOT)", "message.hwnd"),
+    ],
+    "forms/high_contrast_win.cpp": [
+        ("blue-as-bright-as-red", "299 * GetRValue(colour) + 587 * GetGValue(colour) + 114 * GetBValue(colour)",
+         "299 * GetBValue(colour) + 587 * GetGValue(colour) + 114 * GetRValue(colour)"),
+    ],
+    "start/main_win.cpp": [
+        ("restart-after-a-hang", " | RESTART_NO_HANG", ""),
+    ],
+    "tray/frmAbout.cpp": [
+        ("right-button-chooses", "TPM_RETURNCMD | TPM_NONOTIFY", "TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON"),
+        ("one-picture", "IDI_PHASE0 + index", "IDI_PHASE0"),
+    ],
+    "start/previous_instance_win.h": [
+        ("one-copy-for-all-users", 'L"Local\\\\"', 'L"Global\\\\"'),
+    ],
+    "runtime/locale_names_win.cpp": [
+        ("locale-read-once",
+         "  LocaleNames locale;\n",
+         "  static LocaleNames locale;\n"
+         "  static bool read = false;\n"
+         "  if (read) {\n"
+         "    return locale;\n"
+         "  }\n"
+         "  read = true;\n"),
+    ],
+    "runtime/code_page_win.cpp": [
+        ("code-page-of-the-console",
+         "MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, &narrow, 1, &wide, 1) == 1 &&\n"
+         "                              WideCharToMultiByte(CP_ACP",
+         "MultiByteToWideChar(CP_OEMCP, MB_ERR_INVALID_CHARS, &narrow, 1, &wide, 1) == 1 &&\n"
+         "                              WideCharToMultiByte(CP_OEMCP"),
+    ],
+    "report/settings_file_win.cpp": [
+        ("settings-in-the-current-folder", 'runtime::ProgramFolder() + L"\\\\vesk.dat"', 'L"vesk.dat"'),
+    ],
 }
+
+# Generated mutants that change nothing that can be seen, by their names, each with its reason.
+EQUIVALENT = {
+}
+
+
+def by_hand():
+    """The mutants of the table. ValueError for a text that does not stand exactly once in its file."""
+    for file, mistakes in BY_HAND.items():
+        text = (REPOSITORY / file).read_text(encoding="utf-8")
+        for name, find, replacement in mistakes:
+            if text.count(find) != 1:
+                raise ValueError(f"{name}: its text stands {text.count(find)} times in {file}")
+            yield Mutant(name, file, text.index(find), text.index(find) + len(find), replacement)

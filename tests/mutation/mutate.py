@@ -1,19 +1,22 @@
 #!/usr/bin/env python3
 """Checks the tests: makes one small mistake at a time in the program, a mutant, and sees whether a test fails.
 
-All of it happens in a copy of the tree in a temporary folder, so that the work tree stays as it is and each mutant costs
-no more than one file compiled again. The mutants stand in mutants.py and window_mutants.py. Each is found to be
+Those of mutants.py are made by hand, all others by operators.py; of these it tries a choice that changes with the week.
+It happens in a copy of the tree, so that the work tree stays as it is and a mutant costs one compiled file. Each is
 
-    killed          a test fails, or runs on without end; the test's name is shown
-    does not build  the compiler, or an assertion at compile time, refuses it
-    survived        all tests pass: one is missing, or mutants.EXPLAINED says why none can fail
+    killed          a test or an assertion at compile time fails, or a test runs on without end
+    does not build  not counted
+    equivalent      all tests pass, and mutants.EQUIVALENT says why
+    survived        all tests pass: one is missing
 
-The exit status is 1 when a mutant survived without an explanation, or when one was killed in spite of its explanation, 2
-when the check itself cannot be made.
+The exit status is 1 if one made by hand survives, or more of the generated ones than the tests' share allows; 2 if the
+check itself cannot be made.
 """
 
 import argparse
+import datetime
 import os
+import random
 import re
 import shutil
 import subprocess
@@ -23,12 +26,9 @@ import time
 from collections import Counter
 from pathlib import Path
 
-from mutants import EXPLAINED, PORTABLE_MUTANTS
-from window_mutants import WINDOW_MUTANTS
+from mutants import EQUIVALENT, by_hand
+from operators import REPOSITORY, generated
 
-MUTANTS = PORTABLE_MUTANTS + WINDOW_MUTANTS
-
-REPOSITORY = Path(__file__).resolve().parents[2]
 BUILD_SECONDS = 1800
 TEST_SECONDS = 60
 WINDOWS_TEST_SECONDS = 600
@@ -36,7 +36,7 @@ END_TO_END_SECONDS = 3600
 
 
 class CannotCheck(Exception):
-    """The check itself fails: a wrong table, or tests that fail without any mutant."""
+    """The check itself fails: the tests cannot be built, or fail without any mutant."""
 
 
 def run(command, folder, seconds):
@@ -68,6 +68,7 @@ class NativeTests:
     """The tests of the portable code, built for this machine without the sanitizers and hardly optimised."""
 
     programs = ("core_tests", "report_rules_tests", "tray_icon_tests", "zero_cosine_tests")
+    share = 0.95  # of the generated mutants has to die
 
     def __init__(self, tree, jobs):
         self.tree = tree
@@ -95,6 +96,7 @@ class WindowsTests:
     """The tests of the windows under Wine; what they let pass is tried with the end-to-end tests, which take longer."""
 
     programs = ("window_tests", "run_time_box_tests")
+    share = 0.75  # of few
 
     def __init__(self, tree, jobs, end_to_end):
         self.tree = tree
@@ -131,109 +133,91 @@ class WindowsTests:
         return first_failure(output)
 
 
-def check_table():
-    """Each mutant must have a name of its own and a text that stands exactly once in its file, and change it."""
-    wrong = [f"{name}: the name stands {count} times" for name, count in Counter(m.name for m in MUTANTS).items() if count > 1]
-    for mutant in MUTANTS:
-        text = (REPOSITORY / mutant.file).read_text(encoding="utf-8")
-        count = text.count(mutant.find)
-        if count != 1:
-            wrong.append(f"{mutant.name}: its text stands {count} times in {mutant.file}")
-        if mutant.find == mutant.replacement:
-            wrong.append(f"{mutant.name}: changes nothing")
-    wrong += [f"{name}: explained, but no mutant" for name in EXPLAINED if name not in {m.name for m in MUTANTS}]
-    if wrong:
-        raise CannotCheck("the table of mutants is wrong:\n  " + "\n  ".join(wrong))
-
-
 def try_mutant(mutant, tests):
     """Makes the mistake, builds and tests, and mends it again. Returns what became of the mutant and by which test."""
     path = tests.tree / mutant.file
     good = path.read_text(encoding="utf-8")
-    if good.count(mutant.find) != 1:
-        raise CannotCheck(f"{mutant.name}: the copied {mutant.file} has changed")
-    path.write_text(good.replace(mutant.find, mutant.replacement), encoding="utf-8")
+    path.write_text(good[:mutant.begin] + mutant.replacement + good[mutant.end:], encoding="utf-8")
     try:
         status, output = tests.build()
         if status != 0:
             error = re.search(r"error: (.*)", output)
-            return "does not build", error[1] if error else "(no compiler error)"
+            return "killed" if "static assertion failed" in output else "does not build", error[1] if error else "no compiler error"
         failing = tests.failing_test()
-        return ("killed", failing) if failing else ("survived", EXPLAINED.get(mutant.name, "NO EXPLANATION"))
+        if failing:
+            return "killed", failing
+        return ("equivalent", EQUIVALENT[mutant.name]) if mutant.name in EQUIVALENT else ("survived", "")
     finally:
         path.write_text(good, encoding="utf-8")
 
 
 def try_mutants(mutants, tests):
-    """Tries the mutants that belong to the tests. Returns the number of those that are not as they should be."""
-    started = time.monotonic()
-    tests.configure()
-    status, output = tests.build()
-    if status != 0:
-        raise CannotCheck(f"building without a mutant failed:\n{output[-4000:]}")
-    failing = tests.failing_test()
-    if failing:
-        raise CannotCheck(f"the tests fail without a mutant: {failing}")
-    print(f"built and tested without a mutant in {time.monotonic() - started:.0f} s", flush=True)
-
+    """Tries the mutants, prints what becomes of each, and returns the numbers of the results."""
     results = Counter()
-    wrong = 0
-    for mutant in mutants:
+    for mutant in sorted(mutants, key=lambda each: each.file):  # the file that is mended is the next one to be changed
         began = time.monotonic()
         result, remark = try_mutant(mutant, tests)
-        if result == "survived" and mutant.name not in EXPLAINED:
-            wrong += 1
-        if result != "survived" and mutant.name in EXPLAINED:
-            wrong += 1
-            remark += ", in spite of its explanation"
         results[result] += 1
-        print(f"{result:14} {time.monotonic() - began:5.1f} s  {mutant.name:34} {mutant.file}: {mutant.what}\n"
-              f"{'':25}{remark}", flush=True)
-    counts = ", ".join(f"{count} {result}" for result, count in sorted(results.items()))
-    print(f"{len(mutants)} mutants: {counts}; {time.monotonic() - started:.0f} s\n", flush=True)
-    return wrong
+        print(f"{result:14} {time.monotonic() - began:5.1f} s  {mutant.name}\n{'':25}{remark}", flush=True)
+    return results
 
 
 def chosen(arguments):
-    mutants = [m for m in MUTANTS if m.windows == arguments.windows]
-    if arguments.only:
-        mutants = [m for m in mutants if any(part in m.name for part in arguments.only)]
-    if arguments.sample and arguments.sample < len(mutants):
-        mutants = [mutants[i * len(mutants) // arguments.sample] for i in range(arguments.sample)]  # spread evenly
-    return sorted(mutants, key=lambda mutant: mutant.file)  # the file that is mended is the next one to be changed
+    """The mutants to try: (those made by hand, generated ones)."""
+    def fits(mutant):
+        return mutant.windows == arguments.windows and arguments.only in mutant.name
+    chance = random.Random(arguments.seed)
+    hand = [mutant for mutant in by_hand() if fits(mutant)]
+    if arguments.by_hand is not None:
+        hand = chance.sample(hand, min(arguments.by_hand, len(hand)))
+    lines = {}  # one of a line, or the series, all of numbers, would be most of the choice
+    for mutant in filter(fits, generated()):
+        lines.setdefault(mutant.name.partition(" -> ")[0], []).append(mutant)
+    count = min(arguments.generated, len(lines))
+    return hand, [chance.choice(lines[line]) for line in chance.sample(sorted(lines), count)]
+
+
+def check_tests(arguments):
+    """Tries the chosen mutants in a copy of the tree; returns the exit status."""
+    by_hand_chosen, generated_chosen = chosen(arguments)
+    with tempfile.TemporaryDirectory(prefix="tidewell-mutants-") as scratch:
+        tree = Path(scratch) / "tree"
+        shutil.copytree(REPOSITORY, tree, symlinks=True, ignore=shutil.ignore_patterns(".git", "build", "__pycache__"))
+        if arguments.windows:
+            tests = WindowsTests(tree, arguments.j, arguments.end_to_end)
+        else:
+            tests = NativeTests(tree, arguments.j)
+        tests.configure()
+        status, output = tests.build()
+        if status != 0:
+            raise CannotCheck(f"building without a mutant failed:\n{output[-4000:]}")
+        failing = tests.failing_test()
+        if failing:
+            raise CannotCheck(f"the tests fail without a mutant: {failing}")
+        print(f"seed {arguments.seed}", flush=True)
+        hand, made = try_mutants(by_hand_chosen, tests), try_mutants(generated_chosen, tests)
+    built = made["killed"] + made["survived"]
+    share = made["killed"] / built if built else 1
+    print(f"by hand: {dict(hand)}\ngenerated, seed {arguments.seed}: {dict(made)}; {share:.0%} killed, "
+          f"at least {tests.share:.0%} wanted")
+    return int(hand["killed"] != len(by_hand_chosen) or share < tests.share)
 
 
 def main():
+    year, week, _ = datetime.date.today().isocalendar()
     parser = argparse.ArgumentParser(description=__doc__.split("\n\n")[0])
-    parser.add_argument("--check", action="store_true", help="only check that the table of mutants fits the program")
-    parser.add_argument("--sample", type=int, metavar="N", help="try N mutants, always the same, spread over the table")
-    parser.add_argument("--only", nargs="+", metavar="PART", help="try the mutants whose name contains one of the parts")
+    parser.add_argument("--seed", type=int, default=100 * year + week, help="what the choice hangs on (year and week)")
+    parser.add_argument("--by-hand", type=int, metavar="N", help="try N of those made by hand (all)")
+    parser.add_argument("--generated", type=int, default=60, metavar="N", help="try N of the generated ones (60)")
+    parser.add_argument("--only", default="", metavar="PART", help="choose from those whose name contains the part")
     parser.add_argument("--windows", action="store_true", help="try those of the windows instead, under Wine")
     parser.add_argument("--end-to-end", action="store_true", help="with --windows: try what survives with the e2e tests")
     parser.add_argument("-j", type=int, default=2, metavar="JOBS", help="compile this many files at a time (2)")
-    arguments = parser.parse_args()
-
     try:
-        check_table()
-        if arguments.check:
-            print(f"{len(MUTANTS)} mutants fit the program")
-            return 0
-        with tempfile.TemporaryDirectory(prefix="tidewell-mutants-") as scratch:
-            tree = Path(scratch) / "tree"
-            shutil.copytree(REPOSITORY, tree, symlinks=True,
-                            ignore=lambda folder, names: {".git", "build"} & set(names) if Path(folder) == REPOSITORY
-                            else {"__pycache__"} & set(names))
-            if arguments.windows:
-                tests = WindowsTests(tree, arguments.j, arguments.end_to_end)
-            else:
-                tests = NativeTests(tree, arguments.j)
-            wrong = try_mutants(chosen(arguments), tests)
+        return check_tests(parser.parse_args())
     except CannotCheck as problem:
         print(f"mutate: {problem}", file=sys.stderr)
         return 2
-    if wrong:
-        print(f"{wrong} mutants are not as they should be")
-    return 1 if wrong else 0
 
 
 if __name__ == "__main__":

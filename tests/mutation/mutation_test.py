@@ -1,0 +1,45 @@
+"""The mutants fit the program, and the operators make what they should."""
+
+import unittest
+
+from mutants import EQUIVALENT, by_hand
+from operators import generated, mutants_of
+
+
+class Mutants(unittest.TestCase):
+    def test_those_made_by_hand_fit_the_program(self):
+        names = [mutant.name for mutant in by_hand()]  # raises for one that does not
+        self.assertEqual(len(names), len(set(names)))
+
+    def test_the_equivalent_ones_are_made(self):
+        self.assertLessEqual(set(EQUIVALENT), {mutant.name for mutant in generated()})
+
+    def test_each_operator(self):
+        for line, *wanted in [
+            ("a < b;", "a <= b;"),
+            ("a - b;", "a + b;"),
+            ("a += b;", "a -= b;", ""),
+            ("A | B;", "A & B;"),
+            ("a && !b;", "a || !b;", "a && b;"),
+            ("f(-x);", "f(x);", ""),
+            ("{0.0019, 30, x};", "{0.0018, 30, x};", "{0.0020, 30, x};", "{0.0019, 29, x};", "{0.0019, 31, x};"),
+            ("if (a(b)) {", "if (!(a(b))) {"),
+            ("x = a ? f(b) : c;", "x = a ? c : f(b);", ""),
+            ("a->b(c);", ""),
+            ("throw a;", ""),
+            ("return a.b(c);", "return {};"),
+            # nothing to change
+            ("std::vector<int> a = b;",),
+            ('x(L"a + 1");  // a + 1', ""),
+            ("#include <a>",),
+            ("static_assert(a == 1);",),
+            ("return {};",),
+            ("X(const X&) = delete;",),
+        ]:
+            with self.subTest(line=line):
+                made = mutants_of("file", f"{{\n  {line}\n}}\n")
+                self.assertEqual(sorted(mutant.name.partition(" -> ")[2] for mutant in made), sorted(wanted))
+
+
+if __name__ == "__main__":
+    unittest.main()
