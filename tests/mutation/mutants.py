@@ -1,6 +1,8 @@
 """Mistakes that no operator makes: in the order of steps, in the departures from the published formulae, in which error
 comes first, in what Windows is asked. Each text stands exactly once in its file."""
 
+import re
+
 from operators import REPOSITORY, Mutant
 
 BY_HAND = {
@@ -172,9 +174,15 @@ BY_HAND = {
     ],
 }
 
-# Generated mutants that change nothing that can be seen, by their names, each with its reason.
+# Generated mutants that change nothing anybody sees: the beginning of their names as patterns, and why.
 EQUIVALENT = {
+    r"astro/mMoon\.h: inline \S+ \w+ = 0; -> .* = 1;": "a routine's results are written before they are read",
 }
+
+
+def explanation(name):
+    """Why a generated mutant changes nothing, or None."""
+    return next((reason for pattern, reason in EQUIVALENT.items() if re.match(pattern, name)), None)
 
 
 def by_hand():

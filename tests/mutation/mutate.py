@@ -26,7 +26,7 @@ import time
 from collections import Counter
 from pathlib import Path
 
-from mutants import EQUIVALENT, by_hand
+from mutants import by_hand, explanation
 from operators import REPOSITORY, generated
 
 BUILD_SECONDS = 1800
@@ -146,7 +146,8 @@ def try_mutant(mutant, tests):
         failing = tests.failing_test()
         if failing:
             return "killed", failing
-        return ("equivalent", EQUIVALENT[mutant.name]) if mutant.name in EQUIVALENT else ("survived", "")
+        reason = explanation(mutant.name)
+        return ("equivalent", reason) if reason else ("survived", "")
     finally:
         path.write_text(good, encoding="utf-8")
 

@@ -1,5 +1,6 @@
 """The mutants fit the program, and the operators make what they should."""
 
+import re
 import unittest
 
 from mutants import EQUIVALENT, by_hand
@@ -12,7 +13,9 @@ class Mutants(unittest.TestCase):
         self.assertEqual(len(names), len(set(names)))
 
     def test_the_equivalent_ones_are_made(self):
-        self.assertLessEqual(set(EQUIVALENT), {mutant.name for mutant in generated()})
+        names = [mutant.name for mutant in generated()]
+        for pattern in EQUIVALENT:
+            self.assertTrue(any(re.match(pattern, name) for name in names), pattern)
 
     def test_each_operator(self):
         for line, *wanted in [
