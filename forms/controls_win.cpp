@@ -1,6 +1,7 @@
 #include "forms/controls_win.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 
 #include "forms/device_context_win.h"
@@ -43,11 +44,13 @@ TwipsPerPixel ReadTwipsPerPixel() {
 }
 
 runtime::unique_font MakeFont(const FontDescription& font) {
+  const double scale = ReadTwipsPerPixel().y;
   LOGFONTW logical{};
-  logical.lfHeight = -ToPixels(font.points * kTwipsPerPoint, ReadTwipsPerPixel().y);
+  // Rounded down: a text must not outgrow its place, which is scaled exactly.
+  logical.lfHeight = -static_cast<LONG>(std::floor(font.points * kTwipsPerPoint / scale));
   logical.lfWeight = font.bold ? FW_BOLD : FW_NORMAL;
   logical.lfCharSet = DEFAULT_CHARSET;
-  const std::wstring_view face = font.face;
+  const std::wstring_view face = scale != kDesignTwipsPerPixel && font.scalable != nullptr ? font.scalable : font.face;
   std::copy_n(face.begin(), std::min(face.size(), std::size_t{LF_FACESIZE - 1}), logical.lfFaceName);
   runtime::unique_font made(CreateFontIndirectW(&logical));
   if (!made) {

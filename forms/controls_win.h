@@ -34,6 +34,9 @@ class Control {
   /// The control's window, valid as long as its parent.
   [[nodiscard]] HWND hwnd() const noexcept { return hwnd_; }
 
+  /// The font that it was made with.
+  [[nodiscard]] HFONT font() const noexcept { return font_.get(); }
+
   /// The caption as it stands on the window.
   [[nodiscard]] std::wstring Caption() const;
 

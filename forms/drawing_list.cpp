@@ -4,16 +4,48 @@
 
 namespace forms {
 
-bool Ellipse::operator==(const Ellipse& other) const {
-  return Bounds() == other.Bounds() && outline == other.outline && fill == other.fill;
+namespace {
+
+Box Rounded(double left, double top, double right, double bottom, const PixelScale& scale) {
+  const auto round = [](double value) { return static_cast<int>(std::lround(value)); };
+  return {.left = round(left * scale.x),
+          .top = round(top * scale.y),
+          .right = round(right * scale.x),
+          .bottom = round(bottom * scale.y)};
 }
 
-Box Ellipse::Bounds() const {
-  const auto round = [](double value) { return static_cast<int>(std::lround(value)); };
-  return {.left = round(centre.x - halfWidth),
-          .top = round(centre.y - halfHeight),
-          .right = round(centre.x + halfWidth) + 1,
-          .bottom = round(centre.y + halfHeight) + 1};
+Point Centre(const Box& box) { return {.x = (box.left + box.right) / 2, .y = (box.top + box.bottom) / 2}; }
+
+Shape Scaled(const Ellipse& ellipse, const PixelScale& scale) {
+  const auto& [centre, halfWidth, halfHeight, outline, fill] = ellipse;
+  return {.box = Rounded(centre.x - halfWidth, centre.y - halfHeight, centre.x + halfWidth + 1,
+                         centre.y + halfHeight + 1, scale),
+          .outline = outline,
+          .fill = fill,
+          .radials = std::nullopt};
+}
+
+Shape Scaled(const Pie& pie, const PixelScale& scale) {
+  const Box box = OnScreen(pie.box, scale);
+  // From the centre of the scaled box, or rounding would tilt a line that is upright.
+  const auto radial = [&, was = Centre(pie.box), is = Centre(box)](const Point& point) {
+    return Point{.x = is.x + static_cast<int>(std::lround((point.x - was.x) * scale.x)),
+                 .y = is.y + static_cast<int>(std::lround((point.y - was.y) * scale.y))};
+  };
+  return {.box = box,
+          .outline = pie.fill,
+          .fill = pie.fill,
+          .radials = Radials{.from = radial(pie.from), .to = radial(pie.to)}};
+}
+
+}  // namespace
+
+Box OnScreen(const Box& box, const PixelScale& scale) {
+  return Rounded(box.left, box.top, box.right, box.bottom, scale);
+}
+
+Shape OnScreen(const Primitive& primitive, const PixelScale& scale) {
+  return std::visit([&](const auto& shape) { return Scaled(shape, scale); }, primitive);
 }
 
 void DrawingList::Circle(Point centre, double radius, Colour outline, double aspect) {

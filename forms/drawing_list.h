@@ -22,19 +22,14 @@ struct Box {
   bool operator==(const Box&) const = default;
 };
 
-/// An outlined ellipse, filled unless the fill is transparent. Half-axes in pixels.
+/// An outlined ellipse, filled unless the fill is transparent. The outline runs through the pixels at the ends of the
+/// axes.
 struct Ellipse {
   Point centre;
   double halfWidth, halfHeight;
   Colour outline;
   std::optional<Colour> fill;
-
-  /// Whether both are drawn with the same pixels.
-  bool operator==(const Ellipse& other) const;
-
-  /// The pixels that the ellipse covers, which are all that its drawing depends on: its outline runs through the pixels
-  /// at the ends of its axes.
-  [[nodiscard]] Box Bounds() const;
+  bool operator==(const Ellipse&) const = default;
 };
 
 /// The part of the ellipse in the box that lies counter-clockwise from the first radial point to the second, outlined
@@ -46,6 +41,35 @@ struct Pie {
   bool operator==(const Pie&) const = default;
 };
 
+/// What is drawn, in pixels of a screen that has 96 to the inch.
+using Primitive = std::variant<Ellipse, Pie>;
+
+/// How many pixels of the screen such a pixel takes.
+struct PixelScale {
+  double x = 1, y = 1;
+};
+
+/// The two radial points between which a pie lies.
+struct Radials {
+  Point from, to;
+  bool operator==(const Radials&) const = default;
+};
+
+/// An ellipse or a pie in whole pixels of the screen.
+struct Shape {
+  Box box;
+  Colour outline;
+  std::optional<Colour> fill;
+  std::optional<Radials> radials;  ///< of a pie
+  bool operator==(const Shape&) const = default;
+};
+
+/// Scales the edges of a box to the screen, and then rounds them.
+[[nodiscard]] Box OnScreen(const Box& box, const PixelScale& scale);
+
+/// Scales a primitive to the screen: what its pixels depend on. It is rounded last, so that circles stay round.
+[[nodiscard]] Shape OnScreen(const Primitive& primitive, const PixelScale& scale);
+
 /// How shapes are filled: with the fill colour or not at all.
 enum class FillStyle : std::uint8_t { Solid, Transparent };
 
@@ -53,11 +77,9 @@ enum class FillStyle : std::uint8_t { Solid, Transparent };
 enum class DrawStyle : std::uint8_t { Solid };
 
 /// What has been drawn on a form: a list of primitives that the form replays whenever it is painted, so that the
-/// drawing persists without a bitmap and stays crisp where Windows scales it up.
+/// drawing persists without a bitmap and is crisp on any screen.
 class DrawingList {
  public:
-  using Primitive = std::variant<Ellipse, Pie>;
-
   /// Forgets what was drawn; the styles and colours stay.
   void Cls() noexcept { primitives_.clear(); }
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
-#include <variant>
+
+#include "forms/controls_win.h"
 
 namespace forms {
 
@@ -11,31 +11,32 @@ namespace {
 
 constexpr int kNarrow = 10;  ///< pixels
 
-/// Plays each primitive within its box; says whether it was drawn.
-class Player {
+/// Paints one shape after the other, within its box; each function says whether all was painted.
+class Painter {
  public:
-  explicit Player(HDC dc) noexcept : dc_(dc) {}
+  Painter(HDC dc, const PixelScale& scale) noexcept
+      : dc_(dc), pen_(std::max(1, static_cast<int>(std::lround(std::min(scale.x, scale.y))))) {}
 
-  bool operator()(const Ellipse& ellipse) const noexcept {
-    const Box box = ellipse.Bounds();
-    if (!Prepare(box, ellipse.outline, ellipse.fill)) {
+  [[nodiscard]] bool Paint(const Shape& shape) const noexcept {
+    const Box& box = shape.box;
+    if (!Prepare(shape)) {
       return false;
     }
-    if (ellipse.fill == ellipse.outline && box.right - box.left < kNarrow) {
-      return DrawNarrow(box);
+    if (shape.radials) {
+      const auto& [from, to] = *shape.radials;
+      return ::Pie(dc_, box.left, box.top, box.right, box.bottom, from.x, from.y, to.x, to.y) != FALSE;
     }
-    return ::Ellipse(dc_, box.left, box.top, box.right, box.bottom) != FALSE;
-  }
-
-  bool operator()(const Pie& pie) const noexcept {
-    const Box& box = pie.box;
-    return Prepare(box, pie.fill, pie.fill) &&
-           ::Pie(dc_, box.left, box.top, box.right, box.bottom, pie.from.x, pie.from.y, pie.to.x, pie.to.y) != FALSE;
+    const bool oneColour = shape.fill == shape.outline;
+    if (oneColour && box.right - box.left < kNarrow) {
+      return PaintNarrow(box);
+    }
+    return ::Ellipse(dc_, box.left, box.top, box.right, box.bottom) != FALSE && (oneColour || Widen(box));
   }
 
  private:
   /// Clips to the box, and selects a pen of one pixel and a brush.
-  bool Prepare(const Box& box, Colour outline, const std::optional<Colour>& fill) const noexcept {
+  [[nodiscard]] bool Prepare(const Shape& shape) const noexcept {
+    const auto& [box, outline, fill, radials] = shape;
     return SelectClipRgn(dc_, nullptr) != ERROR &&
            IntersectClipRect(dc_, box.left, box.top, box.right, box.bottom) != ERROR &&
            SelectObject(dc_, GetStockObject(DC_PEN)) != nullptr && SetDCPenColor(dc_, outline) != CLR_INVALID &&
@@ -45,7 +46,7 @@ class Player {
 
   /// Row by row: the system draws nothing for an ellipse without an inside, like the terminator of a quarter, and Wine
   /// draws stray pixels for one that is few pixels wide.
-  bool DrawNarrow(const Box& box) const noexcept {
+  [[nodiscard]] bool PaintNarrow(const Box& box) const noexcept {
     const auto brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
     const double halfWidth = (box.right - 1 - box.left) / 2.0;
     const double halfHeight = (box.bottom - 1 - box.top) / 2.0;
@@ -59,7 +60,24 @@ class Player {
     return whole;
   }
 
+  /// Draws the outline again at each place of a pen of more than one pixel: the stock pen has only one width.
+  [[nodiscard]] bool Widen(const Box& box) const noexcept {
+    if (pen_ == 1) {
+      return true;
+    }
+    bool whole = SelectObject(dc_, GetStockObject(NULL_BRUSH)) != nullptr;
+    for (int place = 0; place < pen_ * pen_; ++place) {
+      const int left = box.left + place % pen_;
+      const int top = box.top + place / pen_;
+      whole = ::Ellipse(dc_, left, top, left + box.right - box.left - pen_ + 1,
+                        top + box.bottom - box.top - pen_ + 1) != FALSE &&
+              whole;
+    }
+    return whole;
+  }
+
   HDC dc_;
+  int pen_;  ///< width of an outline in pixels of the screen
 };
 
 }  // namespace
@@ -68,11 +86,16 @@ RECT ToRect(const Box& box) noexcept {
   return {.left = box.left, .top = box.top, .right = box.right, .bottom = box.bottom};
 }
 
-bool Replay(HDC dc, const DrawingList& drawing) noexcept {
-  const Player player(dc);
+PixelScale ReadPixelScale() {
+  const TwipsPerPixel screen = ReadTwipsPerPixel();
+  return {.x = kDesignTwipsPerPixel / screen.x, .y = kDesignTwipsPerPixel / screen.y};
+}
+
+bool Replay(HDC dc, const DrawingList& drawing, const PixelScale& scale) noexcept {
+  const Painter painter(dc, scale);
   bool whole = true;
-  for (const DrawingList::Primitive& primitive : drawing.Primitives()) {
-    whole = std::visit(player, primitive) && whole;
+  for (const Primitive& primitive : drawing.Primitives()) {
+    whole = painter.Paint(OnScreen(primitive, scale)) && whole;
   }
   return whole;
 }

@@ -6,10 +6,13 @@
 
 namespace forms {
 
-/// How many twips (1/1440 inch) one pixel of the screen measures in each direction; 15 at 96 pixels an inch.
+/// How many twips (1/1440 inch) one pixel of the screen measures in each direction.
 struct TwipsPerPixel {
   double x, y;
 };
+
+/// The same for a screen of 96 pixels an inch, for which drawings are designed.
+inline constexpr double kDesignTwipsPerPixel = 15;
 
 /// A length in twips as pixels, rounded to the nearest whole number.
 /// Errors: 6 Overflow beyond 32 bits; 11 Division by zero.
@@ -30,6 +33,7 @@ struct FontDescription {
   const wchar_t* face;
   double points;
   bool bold;
+  const wchar_t* scalable = nullptr;  ///< the face for other than 96 pixels an inch, if `face` consists of pixels
 };
 
 /// The font of controls that name none. The places of the controls are measured for it: the larger font of the system's

@@ -1,5 +1,6 @@
 #include "report/frmMoon.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "forms/device_context_win.h"
@@ -51,11 +52,13 @@ bool ChangesTheReport(UINT message, WPARAM wParam, LPARAM lParam) {
 /// changed: every few hours.
 class PictureRepaint {
  public:
-  PictureRepaint(HWND window, forms::PaintKeeper& keeper, const forms::DrawingList& drawing)
-      : window_(window), keeper_(keeper), drawing_(drawing), before_(drawing.Primitives()) {}
+  PictureRepaint(HWND window, forms::PaintKeeper& keeper, const forms::DrawingList& drawing,
+                 const forms::PixelScale& scale)
+      : window_(window), keeper_(keeper), drawing_(drawing), scale_(scale), before_(drawing.Primitives()) {}
   ~PictureRepaint() {
-    if (drawing_.Primitives() != before_) {
-      const RECT picture = forms::ToRect(SquareOfRadius(kDiscRadius));
+    const auto onScreen = [this](const forms::Primitive& primitive) { return forms::OnScreen(primitive, scale_); };
+    if (!std::ranges::equal(drawing_.Primitives(), before_, {}, onScreen, onScreen)) {
+      const RECT picture = forms::ToRect(forms::OnScreen(SquareOfRadius(kDiscRadius), scale_));
       keeper_.Note(InvalidateRect(window_, &picture, FALSE) != FALSE);  // its first circle covers the old one
     }
   }
@@ -66,7 +69,8 @@ class PictureRepaint {
   HWND window_;
   forms::PaintKeeper& keeper_;
   const forms::DrawingList& drawing_;
-  std::vector<forms::DrawingList::Primitive> before_;
+  forms::PixelScale scale_;
+  std::vector<forms::Primitive> before_;
 };
 
 }  // namespace
@@ -89,6 +93,7 @@ frmMoon::frmMoon()
       about_(*this) {}
 
 void frmMoon::Load() {
+  pixelScale_ = forms::ReadPixelScale();
   Create({.caption = layout::kCaption,
           .style = kStyle,
           .exStyle = kExStyle,
@@ -200,9 +205,9 @@ void frmMoon::Paint() {
   if (forms::DarkHighContrast()) {  // the picture's dark half and rim are as black as the window
     forms::DrawingList ring;
     ring.Circle(kDiscCentre, kDiscRadius + 1, GetSysColor(COLOR_WINDOWTEXT));
-    paintKeeper_.Note(forms::Replay(paint.dc(), ring));
+    paintKeeper_.Note(forms::Replay(paint.dc(), ring, pixelScale_));
   }
-  paintKeeper_.Note(forms::Replay(paint.dc(), drawing_));
+  paintKeeper_.Note(forms::Replay(paint.dc(), drawing_, pixelScale_));
 }
 
 void frmMoon::Refresh() {
@@ -211,7 +216,7 @@ void frmMoon::Refresh() {
 }
 
 void frmMoon::ReportAndUpdateIcon(std::int32_t Value) {
-  const PictureRepaint repaint(hwnd(), paintKeeper_, drawing_);
+  const PictureRepaint repaint(hwnd(), paintKeeper_, drawing_, pixelScale_);
   mMoon::UpdateMoonReport();
   std::int16_t IcoNum = IcoNumFromIconNumber();
   about_.UpdateMoonIcon(Value, IcoNum);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "forms/controls_win.h"
+#include "forms/drawing_list.h"
 #include "forms/focus_keeper_win.h"
 #include "forms/paint_keeper_win.h"
 #include "forms/timer_win.h"
@@ -82,6 +83,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   std::optional<Controls> controls_;
   forms::FocusKeeper focus_;
   forms::DrawingList drawing_;
+  forms::PixelScale pixelScale_;
   std::optional<SettingsFile> settingsFile_;
   frmAbout about_;
   runtime::DateValue LastUpdate = 0;  ///< clock reading at the last update made by the timer

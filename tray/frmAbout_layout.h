@@ -25,7 +25,7 @@ inline constexpr forms::ControlDescription kLblDescriptionDescription = {
     .id = kLblDescription,
     .caption = L"Developed by Quorvane Systems",
     .place = {180, 705, 3885, 660},
-    .font = {.face = L"MS Sans Serif", .points = 12, .bold = false}};
+    .font = {.face = L"MS Sans Serif", .points = 12, .bold = false, .scalable = L"Microsoft Sans Serif"}};
 
 inline constexpr forms::ControlDescription kCmdOKDescription = {
     .kind = forms::ControlKind::Button, .id = kCmdOK, .caption = L"OK", .place = {2820, 1470, 1260, 345}};

@@ -40,6 +40,16 @@ TEST(Control, StandsWhereTheScreensResolutionPutsIt) {
   DestroyWindow(parent);
 }
 
+TEST(Control, HasAFontThatGrowsNoMoreThanItsPlace) {
+  const SystemStandIn standIn(getDeviceCapsSlot, &OfAFineScreen);
+  const forms::FontDescription description = {
+      .face = L"Pixels", .points = 8.25, .bold = false, .scalable = L"Outlines"};
+  LOGFONTW font{};
+  GetObjectW(forms::MakeFont(description).get(), sizeof font, &font);
+  EXPECT_EQ(font.lfHeight, -16) << "8.25 points are 16.5 pixels";
+  EXPECT_STREQ(font.lfFaceName, L"Outlines");
+}
+
 HDC WINAPI RefuseTheScreen(HWND) { return nullptr; }
 
 int WINAPI TellNothing(HDC, int) { return 0; }

@@ -98,14 +98,14 @@ class PictureGeometry : public ShownMoon {
  protected:
   /// Paints the window and looks at its pixels above the labels.
   void Look() {
-    const std::vector<forms::DrawingList::Primitive> primitives = form().Drawing().Primitives();
+    const std::vector<forms::Primitive> primitives = form().Drawing().Primitives();
     UpdateWindow(form().hwnd());
     const WindowPixels pixels(form().hwnd());
     int wrong = 0;
     int stray = 0;
     for (int y = 0; y < 165; ++y) {
       Row row(y);
-      for (const forms::DrawingList::Primitive& primitive : primitives) {
+      for (const forms::Primitive& primitive : primitives) {
         std::visit(row, primitive);
       }
       for (int x = 0; x < pixels.Width(); ++x) {

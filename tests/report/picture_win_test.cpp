@@ -147,7 +147,7 @@ TEST_F(Picture, ReplayingLeavesNoHandleBehind) {
   const forms::DrawingList& drawing = form().Drawing();
   const HDC pixel = CreateCompatibleDC(nullptr);
   for (int i = 0; i < 70'000; ++i) {
-    ASSERT_TRUE(forms::Replay(pixel, drawing));
+    ASSERT_TRUE(forms::Replay(pixel, drawing, {}));
   }
   DeleteDC(pixel);
   std::array<HBRUSH, 100> brushes{};

@@ -51,7 +51,7 @@ Ellipse Terminator(forms::Colour colour, double halfWidth, double halfHeight = 6
   return {.centre = kCentre, .halfWidth = halfWidth, .halfHeight = halfHeight, .outline = colour, .fill = colour};
 }
 
-std::vector<forms::DrawingList::Primitive> Picture(const Pie& darkHalf, const Ellipse& terminator) {
+std::vector<forms::Primitive> Picture(const Pie& darkHalf, const Ellipse& terminator) {
   return {Disc(kWhite, kWhite), darkHalf, Disc(kWhite, std::nullopt), terminator, Disc(kBlack, std::nullopt)};
 }
 
@@ -144,8 +144,8 @@ TEST_F(DrawMoonPhaseTest, TheDarkFractionOfTheBiasDividesByZeroAndLeavesThePictu
   for (const std::int16_t flag : std::initializer_list<std::int16_t>{0, 1}) {
     form.drawing.Cls();
     EXPECT_TRUE(Raises(ErrorNumber::DivisionByZero, [&] { DrawDarkFraction(form, 0.49999, flag); }));
-    const std::vector<forms::DrawingList::Primitive> want = {Disc(kWhite, kWhite), flag == 1 ? kDarkRight : kDarkLeft,
-                                                             Disc(kWhite, std::nullopt)};
+    const std::vector<forms::Primitive> want = {Disc(kWhite, kWhite), flag == 1 ? kDarkRight : kDarkLeft,
+                                                Disc(kWhite, std::nullopt)};
     EXPECT_EQ(form.drawing.Primitives(), want);
     EXPECT_EQ(form.drawing.ForeColor(), 0U);
     EXPECT_EQ(form.label1, L"Label1");
@@ -179,13 +179,13 @@ TEST_F(DrawMoonPhaseTest, SouthernViewMirrorsPictureAndIcon) {
   form.southernView = true;
   Draw(0.5, 0);
   EXPECT_EQ(waning, 1);
-  EXPECT_EQ(form.drawing.Primitives().at(1), forms::DrawingList::Primitive(kDarkRight));
+  EXPECT_EQ(form.drawing.Primitives().at(1), forms::Primitive(kDarkRight));
   EXPECT_TRUE(Same(150, fraction));
   EXPECT_EQ(IconNumber, 21);
 
   Draw(0.5, 1);
   EXPECT_EQ(waning, 0);
-  EXPECT_EQ(form.drawing.Primitives().at(1), forms::DrawingList::Primitive(kDarkLeft));
+  EXPECT_EQ(form.drawing.Primitives().at(1), forms::Primitive(kDarkLeft));
   EXPECT_EQ(IconNumber, 7);
 }
 
@@ -194,12 +194,12 @@ TEST_F(DrawMoonPhaseTest, AnyOtherFlagDrawsAsWaxing) {
     form.southernView = false;
     Draw(0.5, flag);
     EXPECT_EQ(waning, flag);
-    EXPECT_EQ(form.drawing.Primitives().at(1), forms::DrawingList::Primitive(kDarkLeft));
+    EXPECT_EQ(form.drawing.Primitives().at(1), forms::Primitive(kDarkLeft));
     EXPECT_TRUE(Same(50, fraction));
     form.southernView = true;
     Draw(0.5, flag);
     EXPECT_EQ(waning, 0);
-    EXPECT_EQ(form.drawing.Primitives().at(1), forms::DrawingList::Primitive(kDarkLeft));
+    EXPECT_EQ(form.drawing.Primitives().at(1), forms::Primitive(kDarkLeft));
   }
 }
 

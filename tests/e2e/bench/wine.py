@@ -43,6 +43,7 @@ class Wine:
         # The server, and the system's programs that start with the first one, must outlive every single program and
         # have nothing of its environment.
         self._server("-p")
+        self.set_density(96)  # a run that was killed may have left another one
 
     def close(self):
         self._server("-k")
@@ -74,6 +75,11 @@ class Wine:
         shutil.copy(self.prefix / "drive_c/windows/system32/shell32.dll", self.prefix / "drive_c/real_shell32.dll")
         self.close()  # the server writes the registry to disk only as it ends
         complete.write_text(wanted)
+
+    def set_density(self, dots):
+        """Sets how many pixels to the inch the screen has for programs that start from now on."""
+        status = self.run("reg", "add", r"HKCU\Control Panel\Desktop", "/v", "LogPixels", "/t", "REG_DWORD", "/d", dots, "/f")
+        assert status == 0
 
     def locale(self, name):
         """Makes a locale of the C library, like de_DE, and returns its full name."""
