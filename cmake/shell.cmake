@@ -35,6 +35,7 @@ add_custom_command(
 add_library(tidewell_shell STATIC
   forms/controls_win.cpp
   forms/drawing_list_win.cpp
+  forms/fitted_label_win.cpp
   forms/high_contrast_win.cpp
   forms/place_win.cpp
   forms/window_win.cpp

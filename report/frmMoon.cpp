@@ -82,8 +82,9 @@ frmMoon::Controls::Controls(HWND form, forms::PaintKeeper& keeper)
   for (const forms::ControlDescription& description : layout::kCheck1Descriptions) {
     Check1.emplace_back(description, Frame1.hwnd());
   }
+  const int room = forms::ToPixels(layout::kLineWidth, forms::ReadTwipsPerPixel().x);
   for (const forms::ControlDescription& description : layout::kLblMoonDescriptions) {
-    lblMoon.emplace_back(description, form);
+    lblMoon.emplace_back(description, form, room);
   }
 }
 

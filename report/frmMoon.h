@@ -9,6 +9,7 @@
 
 #include "forms/controls_win.h"
 #include "forms/drawing_list.h"
+#include "forms/fitted_label_win.h"
 #include "forms/focus_keeper_win.h"
 #include "forms/paint_keeper_win.h"
 #include "forms/timer_win.h"
@@ -59,7 +60,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
     forms::Frame Frame1;
     std::vector<forms::Control> Check1;
     forms::Control Command1;
-    std::vector<forms::Control> lblMoon;
+    std::vector<forms::FittedLabel> lblMoon;
     forms::Control Label1;
   };
 

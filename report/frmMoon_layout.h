@@ -46,6 +46,9 @@ inline constexpr forms::ControlDescription kCommand1Description = {.kind = forms
                                                                    .caption = L"Close",
                                                                    .place = {2700, 4680, 1065, 345}};
 
+/// What a line may take up: the window's width, but for a margin of 2 pixels at 96 to the inch on either side.
+inline constexpr int kLineWidth = kClientWidth - 2 * 30;
+
 /// One of the four lines, 300 twips apart. They start left of the window's edge, so that they are centred on it.
 constexpr forms::ControlDescription LineDescription(int index, const wchar_t* caption) {
   return {.kind = forms::ControlKind::Label,

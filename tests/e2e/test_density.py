@@ -1,5 +1,7 @@
-"""The windows on screens with more pixels to the inch than 96, where all of them is larger and as crisp."""
+"""The windows on screens with more pixels to the inch than 96, where all of them is larger and as crisp, and in a locale
+with long words: nothing is cut off."""
 
+import datetime
 from types import SimpleNamespace
 
 import pytest
@@ -85,6 +87,15 @@ def lines_within(program):
         top = line.screen[1] - program.main().client_origin[1]
         for column in (0, picture.width - 1):
             assert {picture.pixel(column, row) for row in range(top, top + line.screen[3])} == {picture.pixel(1, 1)}
+    return [line.text for line in lines]
+
+
+@pytest.mark.parametrize("dots", [DESIGNED_FOR, 144])
+def test_a_line_in_long_words_is_shown_in_full(bench, dense, dots):
+    program = dense(dots, locale="lt_LT", at=datetime.datetime(2026, 11, 23, 12, 0, 10))
+    bring_to_front(program)
+    bench.display.save(bench.folders.pictures / f"density-{dots}-lithuanian.png", *program.main().screen)
+    assert "Next New Moon : 09-gruod.-26 12:51 priešpiet" in lines_within(program)
 
 
 @pytest.mark.parametrize("dots", [DESIGNED_FOR, 120, 144, 192])
