@@ -24,10 +24,6 @@ void ShowMainWindow(HWND window, int showCommand) {
   }
 }
 
-/// Has the program started again that an installer has ended, to replace a file in use, or an update's restart of the
-/// system. Not so after a crash or a hang, which would come back.
-void AskToBeRestarted() { RegisterApplicationRestart(nullptr, RESTART_NO_CRASH | RESTART_NO_HANG); }
-
 /// The main window while the program runs.
 frmMoon* theForm = nullptr;
 
@@ -41,7 +37,6 @@ frmMoon* theForm = nullptr;
 }
 
 [[noreturn]] void Run(int showCommand) {
-  AskToBeRestarted();
   const INITCOMMONCONTROLSEX controls = {.dwSize = sizeof controls, .dwICC = ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&controls);
 

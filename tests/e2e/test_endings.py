@@ -125,12 +125,6 @@ def test_of_fifty_copies_started_at_once_one_stays(bench, start):
                 copy.kill()
 
 
-def test_updates_start_it_again(program):
-    """Those of the system, too, but no crash or hang. Wine does not do it, and logs that it was asked to."""
-    no_crash, no_hang = 1, 2
-    assert f"RegisterApplicationRestart ((null),{no_crash | no_hang})" in (program.folder / "program.log").read_text()
-
-
 @pytest.mark.parametrize("ticked, hidden", [(False, False), (True, False), (True, True)])
 def test_the_end_of_the_session_is_never_blocked(program, ticked, hidden):
     if ticked:

@@ -80,7 +80,7 @@ class Program:
         self.process = bench.wine.start(
             folder / IMAGE, log=folder / "program.log", cwd=folder,
             environment=self.clock.environment(bench.tools["clock_preload.so"])
-            | {"TZ": zone, "LC_ALL": bench.wine.locale(locale), "WINEDEBUG": "-all,fixme+process"})
+            | {"TZ": zone, "LC_ALL": bench.wine.locale(locale)})
         started = until(lambda: self.ended or set(self.driver.processes(IMAGE)) - former, "process of the program")
         self.pid = None if started is True else min(started)
 
