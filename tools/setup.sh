@@ -12,7 +12,7 @@ declare -A groups=(
 )
 # The 32-bit C compiler is the cross one: gcc-multilib conflicts with the cross
 # compilers that a developer may already have.
-groups[e2e]="${groups[run]} locales python3-pytest tzdata x11-apps"
+groups[e2e]="${groups[run]} locales python3-pytest python3-xlib tzdata x11-apps"
 groups[test]="${groups[release]} ${groups[e2e]} clang clang-format clang-tidy gcc-i686-linux-gnu googletest icoutils
   libclang-rt-14-dev libgmock-dev libgtest-dev openssl python3-pefile python3-yaml"
 groups[other-wine]="${groups[build]} ${groups[e2e]} debootstrap gcc-i686-linux-gnu"

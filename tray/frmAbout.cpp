@@ -27,6 +27,17 @@ constexpr ScaleMode kScaleMode = ScaleMode::Twips;
 /// The entries of mFile. A menu's ids start at 1: 0 says that nothing was chosen.
 enum MenuEntry : UINT { mnuAbout = 1, mnuShow, mnuExit };
 
+/// Ticks while the menu is open, for EndMenuLeftBehind. If the system refuses it, the menu still works.
+constexpr UINT_PTR kMenuTimer = 1;
+constexpr UINT kMenuTimerInterval = 100;
+
+/// The process of a window; 0 for no window.
+DWORD ProcessOf(HWND window) {
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  return process;
+}
+
 std::uint32_t HandleBits(const void* handle) {
   return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(handle));
 }
@@ -119,6 +130,9 @@ LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return 0;
   }
   switch (message) {
+    case WM_TIMER:
+      EndMenuLeftBehind();
+      return 0;
     case WM_MOUSEMOVE:
       // From the pointer over the window, and from the tray icon, which sends the number of its message as the X.
       Form_MouseMove(0, 0, GET_X_LPARAM(lParam) * twipsPerPixel_.x, GET_Y_LPARAM(lParam) * twipsPerPixel_.y);
@@ -168,14 +182,23 @@ void frmAbout::Form_Unload(bool& Cancel) {
 
 void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double Y) {
   for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
-    SendMessageW(hwnd(), WM_SETICON, size, reinterpret_cast<LPARAM>(mainForm_.Icon(size)));
+    const auto icon = reinterpret_cast<LPARAM>(mainForm_.Icon(size));
+    if (SendMessageW(hwnd(), WM_GETICON, size, 0) != icon) {  // or the caption would flicker
+      SendMessageW(hwnd(), WM_SETICON, size, icon);
+    }
   }
   makingTopmost_ = true;
   forms::MakeTopmost(hwnd());
   makingTopmost_ = false;
   MouseMsg = DecodeTrayMessage(X, kScaleMode, twipsPerPixel_.x);
+  if (!MayBeOfTheIcon(Y)) {
+    return;
+  }
   // The icon's messages arrive while the menu is tracked, too: no toggling behind it, no second menu.
-  if (menuOpen_ || !MayBeOfTheIcon(Y)) {
+  if (menuOpen_) {
+    if (MouseMsg == kLeftButtonUp || MouseMsg == kRightButtonUp) {
+      taskBar_ = nullptr;  // ends a menu without the foreground
+    }
     return;
   }
   switch (MouseMsg) {
@@ -195,12 +218,16 @@ void frmAbout::PopupMenu() {
   const HWND before = GetForegroundWindow();
   POINT pointer{};
   GetCursorPos(&pointer);
-  // Without the foreground the menu would stay open when the user clicks elsewhere.
+  // Without the foreground the menu would stay open when the user clicks elsewhere. The system may refuse it, or the
+  // user may have gone elsewhere already: hence the timer.
   SetForegroundWindow(hwnd());
+  taskBar_ = ProcessOf(before) == ProcessOf(GetShellWindow()) ? before : nullptr;
+  SetTimer(hwnd(), kMenuTimer, kMenuTimerInterval, nullptr);
   // The left button alone chooses: a second click of the right one, with the menu opened under it, must not hit "Exit".
   const BOOL entry =
       TrackPopupMenu(mFile.get(), TPM_RETURNCMD | TPM_NONOTIFY, pointer.x, pointer.y, 0, hwnd(), nullptr);
-  // And without a message behind it the next click on the icon could close the next menu at once.
+  KillTimer(hwnd(), kMenuTimer);
+  // Without a message after it the next click on the icon could close the next menu at once.
   PostMessageW(hwnd(), WM_NULL, 0, 0);
   menuOpen_ = false;
   if (runtime::Ending()) {
@@ -218,9 +245,16 @@ void frmAbout::PopupMenu() {
       break;
     default:
       if (GetForegroundWindow() == hwnd() && IsWindowVisible(hwnd()) == FALSE) {
-        SetForegroundWindow(before);  // a hidden window has no use for the keyboard
+        SetForegroundWindow(before);  // to the task bar, on Windows: a hidden window has no use for the keyboard
       }
       break;
+  }
+}
+
+void frmAbout::EndMenuLeftBehind() {
+  const HWND front = GetForegroundWindow();  // null while the foreground changes
+  if (menuOpen_ && front != nullptr && front != taskBar_ && ProcessOf(front) != GetCurrentProcessId()) {
+    EndMenu();
   }
 }
 

@@ -38,7 +38,8 @@ class MainForm {
 
 /// The About window, the owner of the tray icon and of its pop-up menu. Its window receives the icon's messages; it is
 /// created by the first UpdateMoonIcon, completed when it is first shown, and stays to the end of the program: closing
-/// it only hides it.
+/// it only hides it. Hidden, it is still a top-level window: a message-only one would hear no broadcast of a new task
+/// bar and could not have the foreground for the menu.
 class frmAbout final : public forms::Window<frmAbout> {
  public:
   static constexpr const wchar_t* kWindowClass = L"TidewellAbout";
@@ -76,6 +77,8 @@ class frmAbout final : public forms::Window<frmAbout> {
   HICON Picture(int index);
   void OnCommand(int id);
   void PopupMenu();
+  /// Ends the open menu if the user is in another program: clicks and Escape would never reach it.
+  void EndMenuLeftBehind();
 
   void cmdOK_Click();
   void Form_Unload(bool& Cancel);
@@ -93,6 +96,7 @@ class frmAbout final : public forms::Window<frmAbout> {
   forms::TwipsPerPixel twipsPerPixel_{};
   TrayIcon trayIcon_;
   bool menuOpen_ = false;
+  HWND taskBar_ = nullptr;      ///< may keep the foreground while the menu is open, until the icon is clicked again
   bool makingTopmost_ = false;  ///< in the call that Form_MouseMove makes
 };
 

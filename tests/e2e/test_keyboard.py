@@ -30,11 +30,15 @@ class Typewriter:
         until(lambda: not self._bench.driver.processes(TYPEWRITER), "end of the typewriter")
 
     @property
+    def place(self):
+        return self._windows()[0].screen
+
+    @property
     def text(self):
         return self._windows()[0].text
 
     def take_the_keyboard(self):
-        x, y, width, height = self._windows()[0].screen
+        x, y, width, height = self.place
         self._clicks += 1  # each at another place, or two of them make a double click, which selects the text
         self._bench.display.click(x + width // 2 + 20 * self._clicks, y + height // 2)
         until(self.has_the_keyboard, "keyboard at the typewriter")

@@ -185,6 +185,26 @@ TEST_F(About, OtherMessagesDoNothingButMakeItTopmost) {
   }
 }
 
+int iconsSet = 0;
+WNDPROC aboutsOwn = nullptr;
+
+LRESULT CALLBACK CountIcons(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  iconsSet += message == WM_SETICON ? 1 : 0;
+  return CallWindowProcW(aboutsOwn, window, message, wParam, lParam);
+}
+
+TEST_F(About, MessagesOfTheIconDoNotMakeItFlicker) {
+  Show();
+  TrayMessage(512);
+  UpdateWindow(about_.hwnd());
+  aboutsOwn = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrW(about_.hwnd(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&CountIcons)));
+  iconsSet = 0;
+  TrayMessage(512);
+  EXPECT_EQ(iconsSet, 0) << "each draws the caption";
+  EXPECT_FALSE(GetUpdateRect(about_.hwnd(), nullptr, FALSE));
+}
+
 TEST_F(About, ShownAfterAMessageOfTheIconItHasTheKeyboard) {
   TrayMessage(512);
   Show();

@@ -5,11 +5,17 @@
 #include <string>
 #include <vector>
 
+#include "runtime/run_time_end.h"
 #include "support/shown_frmMoon.h"
 #include "support/system_stand_in_win.h"
 
 extern "C" decltype(&TrackPopupMenu) trackPopupMenuSlot asm("__imp__TrackPopupMenu@28");
 extern "C" decltype(&SetForegroundWindow) setForegroundWindowSlot asm("__imp__SetForegroundWindow@4");
+extern "C" decltype(&GetForegroundWindow) getForegroundWindowSlot asm("__imp__GetForegroundWindow@0");
+extern "C" decltype(&GetShellWindow) getShellWindowSlot asm("__imp__GetShellWindow@0");
+extern "C" decltype(&EndMenu) endMenuSlot asm("__imp__EndMenu@0");
+extern "C" decltype(&GetWindowThreadProcessId) getProcessSlot asm("__imp__GetWindowThreadProcessId@8");
+extern "C" decltype(&SetTimer) setTimerSlot asm("__imp__SetTimer@16");
 extern "C" decltype(&PostMessageW) postMessageSlot asm("__imp__PostMessageW@16");
 
 namespace {
@@ -38,14 +44,18 @@ BOOL WINAPI NotePost(HWND window, UINT message, WPARAM /*wParam*/, LPARAM /*lPar
   return TRUE;
 }
 
-using TrayMenu = ShownMoon;
+class TrayMenu : public ShownMoon {
+ protected:
+  void SetUp() override {
+    owner = FindWindowW(L"TidewellAbout", nullptr);
+    ASSERT_NE(owner, nullptr);
+    asked.clear();
+  }
+};
 
 /// Without the foreground the menu stays open when the user clicks elsewhere, without the message behind it the next
 /// one may close at once.
 TEST_F(TrayMenu, ComesInTheForegroundWithANullMessageBehindIt) {
-  owner = FindWindowW(L"TidewellAbout", nullptr);
-  ASSERT_NE(owner, nullptr);
-  asked.clear();
   {
     const SystemStandIn menu(trackPopupMenuSlot, &NoteMenu);
     const SystemStandIn foreground(setForegroundWindowSlot, &NoteForeground);
@@ -53,6 +63,128 @@ TEST_F(TrayMenu, ComesInTheForegroundWithANullMessageBehindIt) {
     SendMessageW(owner, WM_MOUSEMOVE, 1, 517);
   }
   EXPECT_EQ(asked, (std::vector<std::string>{"foreground", "menu", "null message"}));
+}
+
+// ---- a menu that its user has left: windows and their processes, the foreground, and the end of the menu, made up
+
+const auto kTaskBar = reinterpret_cast<HWND>(0x1000);
+const auto kDesktop = reinterpret_cast<HWND>(0x1001);  // the shell's, like the task bar
+const auto kOther = reinterpret_cast<HWND>(0x1002);
+
+HWND foreground = nullptr;
+bool menuEnds = false;
+void (*whileTheMenuIsOpen)() = nullptr;
+
+HWND WINAPI TellForeground() { return foreground; }
+
+HWND WINAPI TellShell() { return kDesktop; }
+
+DWORD WINAPI TellProcess(HWND window, DWORD* process) {
+  if (window == kTaskBar || window == kDesktop) {
+    *process = 1;
+  } else if (window == kOther) {
+    *process = 2;
+  } else if (window != nullptr) {
+    *process = GetCurrentProcessId();
+  }
+  return 0;
+}
+
+BOOL WINAPI NoteEnd() {
+  menuEnds = true;
+  return TRUE;
+}
+
+BOOL WINAPI RefuseForeground(HWND /*window*/) { return FALSE; }
+
+BOOL WINAPI RunMenu(HMENU /*menu*/, UINT /*flags*/, int /*x*/, int /*y*/, int /*reserved*/, HWND /*window*/,
+                    const RECT* /*ignored*/) {
+  whileTheMenuIsOpen();
+  return 0;
+}
+
+/// Waits for a tick of the timer that runs while the menu is open, and hands it on.
+void Tick() {
+  MSG message{};
+  GetMessageW(&message, owner, WM_TIMER, WM_TIMER);
+  DispatchMessageW(&message);
+}
+
+bool EndsWithTheForegroundAt(HWND window) {
+  menuEnds = false;
+  foreground = window;
+  Tick();
+  return menuEnds;
+}
+
+class LeftMenu : public TrayMenu {
+ protected:
+  /// Opens the menu with a window in the foreground, which keeps it.
+  void OpenMenu(HWND before, void (*meanwhile)()) {
+    const SystemStandIn menu(trackPopupMenuSlot, &RunMenu);
+    const SystemStandIn setForeground(setForegroundWindowSlot, &RefuseForeground);
+    const SystemStandIn getForeground(getForegroundWindowSlot, &TellForeground);
+    const SystemStandIn shell(getShellWindowSlot, &TellShell);
+    const SystemStandIn process(getProcessSlot, &TellProcess);
+    const SystemStandIn end(endMenuSlot, &NoteEnd);
+    foreground = before;
+    whileTheMenuIsOpen = meanwhile;
+    SendMessageW(owner, WM_MOUSEMOVE, 1, 517);
+  }
+};
+
+TEST_F(LeftMenu, EndsWithTheForegroundAtAnotherProgram) {
+  OpenMenu(kTaskBar, [] {
+    EXPECT_FALSE(EndsWithTheForegroundAt(owner));
+    EXPECT_FALSE(EndsWithTheForegroundAt(FindWindowW(L"TidewellMoon", nullptr)));
+    EXPECT_FALSE(EndsWithTheForegroundAt(nullptr)) << "it is changing";
+    EXPECT_TRUE(EndsWithTheForegroundAt(kOther));
+    EXPECT_TRUE(EndsWithTheForegroundAt(kDesktop));
+  });
+}
+
+TEST_F(LeftMenu, EndsIfTheUserWasElsewhereBeforeItOpened) {
+  OpenMenu(kOther, [] { EXPECT_TRUE(EndsWithTheForegroundAt(kOther)); });
+}
+
+/// The click on the icon has given it the foreground, which the system may refuse to the menu.
+TEST_F(LeftMenu, StaysWhileTheTaskBarKeepsTheForeground) {
+  OpenMenu(kTaskBar, [] { EXPECT_FALSE(EndsWithTheForegroundAt(kTaskBar)); });
+}
+
+TEST_F(LeftMenu, EndsByAClickOnTheIconIfTheTaskBarKeepsTheForeground) {
+  for (const LPARAM click : {514, 517}) {
+    static LPARAM message;
+    message = click;
+    OpenMenu(kTaskBar, [] {
+      SendMessageW(owner, WM_MOUSEMOVE, 1, 512);
+      EXPECT_FALSE(EndsWithTheForegroundAt(kTaskBar)) << "the pointer has moved";
+      SendMessageW(owner, WM_MOUSEMOVE, 1, message);
+      EXPECT_TRUE(EndsWithTheForegroundAt(kTaskBar));
+    });
+  }
+}
+
+TEST_F(LeftMenu, IsWatchedWhileItIsOpen) {
+  OpenMenu(kTaskBar, [] { Tick(); });
+  EXPECT_EQ(KillTimer(owner, 1), FALSE) << "no timer is left";
+  menuEnds = false;
+  foreground = kOther;
+  SendMessageW(owner, WM_TIMER, 1, 0);  // one that was under way
+  EXPECT_FALSE(menuEnds);
+}
+
+UINT_PTR WINAPI RefuseTimer(HWND /*window*/, UINT_PTR /*id*/, UINT /*milliseconds*/, TIMERPROC /*handler*/) {
+  return 0;
+}
+
+TEST_F(LeftMenu, OpensWithoutItsTimer) {
+  static bool opened;
+  opened = false;
+  const SystemStandIn timer(setTimerSlot, &RefuseTimer);
+  OpenMenu(kTaskBar, [] { opened = true; });
+  EXPECT_TRUE(opened);
+  EXPECT_FALSE(runtime::Ending());
 }
 
 }  // namespace

@@ -3,6 +3,11 @@
 import os
 import re
 import subprocess
+import time
+
+from Xlib import X
+from Xlib.display import Display as Server
+from Xlib.ext import xtest
 
 from bench.waiting import until
 
@@ -53,6 +58,7 @@ class Display:
         self._start("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "pixel", "--width", "200",
                     "--height", "22", "--SetDockType", "true", environment=self.environment)
         until(lambda: '("panel" "trayer")' in self.tree(), "tray on the screen")
+        self._server = Server(self.environment["DISPLAY"])
         self.rest()
 
     def _start(self, *command, pass_fds=(), environment=None):
@@ -64,6 +70,7 @@ class Display:
                 env=os.environ | (environment or {}), start_new_session=True))
 
     def close(self):
+        self._server.close()
         for process in reversed(self._processes):
             process.kill()
             process.wait()
@@ -95,6 +102,16 @@ class Display:
     def click(self, x, y, button=LEFT):
         """A real click."""
         self._run("xdotool", "mousemove", str(x), str(y), "click", str(button))
+
+    def clicks_in_a_row(self, pause, *clicks):
+        """Real clicks (x, y, button) with a pause in seconds between them. Not by xdotool, whose start takes longer."""
+        for number, (x, y, button) in enumerate(clicks):
+            if number:
+                time.sleep(pause)
+            xtest.fake_input(self._server, X.MotionNotify, x=x, y=y)
+            xtest.fake_input(self._server, X.ButtonPress, button)
+            xtest.fake_input(self._server, X.ButtonRelease, button)
+            self._server.sync()
 
     def press(self, x, y):
         """Presses the left button and holds it, until let_go()."""

@@ -116,6 +116,10 @@ class Driver:
         """Makes a window and its children paint themselves anew."""
         return self.ask("redraw", hwnd)
 
+    def to_front(self, hwnd):
+        """Brings a window of another program to the foreground."""
+        return self.ask("front", hwnd)
+
     def place(self, hwnd, x, y, width, height):
         """Moves a window, also where no screen is, and sizes it, also as its user cannot."""
         return self.ask("place", hwnd, x, y, width, height)

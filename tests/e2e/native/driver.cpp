@@ -15,6 +15,7 @@
 //   tips                      texts of the tool tips that are shown, of every process
 //   handles PID               how many kernel handles, GDI objects and windows a process has
 //   redraw HWND               RedrawWindow of the window and its children, at once
+//   front HWND                SetForegroundWindow
 //   place HWND X Y W H        moves and sizes a window, without activating it
 //   hold PATH                 opens a file, without sharing it; releases the one held before
 //   release                   releases it
@@ -356,6 +357,10 @@ std::string Redraw(const Arguments& arguments) {
                             RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW | RDW_FRAME) != FALSE);
 }
 
+std::string BringToFront(const Arguments& arguments) {
+  return Truth(SetForegroundWindow(AsWindow(arguments.at(0))) != FALSE);
+}
+
 std::string PlaceWindow(const Arguments& arguments) {
   const auto length = [&](std::size_t at) { return static_cast<int>(AsNumber(arguments.at(at))); };
   return Truth(SetWindowPos(AsWindow(arguments.at(0)), nullptr, length(1), length(2), length(3), length(4),
@@ -510,6 +515,7 @@ const std::map<std::string, Request> kRequests = {
     {"tips", {0, Tips}},
     {"handles", {1, Handles}},
     {"redraw", {1, Redraw}},
+    {"front", {1, BringToFront}},
     {"place", {5, PlaceWindow}},
     {"hold", {1, Hold}},
     {"release", {0, Release}},
