@@ -71,7 +71,11 @@ void StayOnScreen(HWND window, UINT message, WPARAM wParam) {
 }
 
 void ShowInForeground(HWND window) {
-  ShowWindow(window, IsIconic(window) != FALSE ? SW_RESTORE : SW_SHOW);
+  ShowWindow(window, SW_RESTORE);
+  // The first call of a process may do what its start asked for instead: show no window, or a minimised one.
+  if (IsIconic(window) != FALSE || IsWindowVisible(window) == FALSE) {
+    ShowWindow(window, SW_RESTORE);
+  }
   SetForegroundWindow(window);
 }
 

@@ -118,7 +118,7 @@ void frmMoon::SetMoonLine(std::size_t index, const std::wstring& text) {
   controls_->lblMoon.at(index).SetCaption(text);
 }
 
-bool frmMoon::Visible() const { return IsWindowVisible(hwnd()) != FALSE; }
+bool frmMoon::Visible() const { return IsWindowVisible(hwnd()) != FALSE && IsIconic(hwnd()) == FALSE; }
 
 void frmMoon::Show() { forms::ShowInForeground(hwnd()); }
 
@@ -176,7 +176,7 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void frmMoon::LeaveTheKeyboard(WINDOWPOS& change) const {
   // Form_Load places the window before it is shown: a minimised start must not take the keyboard.
-  if (!Visible() && (change.flags & SWP_SHOWWINDOW) == 0) {
+  if (IsWindowVisible(hwnd()) == FALSE && (change.flags & SWP_SHOWWINDOW) == 0) {
     change.flags |= SWP_NOACTIVATE;
   }
 }
@@ -221,9 +221,6 @@ void frmMoon::ReportAndUpdateIcon(std::int32_t Value) {
   mMoon::UpdateMoonReport();
   std::int16_t IcoNum = IcoNumFromIconNumber();
   about_.UpdateMoonIcon(Value, IcoNum);
-  if (Value == 1 && !Visible() && !about_.IconStands() && !runtime::Ending()) {
-    ShowWindow(hwnd(), SW_SHOWMINNOACTIVE);  // nobody can reach a hidden window without an icon
-  }
 }
 
 void frmMoon::EndProgram() {
@@ -253,6 +250,9 @@ void frmMoon::Timer1_Timer() {
   refreshAtTick_ = false;
   LastUpdate = now;
   Refresh();
+  if (IsWindowVisible(hwnd()) == FALSE && !about_.IconStands() && !runtime::Ending()) {
+    ShowWindow(hwnd(), SW_SHOWMINNOACTIVE);  // nobody can reach a hidden window without an icon
+  }
 }
 
 void frmMoon::Check1_Click(int Index) {

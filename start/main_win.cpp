@@ -2,6 +2,9 @@
 // After windows.h, which it builds on.
 #include <commctrl.h>
 
+#include <algorithm>
+#include <array>
+
 #include "forms/window_win.h"
 #include "report/frmMoon.h"
 #include "report/surroundings.h"
@@ -15,9 +18,18 @@ namespace tidewell {
 
 namespace {
 
+/// Whether whoever starts the program wants its window out of the way, like the start-up entry and `start /min`.
+bool AsksForNoWindow(int showCommand) {
+  constexpr std::array kCommands = {SW_HIDE, SW_SHOWMINIMIZED, SW_MINIMIZE, SW_SHOWMINNOACTIVE, SW_FORCEMINIMIZE};
+  return std::ranges::find(kCommands, showCommand) != kCommands.end();
+}
+
 /// A shortcut may ask for a maximised window; this one has a fixed size. The system may heed the shortcut the first
 /// time a window is shown, whatever is asked for here.
 void ShowMainWindow(HWND window, int showCommand) {
+  if (AsksForNoWindow(showCommand)) {
+    return;  // its place is the tray; without an icon there, the first tick minimises it
+  }
   ShowWindow(window, showCommand == SW_SHOWMAXIMIZED ? SW_SHOWNORMAL : showCommand);
   if (IsZoomed(window) != FALSE) {
     ShowWindow(window, SW_SHOWNORMAL);

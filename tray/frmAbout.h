@@ -19,7 +19,7 @@ namespace tidewell {
 /// What the tray does with the main window.
 class MainForm {
  public:
-  /// Whether it is shown, minimised or not.
+  /// Whether it is shown, and not minimised.
   [[nodiscard]] virtual bool Visible() const = 0;
   /// Shows it in the foreground.
   virtual void Show() = 0;

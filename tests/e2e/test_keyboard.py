@@ -2,7 +2,7 @@
 
 import pytest
 
-from bench.driver import LEFT_DOWN, LEFT_UP, RIGHT_DOWN, RIGHT_UP
+from bench.driver import LEFT_DOWN, LEFT_UP, RIGHT_DOWN, RIGHT_UP, SW_SHOWMINNOACTIVE
 from bench.user import bring_to_front, choose, open_menu, show_about, wait_for_main
 from bench.waiting import until
 from bench.wine import windows_path
@@ -149,21 +149,15 @@ def test_a_menu_that_is_left_gives_the_keyboard_back(program, typewriter):
     typewriter.type("def")
 
 
-def test_a_minimised_start_from_a_shortcut_leaves_the_keyboard_alone(bench, start, monkeypatch):
+def test_a_minimised_start_from_a_shortcut_leaves_the_keyboard_alone(bench, start):
     folder = bench.folder()
     (folder / "tray-refuses").touch()  # Wine's tray gives the keyboard to an icon that it has added
     other = Typewriter(bench)
-    other.take_the_keyboard()
-    with monkeypatch.context() as patch:
-        directly = bench.wine.start
-        patch.setattr(bench.wine, "start", lambda program, **more: directly(
-            bench.tools["shortcut.exe"], windows_path(program), **more))
-        program = start(folder, wait=False)
     try:
-        until(lambda: program.main() and program.main().minimised, "minimised window")
-        until(lambda: len(program.calls()) >= 2, "update of the first second")
+        other.take_the_keyboard()
+        program = start(folder, wish=SW_SHOWMINNOACTIVE)
+        until(lambda: program.main().minimised, "minimised window")
         other.type("abc")
         assert other.has_the_keyboard()
     finally:
         other.close()
-        program.driver.end(program.pid)  # the shortcut ends with it, but not the other way round

@@ -4,9 +4,11 @@ import datetime
 
 import pytest
 
-from bench.driver import SC_MINIMIZE, WM_CLOSE, WM_SYSCOMMAND
+from bench.driver import (SC_MINIMIZE, SW_FORCEMINIMIZE, SW_HIDE, SW_MINIMIZE, SW_SHOWMINIMIZED, SW_SHOWMINNOACTIVE,
+                          WM_CLOSE, WM_SYSCOMMAND)
 from bench.program import IMAGE, RESTORE, SOUTH
-from bench.user import bring_to_front, choose, focus, moon
+from bench.settings_file import SOUTHERN_VIEW, TRUE
+from bench.user import bring_to_front, choose, focus, moon, wait_for_main
 from bench.waiting import until
 from bench.wine import windows_path
 
@@ -82,12 +84,33 @@ def main_of(bench, pid):
     return next((w for w in bench.driver.windows(pid) if w.class_ == "TidewellMoon" and w.visible), None)
 
 
-def test_a_shortcut_may_start_it_minimised(bench, started_as):
+@pytest.mark.parametrize("wish", [SW_HIDE, SW_SHOWMINIMIZED, SW_MINIMIZE, SW_SHOWMINNOACTIVE, SW_FORCEMINIMIZE])
+def test_a_start_that_asks_for_no_window_is_in_the_tray(start, wish):
+    program = start(wish=wish)
+    program.settle()
+    assert not program.main().shown
+    program.display.click(*program.icon_centre())
+    wait_for_main(program, True)
+    assert not program.main().minimised
+    until(lambda: program.foreground() == program.main().hwnd, "main window in the foreground")
+
+
+def test_so_is_one_with_the_southern_view(bench, start):
+    """It updates the icon before it is added."""
+    folder = bench.folder()
+    (folder / "vesk.dat").write_bytes(bytes(SOUTHERN_VIEW) + TRUE)
+    program = start(folder, wish=SW_SHOWMINNOACTIVE)
+    assert [call.succeeded for call in program.calls()[:2]] == [False, True]
+    program.settle()
+    assert not program.main().shown
+
+
+def test_start_min_is_such_a_start(bench, started_as):
     pid = started_as("/min")
-    main = until(lambda: main_of(bench, pid), "main window")
-    assert main.minimised
     until(bench.display.docked_icons, "icon in the tray")
-    bench.driver.send(main.hwnd, WM_CLOSE)
+    main = next(w for w in bench.driver.windows(pid) if w.class_ == "TidewellMoon")
+    bench.driver.post(main.hwnd, WM_CLOSE)
+    assert not main.visible
     until(lambda: not bench.driver.processes(IMAGE), "end of the program")
 
 

@@ -24,6 +24,15 @@ def test_left_clicks_hide_and_show_the_main_window(program):
         wait_for_main(program, shown)
 
 
+def test_a_left_click_restores_a_minimised_window(program):
+    program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_MINIMIZE)
+    until(lambda: program.main().minimised, "minimised window")
+    program.display.click(*program.icon_centre())
+    until(lambda: not program.main().minimised, "window back on the screen")
+    assert program.main().shown
+    until(lambda: program.foreground() == program.main().hwnd, "main window in the foreground")
+
+
 def test_a_window_that_is_shown_comes_with_the_keyboard(program):
     program.display.click(*program.icon_centre())
     wait_for_main(program, False)

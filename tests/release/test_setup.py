@@ -160,7 +160,10 @@ def test_an_update_of_a_copy_hidden_in_the_tray_stays_out_of_the_way(user):
     assert user.install() == 0
     until(lambda: user.main_window([former]), "main window of the new copy")
     assert former not in user.running()
-    until(lambda: user.main_window().minimised, "minimised window")
+    user.driver.post(user.box(SOUTH), BM_CLICK)
+    until(lambda: user.ticked(SOUTH), "tick")  # the start is over then
+    assert not user.main_window().visible
+    assert user.display.docked_icons()
 
 
 def test_another_folder_takes_the_copy_and_its_settings_over(user, elsewhere):

@@ -14,6 +14,7 @@ from bench.clock import Clock
 from bench.driver import BM_GETSTATE, BM_SETSTATE, BST_PUSHED, DriverError, NIM_DELETE, WM_MOUSEMOVE, WM_TIMER
 from bench.folders import REPOSITORY
 from bench.waiting import until, until_same
+from bench.wine import windows_path
 
 IMAGE = "Tidewell.exe"
 SHELL = "explorer.exe"
@@ -72,13 +73,15 @@ def phase_pictures():
 class Program:
     """A running Tidewell in a folder of its own. Made by Bench.start()."""
 
-    def __init__(self, bench, folder, zone, locale, at):
-        self._bench, self.folder, self.zone = bench, folder, zoneinfo.ZoneInfo(zone)
+    def __init__(self, bench, folder, zone, locale, at, wish):
+        self._bench, self.folder, self.zone, self._wish = bench, folder, zoneinfo.ZoneInfo(zone), wish
         self.driver, self.display = bench.driver, bench.display
         self.clock = Clock(folder / "clock", self.local(at))
         former = set(self.driver.processes(IMAGE))
+        shortcut = [] if wish is None else [bench.tools["shortcut.exe"]]
+        image = [folder / IMAGE] if wish is None else [windows_path(folder / IMAGE), wish]
         self.process = bench.wine.start(
-            folder / IMAGE, log=folder / "program.log", cwd=folder,
+            *shortcut, *image, log=folder / "program.log", cwd=folder,
             environment=self.clock.environment(bench.tools["clock_preload.so"])
             | {"TZ": zone, "LC_ALL": bench.wine.locale(locale)})
         started = until(lambda: self.ended or set(self.driver.processes(IMAGE)) - former, "process of the program")
@@ -92,8 +95,9 @@ class Program:
         return self.process.poll() is not None
 
     def wait_until_running(self):
-        """Waits for the main window on the screen, the icon and the update of the first second."""
-        until(lambda: self.ended or (self.main() and self.main().shown), "main window")
+        """Waits for the main window, on the screen unless it was not wanted there, the icon and the update of the first
+        second."""
+        until(lambda: self.ended or (self.main() and (self.main().shown or self._wish is not None)), "main window")
         assert not self.ended, f"the program ended at once with status {self.process.returncode}"
         assert self.clock.readings, f"the program has another clock than the test's, see {self.folder}/program.log"
         if self.recorded:
@@ -112,7 +116,7 @@ class Program:
             # By the record, since a program that hangs does not tell its windows. Otherwise Wine's shell finds out, later.
             if calls := self.calls():
                 self.driver.notify(NIM_DELETE, calls[-1].hwnd)
-            self.process.kill()
+            self.process.kill() if self._wish is None else self.driver.end(self.pid)
             self.process.wait()
         until(lambda: self.pid not in self.driver.processes(IMAGE), "end of the process")
 
@@ -277,10 +281,11 @@ class Bench:
             shutil.copy(self.tools["shell32.dll"], folder)
         return folder
 
-    def start(self, folder=None, zone="UTC", locale="en_US", at=START, recorded=True, wait=True):
+    def start(self, folder=None, zone="UTC", locale="en_US", at=START, recorded=True, wait=True, wish=None):
         """Starts Tidewell in a folder (a new one by default), in a zone and a locale, at an instant. With wait it
-        returns when the program is on the screen and its first second over; otherwise when the process is there."""
-        program = Program(self, folder or self.folder(recorded), zone, locale, at)
+        returns when the program is on the screen and its first second over; otherwise when the process is there. With a
+        wish, like SW_SHOWMINNOACTIVE, it starts as from a shortcut that has it."""
+        program = Program(self, folder or self.folder(recorded), zone, locale, at, wish)
         self.running.append(program)
         return program.wait_until_running() if wait else program
 

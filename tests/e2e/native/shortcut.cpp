@@ -1,12 +1,15 @@
-// Starts a program as a shortcut does that asks for a minimised window, and lives as long as the program.
+// Starts a program as a shortcut does, with a wish for its first window (a number of ShowWindow), and lives as long as
+// the program.
 
 #include <windows.h>
+
+#include <cstdlib>
 
 int main(int, char** arguments) {
   STARTUPINFOA how{};
   how.cb = sizeof how;
   how.dwFlags = STARTF_USESHOWWINDOW;
-  how.wShowWindow = SW_SHOWMINNOACTIVE;
+  how.wShowWindow = static_cast<WORD>(std::atoi(arguments[2]));
   PROCESS_INFORMATION started{};
   if (CreateProcessA(arguments[1], nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &how, &started) == FALSE) {
     return -1;
