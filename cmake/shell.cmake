@@ -69,5 +69,5 @@ add_executable(Tidewell WIN32 start/main_win.cpp start/library_failures_win.cpp)
 target_link_libraries(Tidewell PRIVATE tidewell_shell tidewell_resources)
 # Windows 7 and later; and no table of handlers for structured exceptions, as there are none. The map tells the bill of
 # materials and the benchmarks what is in the program.
-target_link_options(Tidewell PRIVATE -municode $<$<NOT:$<CONFIG:Debug>>:-s> -Wl,-Map,Tidewell.map -Wl,--no-seh -Wl,--wrap=malloc
+target_link_options(Tidewell PRIVATE -municode $<$<NOT:$<CONFIG:Debug>>:-s> -Wl,-Map,Tidewell.map -Wl,--no-seh -Wl,--tsaware -Wl,--wrap=malloc
                                      -Wl,--major-subsystem-version=6 -Wl,--minor-subsystem-version=1)

@@ -10,7 +10,7 @@ import pytest
 from conftest import REPOSITORY
 
 RELOCATIONS_STRIPPED = 0x1
-DYNAMIC_BASE, NX_COMPATIBLE, NO_SEH = 0x40, 0x100, 0x400
+DYNAMIC_BASE, NX_COMPATIBLE, NO_SEH, TERMINAL_SERVER_AWARE = 0x40, 0x100, 0x400, 0x8000
 
 
 @pytest.fixture(scope="session")
@@ -40,6 +40,10 @@ def test_the_system_may_move_it_and_forbid_its_data_to_run(image):
     assert len(image.DIRECTORY_ENTRY_BASERELOC) > 10
     # No section can be both written and run.
     assert all(not (section.IMAGE_SCN_MEM_WRITE and section.IMAGE_SCN_MEM_EXECUTE) for section in image.sections)
+
+
+def test_a_terminal_server_leaves_its_folders_and_settings_as_they_are(image):
+    assert image.OPTIONAL_HEADER.DllCharacteristics & TERMINAL_SERVER_AWARE
 
 
 def test_it_has_no_frames_for_structured_exceptions(image):
