@@ -2,6 +2,7 @@
 // After windows.h, which it builds on.
 #include <shellapi.h>
 
+#include <cstddef>
 #include <cstring>
 
 #include "runtime/code_page.h"
@@ -14,7 +15,7 @@ bool NotifyShell(TrayCommand command) noexcept {
   const runtime::CodePage& codePage = runtime::SystemCodePage();
   // The shell takes the first, 88-byte form of its record by the size in it.
   NOTIFYICONDATAA shellRecord{};
-  static_assert(sizeof shellRecord >= kTrayIconRecordSize);
+  static_assert(offsetof(NOTIFYICONDATAA, szTip) == 24 && 24 + TrayIconRecord::kTipLength == kTrayIconRecordSize);
   TrayIconBytes bytes = Pack(mMoon::TrayIconData, codePage);
   std::memcpy(&shellRecord, bytes.data(), bytes.size());
   const BOOL done = Shell_NotifyIconA(static_cast<DWORD>(command), &shellRecord);
