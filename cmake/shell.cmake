@@ -67,7 +67,9 @@ set_source_files_properties(resources/Tidewell.rc PROPERTIES
 
 add_executable(Tidewell WIN32 start/main_win.cpp start/library_failures_win.cpp)
 target_link_libraries(Tidewell PRIVATE tidewell_shell tidewell_resources)
-# Windows 7 and later; and no table of handlers for structured exceptions, as there are none. The map tells the bill of
-# materials and the benchmarks what is in the program.
-target_link_options(Tidewell PRIVATE -municode $<$<NOT:$<CONFIG:Debug>>:-s> -Wl,-Map,Tidewell.map -Wl,--no-seh -Wl,--tsaware -Wl,--wrap=malloc
+# Windows 7 and later; no table of handlers for structured exceptions, as there are none; aware of terminal servers,
+# which redirect the folders of other programs; a malloc of our own (start/library_failures_win.cpp). The map tells the
+# bill of materials and the benchmarks what is in the program.
+target_link_options(Tidewell PRIVATE -municode $<$<NOT:$<CONFIG:Debug>>:-s> -Wl,-Map,Tidewell.map -Wl,--no-seh
+                                     -Wl,--tsaware -Wl,--wrap=malloc
                                      -Wl,--major-subsystem-version=6 -Wl,--minor-subsystem-version=1)

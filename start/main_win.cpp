@@ -18,6 +18,15 @@ namespace tidewell {
 
 namespace {
 
+/// Has libraries that are loaded from now on looked for in the system's folder alone, not beside the program, where
+/// anybody may have put one. Windows 7 without its updates lacks the function.
+void LoadLibrariesOfTheSystemOnly() {
+  const FARPROC found = GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "SetDefaultDllDirectories");
+  if (found != nullptr) {
+    reinterpret_cast<BOOL(WINAPI*)(DWORD)>(reinterpret_cast<void*>(found))(LOAD_LIBRARY_SEARCH_SYSTEM32);
+  }
+}
+
 /// Whether whoever starts the program wants its window out of the way, like the start-up entry and `start /min`.
 bool AsksForNoWindow(int showCommand) {
   constexpr std::array kCommands = {SW_HIDE, SW_SHOWMINIMIZED, SW_MINIMIZE, SW_SHOWMINNOACTIVE, SW_FORCEMINIMIZE};
@@ -80,6 +89,7 @@ void EndWithoutMemory() noexcept {
 }  // namespace tidewell
 
 int WINAPI wWinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, PWSTR /*commandLine*/, int showCommand) {
+  tidewell::LoadLibrariesOfTheSystemOnly();
   tidewell::PrepareForExceptions();
   const tidewell::PreviousInstanceTest test;
   if (!test.AnotherIsRunning()) {

@@ -1,6 +1,7 @@
 """What a user sees of the program when it starts, comes back and ends."""
 
 import datetime
+import shutil
 
 import pytest
 
@@ -103,6 +104,14 @@ def test_so_is_one_with_the_southern_view(bench, start):
     assert [call.succeeded for call in program.calls()[:2]] == [False, True]
     program.settle()
     assert not program.main().shown
+
+
+def test_a_library_that_lies_beside_the_program_is_not_loaded(bench, start):
+    """But for those that it imports: they are loaded before its own first step."""
+    folder = bench.folder()
+    shutil.copy(folder / "shell32.dll", folder / "planted.dll")
+    start(folder)
+    assert not (folder / "planted-loaded").exists()
 
 
 def test_start_min_is_such_a_start(bench, started_as):

@@ -5,7 +5,8 @@
 // (blue, green, red, 0), drawn on magenta. While there is a file "tray-refuses", the shell is not there: every call
 // fails. While there is a file "tray-clicks", somebody ticks the southern view before the shell has answered, and while
 // there is a file "tray-ends-session", the session ends before it has. A file "timer-refuses" makes the system refuse
-// the program every timer.
+// the program every timer. Where there is a library "planted.dll" beside the program, it is loaded by its mere name, as
+// the system's libraries load others; if that finds it, a file "planted-loaded" tells.
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
@@ -73,6 +74,13 @@ void TickTheSouthernView() {
   SendMessageW(FindWindowExW(frame, nullptr, nullptr, L"Enable Southern Hemisphere View"), BM_CLICK, 0, 0);
 }
 
+void LoadThePlantedLibrary() {
+  if (LoadLibraryW(L"planted.dll") != nullptr) {
+    CloseHandle(CreateFileW(BesideTheProgram(L"planted-loaded").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                            FILE_ATTRIBUTE_NORMAL, nullptr));
+  }
+}
+
 void Append(const Entry& entry) {
   const HANDLE file =
       CreateFileW(BesideTheProgram(L"tray-calls").c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
@@ -111,6 +119,9 @@ extern "C" __declspec(dllexport) BOOL WINAPI Shell_NotifyIconA(DWORD command, vo
   HICON icon = nullptr;
   std::memcpy(&icon, entry.record + 20, sizeof icon);
   DrawIconInto(entry.pixels, icon);
+  if (Exists(L"planted.dll")) {
+    LoadThePlantedLibrary();
+  }
   if (Exists(L"tray-clicks")) {
     TickTheSouthernView();
   }
