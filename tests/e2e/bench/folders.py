@@ -3,7 +3,8 @@
 from pathlib import Path
 
 E2E = Path(__file__).resolve().parent.parent
-REPOSITORY = E2E.parent.parent
+TESTS = E2E.parent
+REPOSITORY = TESTS.parent
 NATIVE = E2E / "native"
 
 

@@ -4,7 +4,7 @@ import shutil
 import subprocess
 from pathlib import Path
 
-from bench.folders import NATIVE
+from bench.folders import NATIVE, TESTS
 
 WINDOWS = ["i686-w64-mingw32-g++-posix", "i686-w64-mingw32-g++"]
 LINUX_32 = ["i686-linux-gnu-gcc"]
@@ -22,7 +22,12 @@ def compiler(names):
 def build_program(exe):
     """Brings Tidewell.exe up to date where it lies in a build folder, so that no test drives an older one."""
     if (exe.parent / "build.ninja").exists():
-        subprocess.run(["cmake", "--build", exe.parent, "--target", "Tidewell", "-j2"], check=True)
+        build_target(exe.parent, "Tidewell")
+
+
+def build_target(folder, name):
+    """Brings a target of a build folder up to date."""
+    subprocess.run(["cmake", "--build", folder, "--target", name, "-j2"], check=True)
 
 
 def build(folder):
@@ -31,7 +36,8 @@ def build(folder):
     recipes = {
         "clock_preload.so": (LINUX_32, ["-ffreestanding", "-fPIC", "-shared", "-nostdlib"],
                              ["clock_preload.c"], ["-lgcc"]),
-        "driver.exe": (WINDOWS, ["-std=c++20", "-static"], ["driver.cpp"],
+        "driver.exe": (WINDOWS, ["-std=c++20", "-static", f"-I{TESTS}"],
+                       ["driver.cpp", TESTS / "support/other_windows_win.cpp"],
                        ["-loleacc", "-lole32", "-loleaut32", "-lshell32", "-luuid"]),
         "shell32.dll": (WINDOWS, ["-std=c++20", "-static", "-shared"], ["shell_stand_in.cpp", "shell_stand_in.def"],
                         ["-Wl,--enable-stdcall-fixup", "-lgdi32"]),
@@ -41,7 +47,8 @@ def build(folder):
     for name, (compilers, options, sources, libraries) in recipes.items():
         target = folder / name
         paths = [NATIVE / source for source in sources]
-        made_from = [Path(__file__), *paths]
+        headers = [path.with_suffix(".h") for path in paths]
+        made_from = [Path(__file__), *paths, *filter(Path.exists, headers)]
         if target.exists() and all(path.stat().st_mtime < target.stat().st_mtime for path in made_from):
             continue
         made = target.with_suffix(".new")

@@ -27,9 +27,7 @@
 
 #include <windows.h>
 // After windows.h, which they build on.
-#include <oleacc.h>
 #include <shellapi.h>
-#include <tlhelp32.h>
 #include <winternl.h>
 
 #include <algorithm>
@@ -39,24 +37,11 @@
 #include <string>
 #include <vector>
 
+#include "support/other_windows_win.h"
+
 namespace {
 
-constexpr UINT kPatience = 20000;  // ms that a window may take to answer
-
-std::string Utf8(const std::wstring& text) {
-  const int length =
-      WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0, nullptr, nullptr);
-  std::string bytes(static_cast<std::size_t>(length), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes.data(), length, nullptr, nullptr);
-  return bytes;
-}
-
-std::wstring Wide(const std::string& bytes) {
-  const int length = MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()), nullptr, 0);
-  std::wstring text(static_cast<std::size_t>(length), L'\0');
-  MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()), text.data(), length);
-  return text;
-}
+using namespace support;  // NOLINT(google-build-using-namespace): what the requests are made of
 
 // ---- JSON
 
@@ -115,48 +100,20 @@ long long AsNumber(const std::string& text) { return std::stoll(text); }
 
 HWND AsWindow(const std::string& text) { return reinterpret_cast<HWND>(static_cast<std::uintptr_t>(AsNumber(text))); }
 
-LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  DWORD_PTR result = 0;
-  SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, kPatience, &result);
-  return static_cast<LRESULT>(result);
-}
-
-std::wstring TextOf(HWND window) {
-  std::wstring text(1024, L'\0');
-  text.resize(static_cast<std::size_t>(Ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
-  return text;
-}
-
-std::wstring ClassOf(HWND window) {
-  wchar_t name[256] = L"";
-  GetClassNameW(window, name, 256);
-  return name;
-}
-
 std::string Processes(const Arguments& arguments) {
-  const std::wstring wanted = Wide(arguments.at(0));
   std::vector<std::string> ids;
-  const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-  PROCESSENTRY32W entry{};
-  entry.dwSize = sizeof entry;
-  for (BOOL more = Process32FirstW(snapshot, &entry); more; more = Process32NextW(snapshot, &entry)) {
-    if (lstrcmpiW(entry.szExeFile, wanted.c_str()) == 0) {
-      ids.push_back(std::to_string(entry.th32ProcessID));
-    }
+  for (const DWORD id : ProcessesOf(Wide(arguments.at(0)))) {
+    ids.push_back(std::to_string(id));
   }
-  CloseHandle(snapshot);
   return Array(ids);
 }
 
 std::string Describe(HWND window) {
   RECT screen{};
   RECT client{};
-  RECT place{};
   GetWindowRect(window, &screen);
   GetClientRect(window, &client);
-  place = screen;
   const HWND parent = GetAncestor(window, GA_PARENT);
-  MapWindowPoints(HWND_DESKTOP, parent, reinterpret_cast<POINT*>(&place), 2);
   POINT origin{};
   ClientToScreen(window, &origin);
   const LONG style = GetWindowLongW(window, GWL_STYLE);
@@ -167,46 +124,15 @@ std::string Describe(HWND window) {
                  {"text", Quoted(TextOf(window))},
                  {"id", std::to_string(parent == GetDesktopWindow() ? 0 : GetDlgCtrlID(window))},
                  {"screen", Place(screen)},
-                 {"place", Place(place)},
+                 {"place", Place(PlaceOf(window))},
                  {"client", Place(client)},
                  {"client_origin", Array({std::to_string(origin.x), std::to_string(origin.y)})},
                  {"visible", Truth((style & WS_VISIBLE) != 0)},
                  {"shown", Truth(IsWindowVisible(window))},
                  {"enabled", Truth(IsWindowEnabled(window))},
                  {"minimised", Truth(IsIconic(window))},
-                 {"checked", button ? std::to_string(Ask(window, BM_GETCHECK, 0, 0)) : "null"},
+                 {"checked", button ? std::to_string(Ask(window, BM_GETCHECK).value_or(0)) : "null"},
                  {"exstyle", std::to_string(static_cast<DWORD>(GetWindowLongW(window, GWL_EXSTYLE)))}});
-}
-
-struct Gathering {
-  DWORD process;
-  std::vector<HWND> windows;
-};
-
-BOOL CALLBACK GatherTopLevel(HWND window, LPARAM parameter) {
-  auto& gathering = *reinterpret_cast<Gathering*>(parameter);
-  DWORD process = 0;
-  GetWindowThreadProcessId(window, &process);
-  if (process == gathering.process) {
-    gathering.windows.push_back(window);
-  }
-  return TRUE;
-}
-
-BOOL CALLBACK GatherChild(HWND window, LPARAM parameter) {
-  reinterpret_cast<Gathering*>(parameter)->windows.push_back(window);
-  return TRUE;
-}
-
-std::vector<HWND> WindowsOf(DWORD process) {
-  Gathering top = {.process = process, .windows = {}};
-  EnumWindows(GatherTopLevel, reinterpret_cast<LPARAM>(&top));
-  Gathering all = {.process = process, .windows = {}};
-  for (const HWND window : top.windows) {
-    all.windows.push_back(window);
-    EnumChildWindows(window, GatherChild, reinterpret_cast<LPARAM>(&all));
-  }
-  return all.windows;
 }
 
 std::string Windows(const Arguments& arguments) {
@@ -218,16 +144,13 @@ std::string Windows(const Arguments& arguments) {
 }
 
 std::string Send(const Arguments& arguments) {
-  DWORD_PTR result = 0;
-  SetLastError(0);
-  const LRESULT answered =
-      SendMessageTimeoutW(AsWindow(arguments.at(0)), static_cast<UINT>(AsNumber(arguments.at(1))),
-                          static_cast<WPARAM>(AsNumber(arguments.at(2))),
-                          static_cast<LPARAM>(AsNumber(arguments.at(3))), SMTO_NORMAL, kPatience, &result);
-  if (answered == 0) {
+  const auto result =
+      Ask(AsWindow(arguments.at(0)), static_cast<UINT>(AsNumber(arguments.at(1))),
+          static_cast<WPARAM>(AsNumber(arguments.at(2))), static_cast<LPARAM>(AsNumber(arguments.at(3))));
+  if (!result) {
     return Error("no answer from the window, error " + std::to_string(GetLastError()));
   }
-  return std::to_string(static_cast<LONG>(result));
+  return std::to_string(*result);
 }
 
 template <auto Function>
@@ -262,32 +185,15 @@ std::string Input(const Arguments& arguments) {
 }
 
 std::string Accessible(const Arguments& arguments) {
-  IAccessible* object = nullptr;
-  if (FAILED(AccessibleObjectFromWindow(AsWindow(arguments.at(0)), static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
-                                        reinterpret_cast<void**>(&object)))) {
-    return Error("no accessible object");
-  }
-  VARIANT self{};
-  self.vt = VT_I4;
-  self.lVal = CHILDID_SELF;
-  BSTR name = nullptr;
-  object->get_accName(self, &name);
-  std::string json = Object({{"name", name != nullptr ? Quoted(std::wstring(name)) : "null"}});
-  SysFreeString(name);
-  object->Release();
-  return json;
-}
-
-BOOL CALLBACK GatherTip(HWND window, LPARAM parameter) {
-  if (IsWindowVisible(window) != FALSE && ClassOf(window) == L"tooltips_class32") {
-    reinterpret_cast<std::vector<std::string>*>(parameter)->push_back(Quoted(TextOf(window)));
-  }
-  return TRUE;
+  const auto name = AccessibleName(AsWindow(arguments.at(0)));
+  return Object({{"name", name ? Quoted(*name) : "null"}});
 }
 
 std::string Tips(const Arguments&) {
   std::vector<std::string> tips;
-  EnumWindows(GatherTip, reinterpret_cast<LPARAM>(&tips));
+  for (const std::wstring& tip : ShownTips()) {
+    tips.push_back(Quoted(tip));
+  }
   return Array(tips);
 }
 
@@ -400,25 +306,6 @@ std::string Locale(const Arguments&) {
                  {"am", LocaleText(LOCALE_S1159)},
                  {"pm", LocaleText(LOCALE_S2359)},
                  {"decimal", LocaleText(LOCALE_SDECIMAL)}});
-}
-
-void Press(const std::vector<WORD>& together) {
-  std::vector<INPUT> inputs;
-  const auto add = [&](WORD key, DWORD flags) {
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
-    input.ki.dwFlags = flags;
-    inputs.push_back(input);
-  };
-  for (const WORD key : together) {
-    add(key, 0);
-  }
-  for (auto key = together.rbegin(); key != together.rend(); ++key) {
-    add(*key, KEYEVENTF_KEYUP);
-  }
-  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
 std::string Keys(const Arguments& arguments) {
