@@ -37,6 +37,15 @@ BOOL CALLBACK GatherTip(HWND window, LPARAM parameter) {
   return TRUE;
 }
 
+std::optional<std::wstring> NameAndRelease(IAccessible* object, const VARIANT& child) {
+  BSTR name = nullptr;
+  object->get_accName(child, &name);
+  const auto found = name != nullptr ? std::optional(std::wstring(name)) : std::nullopt;
+  SysFreeString(name);
+  object->Release();
+  return found;
+}
+
 }  // namespace
 
 std::string Utf8(const std::wstring& text) {
@@ -117,12 +126,16 @@ std::optional<std::wstring> AccessibleName(HWND window) {
   VARIANT self{};
   self.vt = VT_I4;
   self.lVal = CHILDID_SELF;
-  BSTR name = nullptr;
-  object->get_accName(self, &name);
-  const auto found = name != nullptr ? std::optional(std::wstring(name)) : std::nullopt;
-  SysFreeString(name);
-  object->Release();
-  return found;
+  return NameAndRelease(object, self);
+}
+
+std::optional<std::wstring> AccessibleNameAt(POINT place) {
+  IAccessible* object = nullptr;
+  VARIANT child{};
+  if (FAILED(AccessibleObjectFromPoint(place, &object, &child))) {
+    return std::nullopt;
+  }
+  return NameAndRelease(object, child);
 }
 
 std::vector<std::wstring> ShownTips() {

@@ -31,6 +31,9 @@ std::optional<LRESULT> Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM 
 /// Returns the name that a screen reader gets; nothing if there is none.
 [[nodiscard]] std::optional<std::wstring> AccessibleName(HWND window);
 
+/// The same of what is at a place on the screen.
+[[nodiscard]] std::optional<std::wstring> AccessibleNameAt(POINT place);
+
 /// Returns the texts of the tool tips that are shown, of every process.
 [[nodiscard]] std::vector<std::wstring> ShownTips();
 

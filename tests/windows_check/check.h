@@ -1,0 +1,68 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "windows_check/stage.h"
+
+namespace check {
+
+/// What became of a check. May be thrown, too: whatever finds that a check cannot go on ends it by that.
+struct Outcome {
+  enum class Kind { Ok, Failed, NotHere } kind;
+  std::wstring text;
+};
+
+/// As it should be; with what was seen, if that is worth a line.
+[[nodiscard]] inline Outcome Ok(std::wstring seen = L"") { return {Outcome::Kind::Ok, std::move(seen)}; }
+
+/// This machine cannot tell.
+[[nodiscard]] inline Outcome NotHere(std::wstring why) { return {Outcome::Kind::NotHere, std::move(why)}; }
+
+[[nodiscard]] inline Outcome Failed(const std::wstring& wanted, const std::wstring& got) {
+  return {Outcome::Kind::Failed, L"wanted " + wanted + L", got " + got};
+}
+
+/// Ok if the text that was got is the wanted one.
+[[nodiscard]] inline Outcome Same(const std::wstring& wanted, const std::wstring& got) {
+  return wanted == got ? Ok() : Failed(L"'" + wanted + L"'", L"'" + got + L"'");
+}
+
+/// Compares several facts; the differences make one outcome.
+class Facts {
+ public:
+  void Want(const std::wstring& fact, const std::wstring& wanted, const std::wstring& got) {
+    if (wanted != got) {
+      wanted_ += (wanted_.empty() ? L"" : L"; ") + fact + L" " + wanted;
+      got_ += (got_.empty() ? L"" : L"; ") + got;
+    }
+  }
+  void Want(const std::wstring& fact, long long wanted, long long got) {
+    Want(fact, std::to_wstring(wanted), std::to_wstring(got));
+  }
+  [[nodiscard]] Outcome Result(std::wstring seen = L"") const {
+    return wanted_.empty() ? Ok(std::move(seen)) : Failed(wanted_, got_);
+  }
+
+ private:
+  std::wstring wanted_, got_;
+};
+
+/// One thing that is held about the program.
+struct Check {
+  const wchar_t* name;
+  Outcome (*run)(const Stage& stage);
+};
+
+/// The groups, in the order in which they run.
+std::vector<Check> StartChecks();
+std::vector<Check> ReportChecks();
+std::vector<Check> WindowChecks();
+std::vector<Check> PictureChecks();
+std::vector<Check> TrayChecks();
+std::vector<Check> MenuChecks();
+std::vector<Check> OptionChecks();
+std::vector<Check> EndingChecks();
+std::vector<Check> CostChecks();
+
+}  // namespace check

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "forms/form_description.h"
+
+namespace check {
+
+/// Returns the size of the box around the pixels of a text in a font, in the pixels of this program.
+[[nodiscard]] SIZE InkOfText(const std::wstring& text, const forms::FontDescription& font);
+
+/// Returns the same of what a control shows on the screen, right of a place in it.
+[[nodiscard]] SIZE InkOfControl(HWND control, int from);
+
+}  // namespace check

@@ -1,0 +1,72 @@
+#include "windows_check/program.h"
+
+// After windows.h, which it builds on.
+#include <shellapi.h>
+
+#include "report/frmMoon.h"
+#include "report/frmMoon_layout.h"
+#include "support/other_windows_win.h"
+#include "windows_check/tray.h"
+#include "windows_check/waiting.h"
+
+namespace check {
+
+namespace layout = tidewell::frmMoonLayout;
+
+std::wstring Program::Command(const Stage& stage) {
+  stage.Forget();
+  return L"\"" + stage.Program().wstring() + L"\"";
+}
+
+Program::Program(const Stage& stage, int show) : process_(Command(stage), show) {
+  about_ = Until(L"the program's windows", [this] { return process_.Window(tidewell::frmAbout::kWindowClass); });
+  main_ = process_.Window(tidewell::frmMoon::kWindowClass);
+  // The start is over when its thread waits for messages; the icon stands then.
+  WaitForInputIdle(process_.Handle(), kPatience);
+  support::Ask(main_, WM_NULL);
+  if (show == SW_SHOWNORMAL) {
+    WaitUntilShown(true);
+  }
+}
+
+Program::~Program() {
+  if (!process_.Ended()) {
+    support::Ask(main_, WM_ENDSESSION, TRUE);
+    if (WaitForSingleObject(process_.Handle(), kPatience) != WAIT_OBJECT_0) {
+      RemoveIcon(about_);
+    }
+  }
+}
+
+HWND Program::Option(int index) const noexcept {
+  return GetDlgItem(GetDlgItem(main_, layout::kFrame1), layout::kCheck1 + index);
+}
+
+HWND Program::Menu() const {
+  const HWND menu = process_.Window(L"#32768");
+  return menu != nullptr && IsWindowVisible(menu) != FALSE ? menu : nullptr;
+}
+
+void Program::Update() const {
+  constexpr WPARAM kTimer1 = 1;
+  support::Ask(main_, WM_TIMECHANGE);
+  support::Ask(main_, WM_TIMER, kTimer1);
+}
+
+void Program::WaitUntilShown(bool shown) const {
+  Until(shown ? L"the main window shown" : L"the main window hidden", [&] { return Visible() == shown; });
+}
+
+void ClickOn(HWND control, bool atItsLeft) {
+  RECT place{};
+  GetWindowRect(control, &place);
+  const LONG y = (place.top + place.bottom) / 2;
+  support::Click(
+      {.x = atItsLeft ? place.left + (place.bottom - place.top) / 2 : (place.left + place.right) / 2, .y = y});
+}
+
+std::wstring NameOf(HWND window) {
+  return window == nullptr ? L"nobody" : support::ClassOf(window) + L" '" + support::TextOf(window) + L"'";
+}
+
+}  // namespace check

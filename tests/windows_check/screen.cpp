@@ -1,0 +1,92 @@
+#include "windows_check/screen.h"
+
+// After windows.h, which it builds on.
+#include <objidl.h>
+// After objidl.h.
+#include <gdiplus.h>
+
+#include "runtime/handle_win.h"
+#include "support/other_windows_win.h"
+
+namespace check {
+
+namespace {
+
+/// SetThreadDpiAwarenessContext, which Windows has since version 10 of 2016.
+void* SetAwareness(void* context) noexcept {
+  using Function = void*(WINAPI*)(void*);
+  static const auto set = reinterpret_cast<Function>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), "SetThreadDpiAwarenessContext")));
+  return set != nullptr && context != nullptr ? set(context) : nullptr;
+}
+
+BITMAPINFO TopDown(int width, int height) {
+  BITMAPINFO description{};
+  description.bmiHeader.biSize = sizeof description.bmiHeader;
+  description.bmiHeader.biWidth = width;
+  description.bmiHeader.biHeight = -height;
+  description.bmiHeader.biPlanes = 1;
+  description.bmiHeader.biBitCount = 32;
+  return description;
+}
+
+}  // namespace
+
+PhysicalPixels::PhysicalPixels() noexcept
+    : before_(SetAwareness(reinterpret_cast<void*>(INT_PTR{-3}))) {}  // DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE
+
+PhysicalPixels::~PhysicalPixels() { SetAwareness(before_); }
+
+RECT ClientOnScreen(HWND window) {
+  RECT place{};
+  GetClientRect(window, &place);
+  MapWindowPoints(window, HWND_DESKTOP, reinterpret_cast<POINT*>(&place), 2);
+  return place;
+}
+
+Picture::Picture(const RECT& place) : width_(place.right - place.left), height_(place.bottom - place.top) {
+  const BITMAPINFO description = TopDown(width_, height_);
+  const runtime::ScreenScope screen;
+  const HDC memory = CreateCompatibleDC(screen.dc());
+  void* bits = nullptr;
+  const HBITMAP bitmap = CreateDIBSection(memory, &description, DIB_RGB_COLORS, &bits, nullptr, 0);
+  {
+    const runtime::SelectScope select(memory, bitmap);
+    BitBlt(memory, 0, 0, width_, height_, screen.dc(), place.left, place.top, SRCCOPY | CAPTUREBLT);
+    GdiFlush();
+    const auto* const pixels = static_cast<const std::uint32_t*>(bits);
+    pixels_.assign(pixels, pixels + width_ * height_);
+  }
+  DeleteObject(bitmap);
+  DeleteDC(memory);
+}
+
+COLORREF Picture::At(int x, int y) const {
+  const std::uint32_t pixel = pixels_.at(static_cast<std::size_t>(y * width_ + x));
+  return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
+}
+
+void Picture::Save(const std::wstring& name) const {
+  constexpr CLSID kPng = {0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
+  ULONG_PTR token = 0;
+  const Gdiplus::GdiplusStartupInput input;
+  Gdiplus::GdiplusStartup(&token, &input, nullptr);
+  {
+    std::vector<std::uint32_t> pixels = pixels_;
+    Gdiplus::Bitmap bitmap(width_, height_, width_ * 4, PixelFormat32bppRGB, reinterpret_cast<BYTE*>(pixels.data()));
+    bitmap.Save((L"tidewell-" + name + L".png").c_str(), &kPng, nullptr);
+  }
+  Gdiplus::GdiplusShutdown(token);
+}
+
+void SavePicture(const RECT& place, const std::wstring& name) {
+  RestPointer();
+  Picture(place).Save(name);
+}
+
+void RestPointer() {
+  support::Point({.x = 2, .y = 2});
+  Sleep(300);  // what it was over is painted anew
+}
+
+}  // namespace check

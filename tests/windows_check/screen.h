@@ -1,0 +1,50 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace check {
+
+/// While it lives, places on the screen are counted in real pixels, also where the system scales this program.
+class PhysicalPixels {
+ public:
+  PhysicalPixels() noexcept;
+  ~PhysicalPixels();
+  PhysicalPixels(const PhysicalPixels&) = delete;
+  PhysicalPixels& operator=(const PhysicalPixels&) = delete;
+
+ private:
+  void* before_;
+};
+
+/// Returns the client area of a window, on the screen.
+[[nodiscard]] RECT ClientOnScreen(HWND window);
+
+/// What a piece of the screen shows. To be used within PhysicalPixels.
+class Picture {
+ public:
+  explicit Picture(const RECT& place);
+
+  [[nodiscard]] int Width() const noexcept { return width_; }
+  [[nodiscard]] int Height() const noexcept { return height_; }
+  [[nodiscard]] COLORREF At(int x, int y) const;
+
+  /// Writes it as a PNG file into the current folder.
+  void Save(const std::wstring& name) const;
+
+ private:
+  int width_, height_;
+  std::vector<std::uint32_t> pixels_;
+};
+
+/// Writes a picture of a piece of the screen, with the pointer out of the way.
+void SavePicture(const RECT& place, const std::wstring& name);
+
+/// Moves the pointer where it covers nothing.
+void RestPointer();
+
+}  // namespace check
