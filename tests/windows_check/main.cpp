@@ -1,17 +1,20 @@
 // Checks a Tidewell.exe on the Windows that it is started on.
 //
-//   windows_check [--quick] [PROGRAM]
+//   windows_check [--quick] [--only TEXT] [PROGRAM]
 //
-// PROGRAM is by default the Tidewell.exe beside this file. The report goes to the screen and, like the pictures, into
-// the current folder: tidewell-check.txt, tidewell-*.png. All else happens in a folder of its own among the temporary
-// ones. It ends with 0, or with 1 if a check has failed. The mouse is its own for the few minutes that it takes.
+// PROGRAM is by default the Tidewell.exe beside this file; TEXT is a part of the names of some checks. The report goes
+// to the screen and, like the pictures, into the current folder: tidewell-check.txt, tidewell-*.png. All else happens
+// in a folder of its own among the temporary ones. It ends with 0, or with 1 if a check has failed. The mouse is its
+// own for the few minutes that it takes.
 
 #include <windows.h>
 // After windows.h, which they build on.
 #include <objbase.h>
 #include <shellapi.h>
 
+#include <cstdio>
 #include <fstream>
+#include <stdexcept>
 
 #include "support/other_windows_win.h"
 #include "windows_check/check.h"
@@ -29,6 +32,12 @@ namespace {
 /// Writes to the screen and to the file.
 class Log {
  public:
+  Log() {
+    if (!file_) {
+      throw std::runtime_error("cannot write tidewell-check.txt into this folder");
+    }
+  }
+
   void Write(const std::wstring& text) {
     const std::string bytes = support::Utf8(text);
     file_ << bytes << std::flush;
@@ -60,9 +69,9 @@ std::wstring Line(const Check& check, const Outcome& outcome) {
   return std::wstring(check.name) + L": " + kinds[static_cast<int>(outcome.kind)] + text + L"\n";
 }
 
-int RunAll(const std::filesystem::path& program, bool quick) {
+int RunAll(const std::filesystem::path& program, bool quick, const std::wstring& only) {
   Log log;
-  log.Write(program.wstring() + L"\n" + DescribeMachine() + L"\n");
+  log.Write(DescribeMachine() + L"\n");
   if (!support::ProcessesOf(L"Tidewell.exe").empty()) {
     log.Write(L"Tidewell is running: please end it first.\n");
     return 1;
@@ -72,6 +81,9 @@ int RunAll(const std::filesystem::path& program, bool quick) {
   for (const auto& group : {StartChecks(), ReportChecks(), WindowChecks(), PictureChecks(), TrayChecks(), MenuChecks(),
                             OptionChecks(), EndingChecks(), CostChecks()}) {
     for (const Check& check : group) {
+      if (std::wstring(check.name).find(only) == std::wstring::npos) {
+        continue;
+      }
       const Outcome outcome = Run(check, stage);
       failures += outcome.kind == Outcome::Kind::Failed ? 1 : 0;
       log.Write(Line(check, outcome));
@@ -97,6 +109,7 @@ int main() {
   std::vector<std::wstring> arguments = check::Arguments();
   std::filesystem::path program = std::filesystem::path(arguments.at(0)).replace_filename(L"Tidewell.exe");
   bool quick = false;
+  std::wstring only;
   for (std::size_t number = 1; number < arguments.size(); ++number) {
     if (arguments[number] == L"--typewriter") {
       return RunTypewriter();
@@ -106,15 +119,23 @@ int main() {
     }
     if (arguments[number] == L"--quick") {
       quick = true;
+    } else if (arguments[number] == L"--only" && number + 1 < arguments.size()) {
+      only = arguments[++number];
     } else {
       program = arguments[number];
     }
   }
   CoInitialize(nullptr);
+  int status = 1;
   try {
-    return check::RunAll(program, quick);
+    status = check::RunAll(program, quick, only);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "windows_check: %s\n", error.what());
-    return 1;
   }
+  DWORD processes[2];
+  if (GetConsoleProcessList(processes, 2) == 1) {  // a console of its own, which would close at once
+    std::puts("Press Enter.");
+    std::getchar();
+  }
+  return status;
 }

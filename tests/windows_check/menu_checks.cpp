@@ -38,8 +38,8 @@ Outcome RightClick(const Stage& stage) {
   const HWND inFront = WindowFromPoint({.x = (place.left + place.right) / 2, .y = (place.top + place.bottom) / 2});
   facts.Want(L"in front", NameOf(menu), NameOf(inFront));
   facts.Want(L"foreground", NameOf(program.About()), during);
-  Picture({.left = place.left - 20, .top = place.top - 20, .right = place.right + 20, .bottom = place.bottom + 20})
-      .Save(L"menu");
+  Sleep(kPainting);
+  SavePicture(place, 40, L"menu");
   support::Press({VK_ESCAPE});
   Until(L"the end of the menu after Escape", [&] { return program.Menu() == nullptr; });
   Sleep(200);  // the foreground goes on by then

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "support/other_windows_win.h"
+#include "windows_check/program.h"
 #include "windows_check/waiting.h"
 
 namespace check {
@@ -79,9 +80,8 @@ std::wstring OwnCommand(const std::wstring& role) {
 }
 
 Typewriter::Typewriter() : process_(OwnCommand(L"--typewriter")), window_(process_.ShownWindow(L"Edit")) {
-  RECT place{};
-  GetWindowRect(window_, &place);
-  support::Click({.x = (place.left + place.right) / 2, .y = (place.top + place.bottom) / 2});
+  SetWindowPos(window_, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  ClickOn(window_);
   Until(L"the keyboard at the second program", [this] { return HasTheKeyboard(); });
 }
 

@@ -57,16 +57,24 @@ void Program::WaitUntilShown(bool shown) const {
   Until(shown ? L"the main window shown" : L"the main window hidden", [&] { return Visible() == shown; });
 }
 
+void ClickWithin(HWND window, POINT at) {
+  const HWND there = WindowFromPoint(at);
+  if (GetAncestor(there, GA_ROOT) != GetAncestor(window, GA_ROOT)) {
+    throw NotHere(L"a window of " + NameOf(there) + L" covers that of " + NameOf(window));
+  }
+  support::Click(at);
+}
+
 void ClickOn(HWND control, bool atItsLeft) {
   RECT place{};
   GetWindowRect(control, &place);
-  const LONG y = (place.top + place.bottom) / 2;
-  support::Click(
-      {.x = atItsLeft ? place.left + (place.bottom - place.top) / 2 : (place.left + place.right) / 2, .y = y});
+  POINT at = {.x = (place.left + place.right) / 2, .y = (place.top + place.bottom) / 2};
+  if (atItsLeft) {
+    at.x = place.left + (place.bottom - place.top) / 2;
+  }
+  ClickWithin(control, at);
 }
 
-std::wstring NameOf(HWND window) {
-  return window == nullptr ? L"nobody" : support::ClassOf(window) + L" '" + support::TextOf(window) + L"'";
-}
+std::wstring NameOf(HWND window) { return window == nullptr ? L"nobody" : support::ClassOf(window); }
 
 }  // namespace check

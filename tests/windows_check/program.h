@@ -43,10 +43,13 @@ class Program {
   HWND about_;
 };
 
+/// A real click at a place in a window, where no other one covers it: the user's programs are not clicked on.
+void ClickWithin(HWND window, POINT at);
+
 /// A real click in the middle of a control, or at its left, where a check box has its box.
 void ClickOn(HWND control, bool atItsLeft = false);
 
-/// The class and the text of a window, for the report.
+/// What the report calls a window: its class. Texts are the user's.
 [[nodiscard]] std::wstring NameOf(HWND window);
 
 }  // namespace check

@@ -79,14 +79,22 @@ void Picture::Save(const std::wstring& name) const {
   Gdiplus::GdiplusShutdown(token);
 }
 
-void SavePicture(const RECT& place, const std::wstring& name) {
-  RestPointer();
-  Picture(place).Save(name);
+void SavePicture(const RECT& place, int around, const std::wstring& name) {
+  const LONG left = GetSystemMetrics(SM_XVIRTUALSCREEN);
+  const LONG top = GetSystemMetrics(SM_YVIRTUALSCREEN);
+  const RECT screens = {.left = left,
+                        .top = top,
+                        .right = left + GetSystemMetrics(SM_CXVIRTUALSCREEN),
+                        .bottom = top + GetSystemMetrics(SM_CYVIRTUALSCREEN)};
+  RECT wanted = place;
+  InflateRect(&wanted, around, around);
+  IntersectRect(&wanted, &wanted, &screens);
+  Picture(wanted).Save(name);
 }
 
 void RestPointer() {
   support::Point({.x = 2, .y = 2});
-  Sleep(300);  // what it was over is painted anew
+  Sleep(kPainting);
 }
 
 }  // namespace check

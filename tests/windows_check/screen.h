@@ -41,10 +41,13 @@ class Picture {
   std::vector<std::uint32_t> pixels_;
 };
 
-/// Writes a picture of a piece of the screen, with the pointer out of the way.
-void SavePicture(const RECT& place, const std::wstring& name);
+/// Writes a picture of a place and what is around it, as far as it is on a screen.
+void SavePicture(const RECT& place, int around, const std::wstring& name);
 
-/// Moves the pointer where it covers nothing.
+/// Moves the pointer where it covers nothing, and waits until what it was over is painted anew.
 void RestPointer();
+
+/// How long the system may take to paint what has changed.
+inline constexpr DWORD kPainting = 300;  // ms
 
 }  // namespace check

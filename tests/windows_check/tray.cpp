@@ -23,10 +23,30 @@ bool Notify(DWORD command, HWND owner) {
   return Shell_NotifyIconW(command, &icon) != FALSE;
 }
 
-/// Wine has no Shell_NotifyIconGetRect, but a window for each icon.
+/// The window that Wine has for the icon; null elsewhere.
 HWND WindowOfIconInWine() {
-  const HWND window = FindWindowW(L"__winex11_tray_icon", nullptr);
-  return window != nullptr && IsWindowVisible(window) != FALSE ? window : nullptr;
+  for (const DWORD shell : support::ProcessesOf(L"explorer.exe")) {
+    for (const HWND window : support::WindowsOf(shell)) {
+      if (support::ClassOf(window) == L"__winex11_tray_icon" && IsWindowVisible(window) != FALSE) {
+        return window;
+      }
+    }
+  }
+  return nullptr;
+}
+
+/// The place of that window, once the tray has laid it out: not in the corner any more, and twice the same.
+std::optional<RECT> PlaceOfIconInWine() {
+  RECT place{};
+  for (int look = 0; look < 20; ++look) {
+    const RECT before = place;
+    GetWindowRect(WindowOfIconInWine(), &place);
+    if (place.left > 0 && EqualRect(&place, &before) != FALSE) {
+      return place;
+    }
+    Sleep(100);
+  }
+  return std::nullopt;
 }
 
 /// The window of the icons behind the arrow, of Windows 7 to 10 and of Windows 11, while it is open.
@@ -47,16 +67,17 @@ bool IconStands(HWND owner) { return Notify(NIM_MODIFY, owner); }  // which chan
 bool RemoveIcon(HWND owner) { return Notify(NIM_DELETE, owner); }
 
 RECT PlaceOfIcon(HWND owner) {
-  RECT place{};
-  if (const HWND window = WindowOfIconInWine()) {
-    GetWindowRect(window, &place);
-    return place;
-  }
   NOTIFYICONIDENTIFIER icon{};
   icon.cbSize = sizeof icon;
   icon.hWnd = owner;
   icon.uID = kIcon;
+  RECT place{};
   const HRESULT answer = Shell_NotifyIconGetRect(&icon, &place);
+  if (answer == E_NOTIMPL) {
+    if (const auto inWine = PlaceOfIconInWine()) {
+      return *inWine;
+    }
+  }
   if (FAILED(answer)) {
     throw NotHere(L"Shell_NotifyIconGetRect does not tell where the icon is");
   }
@@ -98,18 +119,25 @@ void SendIconMessage(const Program& program, UINT message) {
 }
 
 HWND OpenMenu(const Program& program) {
-  RECT work{};
-  SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
-  support::Point({.x = work.right - 200, .y = work.bottom - 200});
-  SendIconMessage(program, WM_RBUTTONUP);
-  return Until(L"the menu", [&] { return program.Menu(); });
+  try {
+    ClickIcon(program, true);
+  } catch (const Outcome&) {
+    if (!program.Visible()) {
+      throw;
+    }
+    ClickOn(program.Main());  // or the system would refuse the foreground to the menu
+    SendIconMessage(program, WM_RBUTTONUP);
+  }
+  const HWND menu = Until(L"the menu", [&] { return program.Menu(); });
+  Sleep(kPainting);
+  return menu;
 }
 
 void ClickEntry(HWND menu, int entry) {
   RECT place{};
   GetWindowRect(menu, &place);
-  support::Click({.x = (place.left + place.right) / 2,
-                  .y = place.top + (place.bottom - place.top) * (2 * entry + 1) / (2 * kEntries)});
+  ClickWithin(menu, {.x = (place.left + place.right) / 2,
+                     .y = place.top + (place.bottom - place.top) * (2 * entry + 1) / (2 * kEntries)});
 }
 
 void ShowAbout(const Program& program) {

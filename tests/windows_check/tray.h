@@ -31,7 +31,7 @@ void ClickIcon(const Program& program, bool right = false);
 /// Hands the icon's message to the program as the shell does, for where the icon cannot be clicked itself.
 void SendIconMessage(const Program& program, UINT message);
 
-/// Opens the menu at the pointer and returns it.
+/// Opens the menu, by a real click on the icon if it can be clicked, and returns it.
 HWND OpenMenu(const Program& program);
 
 /// A real click on an entry of the open menu, counted from 0.

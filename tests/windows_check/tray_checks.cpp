@@ -17,9 +17,8 @@ Outcome IconInTheTray(const Stage& stage) {
   }
   const PhysicalPixels physical;
   const RECT place = PlaceOfIcon(program.About());
-  SavePicture(
-      {.left = place.left - 200, .top = place.top - 10, .right = place.right + 200, .bottom = place.bottom + 10},
-      L"tray");
+  RestPointer();
+  SavePicture(place, 200, L"tray");
   return Ok(L"at (" + std::to_wstring(place.left) + L", " + std::to_wstring(place.top) + L"), " +
             std::to_wstring(place.right - place.left) + L" x " + std::to_wstring(place.bottom - place.top));
 }

@@ -78,6 +78,14 @@ void WantWindow(Facts& facts, HWND window, const std::wstring& caption, int widt
   facts.Want(L"frame", WS_CAPTION | WS_SYSMENU, GetWindowLongW(window, GWL_STYLE) & frame);
 }
 
+void SaveWindow(HWND window, const std::wstring& name) {
+  const PhysicalPixels physical;
+  RECT place{};
+  GetWindowRect(window, &place);
+  RestPointer();
+  SavePicture(place, 0, name);
+}
+
 Outcome MainWindow(const Stage& stage) {
   const Program program(stage);
   Facts facts;
@@ -93,10 +101,7 @@ Outcome MainWindow(const Stage& stage) {
   }
   WantControl(facts, program.Main(), mainLayout::kCommand1Description, true);
   WantControl(facts, program.Main(), mainLayout::kLabel1Description, false);
-  const PhysicalPixels physical;
-  RECT place{};
-  GetWindowRect(program.Main(), &place);
-  SavePicture(place, L"window");
+  SaveWindow(program.Main(), L"window");
   return facts.Result();
 }
 
@@ -109,10 +114,7 @@ Outcome AboutBox(const Stage& stage) {
        {aboutLayout::kLblTitleDescription, aboutLayout::kLblDescriptionDescription, aboutLayout::kCmdOKDescription}) {
     WantControl(facts, program.About(), description, true);
   }
-  const PhysicalPixels physical;
-  RECT place{};
-  GetWindowRect(program.About(), &place);
-  SavePicture(place, L"about");
+  SaveWindow(program.About(), L"about");
   return facts.Result();
 }
 
