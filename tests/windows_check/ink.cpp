@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "forms/controls_win.h"
-#include "runtime/handle_win.h"
 #include "windows_check/check.h"
 #include "windows_check/screen.h"
 
@@ -17,13 +16,12 @@ bool IsInk(COLORREF pixel, COLORREF ground) {
   return light(ground) - light(pixel) > 3 * 64;
 }
 
-template <class At>
-SIZE BoxOfInk(int from, int width, int height, At at) {
-  LONG left = width, right = -1, top = height, bottom = -1;
-  const COLORREF ground = at(width - 1, 0);
-  for (int y = 0; y < height; ++y) {
-    for (int x = from; x < width; ++x) {
-      if (IsInk(at(x, y), ground)) {
+SIZE InkOf(const Picture& picture, int from) {
+  LONG left = picture.Width(), right = -1, top = picture.Height(), bottom = -1;
+  const COLORREF ground = picture.At(picture.Width() - 1, 0);
+  for (int y = 0; y < picture.Height(); ++y) {
+    for (int x = from; x < picture.Width(); ++x) {
+      if (IsInk(picture.At(x, y), ground)) {
         left = std::min<LONG>(left, x);
         right = std::max<LONG>(right, x);
         top = std::min<LONG>(top, y);
@@ -37,28 +35,17 @@ SIZE BoxOfInk(int from, int width, int height, At at) {
 }  // namespace
 
 SIZE InkOfText(const std::wstring& text, const forms::FontDescription& font) {
-  const runtime::ScreenScope screen;
-  const HDC memory = CreateCompatibleDC(screen.dc());
+  constexpr RECT kRoom = {.left = 0, .top = 0, .right = 1600, .bottom = 200};
   const runtime::unique_font made = forms::MakeFont(font);
-  SIZE extent{};
-  SIZE ink{};
-  {
-    const runtime::SelectScope selectFont(memory, made.get());
-    GetTextExtentPoint32W(memory, text.c_str(), static_cast<int>(text.size()), &extent);
-    const RECT all = {.left = 0, .top = 0, .right = extent.cx + 20, .bottom = extent.cy};
-    const HBITMAP bitmap = CreateCompatibleBitmap(screen.dc(), all.right, all.bottom);
-    {
-      const runtime::SelectScope selectBitmap(memory, bitmap);
-      FillRect(memory, &all, GetSysColorBrush(COLOR_3DFACE));
-      SetBkMode(memory, TRANSPARENT);
-      SetTextColor(memory, GetSysColor(COLOR_BTNTEXT));
-      TextOutW(memory, 10, 0, text.c_str(), static_cast<int>(text.size()));
-      ink = BoxOfInk(0, all.right, all.bottom, [&](int x, int y) { return GetPixel(memory, x, y); });
-    }
-    DeleteObject(bitmap);
-  }
-  DeleteDC(memory);
-  return ink;
+  const Picture picture(kRoom.right, kRoom.bottom, [&](HDC dc) {
+    const HGDIOBJ before = SelectObject(dc, made.get());
+    FillRect(dc, &kRoom, GetSysColorBrush(COLOR_3DFACE));
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));
+    TextOutW(dc, 20, 20, text.c_str(), static_cast<int>(text.size()));
+    SelectObject(dc, before);
+  });
+  return InkOf(picture, 0);
 }
 
 SIZE InkOfControl(HWND control, int from) {
@@ -73,8 +60,7 @@ SIZE InkOfControl(HWND control, int from) {
     throw NotHere(L"the system scales the window: its letters are others");
   }
   IntersectRect(&place, &place, &parent);  // the lines are wider than the window
-  const Picture picture(place);
-  return BoxOfInk(from, picture.Width(), picture.Height(), [&](int x, int y) { return picture.At(x, y); });
+  return InkOf(Picture(place), from);
 }
 
 }  // namespace check

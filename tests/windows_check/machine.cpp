@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include "runtime/handle_win.h"
 #include "support/other_windows_win.h"
 #include "windows_check/screen.h"
 
@@ -31,8 +30,10 @@ std::wstring Version() {
 }
 
 std::wstring Density() {
-  const runtime::ScreenScope screen;
-  return std::to_wstring(GetDeviceCaps(screen.dc(), LOGPIXELSX));
+  const HDC screen = GetDC(nullptr);
+  const int density = GetDeviceCaps(screen, LOGPIXELSX);
+  ReleaseDC(nullptr, screen);
+  return std::to_wstring(density);
 }
 
 std::wstring RealDensity() {

@@ -5,7 +5,6 @@
 // After objidl.h.
 #include <gdiplus.h>
 
-#include "runtime/handle_win.h"
 #include "support/other_windows_win.h"
 
 namespace check {
@@ -44,22 +43,28 @@ RECT ClientOnScreen(HWND window) {
   return place;
 }
 
-Picture::Picture(const RECT& place) : width_(place.right - place.left), height_(place.bottom - place.top) {
+Picture::Picture(int width, int height, const std::function<void(HDC)>& paint) : width_(width), height_(height) {
   const BITMAPINFO description = TopDown(width_, height_);
-  const runtime::ScreenScope screen;
-  const HDC memory = CreateCompatibleDC(screen.dc());
+  const HDC memory = CreateCompatibleDC(nullptr);
   void* bits = nullptr;
   const HBITMAP bitmap = CreateDIBSection(memory, &description, DIB_RGB_COLORS, &bits, nullptr, 0);
-  {
-    const runtime::SelectScope select(memory, bitmap);
-    BitBlt(memory, 0, 0, width_, height_, screen.dc(), place.left, place.top, SRCCOPY | CAPTUREBLT);
-    GdiFlush();
-    const auto* const pixels = static_cast<const std::uint32_t*>(bits);
-    pixels_.assign(pixels, pixels + width_ * height_);
-  }
+  const HGDIOBJ before = SelectObject(memory, bitmap);
+  paint(memory);
+  GdiFlush();
+  const auto* const pixels = static_cast<const std::uint32_t*>(bits);
+  pixels_.assign(pixels, pixels + width_ * height_);
+  SelectObject(memory, before);
   DeleteObject(bitmap);
   DeleteDC(memory);
 }
+
+Picture::Picture(const RECT& place)
+    : Picture(place.right - place.left, place.bottom - place.top, [&](HDC memory) {
+        const HDC screen = GetDC(nullptr);
+        BitBlt(memory, 0, 0, place.right - place.left, place.bottom - place.top, screen, place.left, place.top,
+               SRCCOPY | CAPTUREBLT);
+        ReleaseDC(nullptr, screen);
+      }) {}
 
 COLORREF Picture::At(int x, int y) const {
   const std::uint32_t pixel = pixels_.at(static_cast<std::size_t>(y * width_ + x));

@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include <cstdint>
-#include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -24,9 +24,13 @@ class PhysicalPixels {
 /// Returns the client area of a window, on the screen.
 [[nodiscard]] RECT ClientOnScreen(HWND window);
 
-/// What a piece of the screen shows. To be used within PhysicalPixels.
+/// Pixels.
 class Picture {
  public:
+  /// What a function paints.
+  Picture(int width, int height, const std::function<void(HDC)>& paint);
+
+  /// What a piece of the screen shows. To be used within PhysicalPixels.
   explicit Picture(const RECT& place);
 
   [[nodiscard]] int Width() const noexcept { return width_; }
