@@ -16,11 +16,11 @@ bool IsInk(COLORREF pixel, COLORREF ground) {
   return light(ground) - light(pixel) > 3 * 64;
 }
 
-SIZE InkOf(const Picture& picture, int from) {
+SIZE InkOf(const Picture& picture) {
   LONG left = picture.Width(), right = -1, top = picture.Height(), bottom = -1;
   const COLORREF ground = picture.At(picture.Width() - 1, 0);
   for (int y = 0; y < picture.Height(); ++y) {
-    for (int x = from; x < picture.Width(); ++x) {
+    for (int x = 0; x < picture.Width(); ++x) {
       if (IsInk(picture.At(x, y), ground)) {
         left = std::min<LONG>(left, x);
         right = std::max<LONG>(right, x);
@@ -45,10 +45,10 @@ SIZE InkOfText(const std::wstring& text, const forms::FontDescription& font) {
     TextOutW(dc, 20, 20, text.c_str(), static_cast<int>(text.size()));
     SelectObject(dc, before);
   });
-  return InkOf(picture, 0);
+  return InkOf(picture);
 }
 
-SIZE InkOfControl(HWND control, int from) {
+SIZE InkOfControl(HWND control, int from, int border) {
   RECT physical{};
   {
     const PhysicalPixels scope;
@@ -60,7 +60,9 @@ SIZE InkOfControl(HWND control, int from) {
     throw NotHere(L"the system scales the window: its letters are others");
   }
   IntersectRect(&place, &place, &parent);  // the lines are wider than the window
-  return InkOf(Picture(place), from);
+  place.left += from;
+  InflateRect(&place, -border, -border);
+  return InkOf(Picture(place));
 }
 
 }  // namespace check

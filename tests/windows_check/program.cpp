@@ -43,8 +43,16 @@ HWND Program::Option(int index) const noexcept {
 }
 
 HWND Program::Menu() const {
-  const HWND menu = process_.Window(L"#32768");
-  return menu != nullptr && IsWindowVisible(menu) != FALSE ? menu : nullptr;
+  // EnumWindows leaves menus out on Windows.
+  HWND menu = nullptr;
+  while ((menu = FindWindowExW(nullptr, menu, L"#32768", nullptr)) != nullptr) {
+    DWORD owner = 0;
+    GetWindowThreadProcessId(menu, &owner);
+    if (owner == process_.Id() && IsWindowVisible(menu) != FALSE) {
+      return menu;
+    }
+  }
+  return nullptr;
 }
 
 void Program::Update() const {

@@ -23,6 +23,15 @@ bool Notify(DWORD command, HWND owner) {
   return Shell_NotifyIconW(command, &icon) != FALSE;
 }
 
+/// Where the icon is; of a system that has the function.
+HRESULT AskForPlace(HWND owner, RECT& place) {
+  NOTIFYICONIDENTIFIER icon{};
+  icon.cbSize = sizeof icon;
+  icon.hWnd = owner;
+  icon.uID = kIcon;
+  return Shell_NotifyIconGetRect(&icon, &place);
+}
+
 /// The window that Wine has for the icon; null elsewhere.
 HWND WindowOfIconInWine() {
   for (const DWORD shell : support::ProcessesOf(L"explorer.exe")) {
@@ -62,17 +71,16 @@ bool IconsBehindTheArrowAreShown() {
 
 }  // namespace
 
-bool IconStands(HWND owner) { return Notify(NIM_MODIFY, owner); }  // which changes nothing, as no field is named
+bool IconStands(HWND owner) {
+  RECT place{};
+  return Notify(NIM_MODIFY, owner) || SUCCEEDED(AskForPlace(owner, place));  // no field is named: it changes nothing
+}
 
 bool RemoveIcon(HWND owner) { return Notify(NIM_DELETE, owner); }
 
 RECT PlaceOfIcon(HWND owner) {
-  NOTIFYICONIDENTIFIER icon{};
-  icon.cbSize = sizeof icon;
-  icon.hWnd = owner;
-  icon.uID = kIcon;
   RECT place{};
-  const HRESULT answer = Shell_NotifyIconGetRect(&icon, &place);
+  const HRESULT answer = AskForPlace(owner, place);
   if (answer == E_NOTIMPL) {
     if (const auto inWine = PlaceOfIconInWine()) {
       return *inWine;

@@ -133,10 +133,10 @@ Outcome TabOrder(const Stage& stage) {
 }
 
 /// Compares the ink of a shown text with that of the same text in the designed font.
-void WantFont(Facts& facts, HWND control, const ControlDescription& description, int textAt = 0) {
+void WantFont(Facts& facts, HWND control, const ControlDescription& description, int from = 0, int border = 0) {
   const std::wstring text = support::TextOf(control);
   const SIZE wanted = InkOfText(text, description.font);
-  const SIZE got = InkOfControl(control, textAt);
+  const SIZE got = InkOfControl(control, from, border);
   const auto differ = [](LONG a, LONG b) { return a - b > 1 || b - a > 1; };
   if (differ(wanted.cx, got.cx) || differ(wanted.cy, got.cy)) {
     const auto size = [](SIZE of) { return std::to_wstring(of.cx) + L" x " + std::to_wstring(of.cy); };
@@ -159,6 +159,9 @@ Outcome Fonts(const Stage& stage) {
   }
   const int boxWidth = GetSystemMetrics(SM_CXMENUCHECK) + 2;
   WantFont(facts, program.Option(2), mainLayout::kCheck1Descriptions.at(2), boxWidth);
+  constexpr int kEdge = 5;
+  WantFont(facts, GetDlgItem(program.Main(), mainLayout::kCommand1Description.id), mainLayout::kCommand1Description, 0,
+           kEdge);
   ShowAbout(program);
   RestPointer();
   for (const ControlDescription& label : {aboutLayout::kLblTitleDescription, aboutLayout::kLblDescriptionDescription}) {
