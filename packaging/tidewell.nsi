@@ -1,10 +1,11 @@
 ; The setup of Tidewell: for one user, without an administrator. ../release makes it and hands in VERSION, COPYRIGHT,
-; STAGE (the folder of the files), SIZE_KB (of the files), ICON, PICTURE (for the last page), OUTPUT, and SIGN (a
-; command) where it is to be signed.
+; STAGE (the folder of the files), SIZE (of the files, in bytes), ICON, PICTURE (for the last page), OUTPUT, and SIGN (a
+; command) if it is to be signed.
 ;
-; Silent with /S; /D=FOLDER, unquoted and last, names the folder. Exit codes beside NSIS's own:
-!define EXIT_CANNOT_WRITE 4
-!define EXIT_DOES_NOT_END 5
+; docs/releasing.md explains the switches and the exit codes.
+!define EXIT_NOT_HERE 4
+!define EXIT_IN_USE 5
+!define EXIT_IS_ELSEWHERE 6
 
 Unicode true
 ManifestSupportedOS all
@@ -13,13 +14,15 @@ RequestExecutionLevel user
 SetCompressor /SOLID lzma
 SetDateSave off ; the times of the files would make every setup another one
 
+!include FileFunc.nsh
 !include LogicLib.nsh
 !include MUI2.nsh
 
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Tidewell"
 !define APPROVED_KEY "Software\Microsoft\Windows\CurrentVersion\Explorer\StartupApproved\StartupFolder"
-!define START_MENU_ENTRY "$SMPROGRAMS\Tidewell.lnk"
-!define STARTUP_ENTRY "$SMSTARTUP\Tidewell.lnk"
+!define NEW "$INSTDIR\Tidewell.new" ; where all files are complete before any is replaced
+!define /math SIZE_ROUNDED ${SIZE} + 1023
+!define /math SIZE_KB ${SIZE_ROUNDED} / 1024
 
 Name Tidewell
 OutFile "${OUTPUT}"
@@ -46,6 +49,7 @@ VIAddVersionKey ProductVersion "${VERSION}"
 !define MUI_COMPONENTSPAGE_NODESC
 !define MUI_FINISHPAGE_RUN "$INSTDIR\Tidewell.exe"
 !insertmacro MUI_PAGE_COMPONENTS
+!define MUI_PAGE_CUSTOMFUNCTION_LEAVE CheckFolder
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_PAGE_FINISH
@@ -53,167 +57,312 @@ VIAddVersionKey ProductVersion "${VERSION}"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE English
 
-Var Folder     ; the one that the functions below look at
-Var WasRunning ; "shown" or "hidden" when a copy had to be ended
+Var Name           ; of the file in $INSTDIR that a function below looks at
+Var WasRunning     ; "shown" or "hidden" if a copy had to be ended
+Var StartMenuEntry
+Var StartupEntry
+
+!macro Refuse code reason
+  MessageBox MB_OK|MB_ICONSTOP "${reason}" /SD IDOK
+  SetErrorLevel ${code}
+  Abort ; which calls .onInstFailed, or keeps the page open
+!macroend
+
+; The program comes first: after a kill its version resource tells whose the other files are.
+!macro ForEachFile function
+  StrCpy $Name Tidewell.exe
+  Call ${function}
+  StrCpy $Name LICENSE.txt
+  Call ${function}
+  StrCpy $Name NOTICES.txt
+  Call ${function}
+  StrCpy $Name uninstall.exe
+  ${If} $EXEPATH != "$INSTDIR\$Name" ; _?= makes it run from its place
+    Call ${function}
+  ${EndIf}
+!macroend
 
 ; The setup and the uninstaller each need functions of their own, with the same text.
-!macro RunningCopy un
+!macro SharedFunctions un
 
-; Whether the program in $Folder runs: $R0 is 1 or 0. The system refuses to open it for writing then. A window or the
-; program's mutex would tell of a copy in any folder.
-Function ${un}LookForRunningCopy
-  System::Call 'kernel32::CreateFileW(w "$Folder\Tidewell.exe", i 0x40000000, i 7, p 0, i 3, i 0, p 0) p .r0 ?e'
-  Pop $R0
-  ${If} $0 <> -1
-    System::Call 'kernel32::CloseHandle(p r0)'
+; NSIS's names of these folders are empty if the folders are missing: "\Tidewell.lnk" would be somebody else's file.
+Function ${un}FindMenus
+  System::Call 'shell32::SHGetFolderPathW(p 0, i 0x8002, p 0, i 0, w .r1) i .r3' ; the Start menu's, made if missing
+  System::Call 'shell32::SHGetFolderPathW(p 0, i 0x8007, p 0, i 0, w .r2) i .r4' ; its Startup
+  ${If} $3 != 0
+  ${OrIf} $4 != 0
+    !insertmacro Refuse ${EXIT_NOT_HERE} "The folders of the Start menu cannot be found."
   ${EndIf}
-  ${If} $R0 = 32 ; a sharing violation
-    StrCpy $R0 1
+  StrCpy $StartMenuEntry "$1\Tidewell.lnk"
+  StrCpy $StartupEntry "$2\Tidewell.lnk"
+FunctionEnd
+
+; If $INSTDIR\$Name is the program that runs, ends it by the messages of the system's Restart Manager.
+Function ${un}EndProgram
+  FindWindow $1 TidewellMoon
+  System::Call 'user32::GetWindowThreadProcessId(p r1, *i .r2)'
+  System::Call 'kernel32::OpenProcess(i 0x1000, i 0, i r2) p .r2' ; PROCESS_QUERY_LIMITED_INFORMATION
+  System::Call 'kernel32::QueryFullProcessImageNameW(p r2, i 0, w .r3, *i ${NSIS_MAX_STRLEN})'
+  System::Call 'kernel32::CloseHandle(p r2)'
+  ; The name is free of links, so compare it with a name of that kind; it has \\?\ in front.
+  System::Call 'kernel32::CreateFileW(w "$INSTDIR\$Name", i 0, i 7, p 0, i 3, i 0, p 0) p .r2'
+  System::Call 'kernel32::GetFinalPathNameByHandleW(p r2, w .r4, i ${NSIS_MAX_STRLEN}, i 0)'
+  System::Call 'kernel32::CloseHandle(p r2)'
+  ${If} $4 != "\\?\$3"
+    Return
+  ${EndIf}
+  System::Call 'user32::IsWindowVisible(p r1) i .r2'
+  ${If} $2 <> 0
+    StrCpy $WasRunning shown
   ${Else}
-    StrCpy $R0 0
+    StrCpy $WasRunning hidden
+  ${EndIf}
+  SendMessage $1 0x11 0 1 $2 /TIMEOUT=5000 ; WM_QUERYENDSESSION, ENDSESSION_CLOSEAPP
+  ${If} $2 <> 0
+    SendMessage $1 0x16 1 1 /TIMEOUT=5000 ; WM_ENDSESSION, it ends, ENDSESSION_CLOSEAPP
   ${EndIf}
 FunctionEnd
 
-; Ends the program in $Folder if it runs, by the messages with which the system's Restart Manager ends a program.
-Function ${un}EndRunningCopy
+; Waits until $INSTDIR\$Name can be replaced or deleted: a scanner holds a file for a moment, a program while it runs.
+Function ${un}WaitUntilFree
   again:
-  Call ${un}LookForRunningCopy
-  ${If} $R0 = 0
-    Return
-  ${EndIf}
-  FindWindow $1 TidewellMoon
-  ${If} $1 <> 0
-    System::Call 'user32::IsWindowVisible(p r1) i .r2'
-    ${If} $2 <> 0
-      StrCpy $WasRunning shown
-    ${Else}
-      StrCpy $WasRunning hidden
-    ${EndIf}
-    SendMessage $1 0x11 0 1 $2 /TIMEOUT=5000 ; WM_QUERYENDSESSION, ENDSESSION_CLOSEAPP
-    ${If} $2 <> 0
-      SendMessage $1 0x16 1 1 /TIMEOUT=5000 ; WM_ENDSESSION, it ends, ENDSESSION_CLOSEAPP
-    ${EndIf}
-  ${EndIf}
-  ${For} $1 1 50
-    Call ${un}LookForRunningCopy
-    ${If} $R0 = 0
+  ${For} $5 0 50
+    ; GENERIC_WRITE, DELETE
+    System::Call 'kernel32::CreateFileW(w "$INSTDIR\$Name", i 0x40010000, i 7, p 0, i 3, i 0, p 0) p .r1 ?e'
+    Pop $2
+    System::Call 'kernel32::CloseHandle(p r1)'
+    ${If} $1 <> -1
+    ${OrIf} $2 <> 32 ; a sharing violation
       Return
+    ${ElseIf} $5 = 0
+      Call ${un}EndProgram
     ${EndIf}
     Sleep 100
   ${Next}
-  MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "Tidewell is running and does not end. Please close it yourself.$\n$\n\
-    $Folder\Tidewell.exe" /SD IDCANCEL IDRETRY again
-  SetErrorLevel ${EXIT_DOES_NOT_END}
-  Quit
+  MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "This file is in use. Please close Tidewell, or whatever else uses it.\
+    $\n$\n$INSTDIR\$Name" /SD IDCANCEL IDRETRY again
+  SetErrorLevel ${EXIT_IN_USE}
+  Abort
+FunctionEnd
+
+Function ${un}DeleteNew
+  Delete "${NEW}\$Name"
+FunctionEnd
+
+; Deletes the new files that have no place yet, also those of a setup that was killed.
+Function ${un}CleanUp
+  !insertmacro ForEachFile ${un}DeleteNew
+  Delete "${NEW}\Start menu.lnk"
+  Delete "${NEW}\Startup.lnk"
+  RMDir "${NEW}" ; which does so only when it is empty
+  ClearErrors
 FunctionEnd
 
 !macroend
-!insertmacro RunningCopy ""
-!insertmacro RunningCopy "un."
+!insertmacro SharedFunctions ""
+!insertmacro SharedFunctions "un."
 
 Function CannotWrite
-  MessageBox MB_OK|MB_ICONSTOP "Tidewell cannot be written into this folder. Please choose another one.$\n$\n\
-    $INSTDIR" /SD IDOK
-  SetErrorLevel ${EXIT_CANNOT_WRITE}
-  Quit
+  !insertmacro Refuse ${EXIT_NOT_HERE} "Tidewell cannot be written into this folder. Please choose another one.$\n$\n\
+    $INSTDIR"
 FunctionEnd
 
-; An update into another folder takes the settings along.
-Function RemoveCopyElsewhere
-  ${IfNot} ${FileExists} "$INSTDIR\vesk.dat"
-    Rename "$Folder\vesk.dat" "$INSTDIR\vesk.dat"
+; Whether the version resource of the program $R1 says that it is ours: $R0 is 1 or 0.
+Function IsOurs
+  StrCpy $R0 0
+  System::Call 'version::GetFileVersionInfoSizeW(w R1, p 0) i .r1'
+  ${If} $1 = 0
+    Return
   ${EndIf}
-  ExecWait '"$Folder\uninstall.exe" /S _?=$Folder'
-  Delete "$Folder\uninstall.exe" ; which, told to wait, runs from where it lies
-  RMDir "$Folder"
-  ClearErrors
+  System::Alloc $1
+  Pop $2
+  System::Call 'version::GetFileVersionInfoW(w R1, i 0, i r1, p r2)'
+  System::Call 'version::VerQueryValueW(p r2, w "\StringFileInfo\040904B0\CompanyName", *w .r3, *i)'
+  System::Call 'version::VerQueryValueW(p r2, w "\StringFileInfo\040904B0\ProductName", *w .r4, *i)'
+  System::Free $2
+  ${If} $3 == "Quorvane Systems"
+  ${AndIf} $4 == Tidewell
+    StrCpy $R0 1
+  ${EndIf}
+FunctionEnd
+
+; A text says nothing of its owner; the program beside it does.
+Function RefuseForeignFile
+  StrCpy $R1 "$INSTDIR\$Name"
+  StrCpy $R2 $Name "" -4
+  ${If} $R2 == .txt
+    StrCpy $R1 "$INSTDIR\Tidewell.exe"
+  ${EndIf}
+  Call IsOurs
+  ${If} $R0 = 0
+  ${AndIf} ${FileExists} "$INSTDIR\$Name"
+    !insertmacro Refuse ${EXIT_NOT_HERE} "This file in the folder is not Tidewell's. Please choose another folder.\
+      $\n$\n$INSTDIR\$Name"
+  ${EndIf}
+FunctionEnd
+
+; Refuses a second installation, and a folder that has files of our names but is not ours.
+Function CheckFolder
+  ReadRegStr $0 HKCU "${UNINSTALL_KEY}" InstallLocation
+  ${If} $0 == $INSTDIR
+    Return
+  ${EndIf}
+  ${If} $0 != ""
+    StrCpy $R1 "$0\Tidewell.exe"
+    Call IsOurs
+    ${If} $R0 = 1
+      !insertmacro Refuse ${EXIT_IS_ELSEWHERE} "Tidewell is installed in another folder. Please update it there, or \
+        remove it first.$\n$\n$0"
+    ${EndIf}
+  ${EndIf}
+  !insertmacro ForEachFile RefuseForeignFile
+FunctionEnd
+
+; Moves the new file $R1 to the path $R2.
+Function Place
+  SetFileAttributes $R2 NORMAL
+  ; MOVEFILE_REPLACE_EXISTING, _COPY_ALLOWED, _WRITE_THROUGH
+  System::Call 'kernel32::MoveFileExW(w "${NEW}\$R1", w R2, i 11) i .r1'
+  ${If} $1 = 0
+    !insertmacro Refuse ${EXIT_IN_USE} "This file cannot be replaced.$\n$\n$R2"
+  ${EndIf}
+FunctionEnd
+
+Function PlaceFile
+  StrCpy $R1 $Name
+  StrCpy $R2 "$INSTDIR\$Name"
+  Call Place
 FunctionEnd
 
 Section Tidewell
   SectionIn RO
+SectionEnd
 
-  ; Nothing is touched before it is sure that the new copy finds its place.
-  ClearErrors
-  CreateDirectory "$INSTDIR"
-  GetTempFileName $0 "$INSTDIR"
-  ${If} ${Errors}
-    Call CannotWrite
-  ${EndIf}
-  Delete $0
+Section /o "Start with Windows" StartWithWindows
+SectionEnd
 
-  StrCpy $Folder $INSTDIR
-  Call EndRunningCopy
-  ReadRegStr $Folder HKCU "${UNINSTALL_KEY}" InstallLocation
-  ${If} $Folder != $INSTDIR
-  ${AndIf} ${FileExists} "$Folder\uninstall.exe"
-    Call EndRunningCopy
-    Call RemoveCopyElsewhere
-  ${EndIf}
-
-  ClearErrors
+; All or nothing: up to the first call of WaitUntilFree nothing that was there is changed, and after it each step leaves
+; a copy that works.
+Section -Install
+  Call CheckFolder
+  Call CleanUp
+  SetOutPath "${NEW}"
   SetOverwrite try
-  SetOutPath "$INSTDIR"
   File "${STAGE}\Tidewell.exe"
   File "${STAGE}\LICENSE.txt"
   File "${STAGE}\NOTICES.txt"
-  WriteUninstaller "$INSTDIR\uninstall.exe"
+  ${GetSize} "${NEW}" "/S=0B /G=0" $0 $1 $2
+  WriteUninstaller "${NEW}\uninstall.exe"
+  SetOutPath "$INSTDIR" ; where the entries start the program
+  CreateShortcut "${NEW}\Start menu.lnk" "$INSTDIR\Tidewell.exe"
+  CreateShortcut "${NEW}\Startup.lnk" "$INSTDIR\Tidewell.exe" "" "" 0 SW_SHOWMINIMIZED
   ${If} ${Errors}
+  ${OrIf} $0 <> ${SIZE}
     Call CannotWrite
   ${EndIf}
 
-  CreateShortcut "${START_MENU_ENTRY}" "$INSTDIR\Tidewell.exe"
-  Delete "${STARTUP_ENTRY}" ; made again below, if it is wanted
+  !insertmacro ForEachFile WaitUntilFree
+  !insertmacro ForEachFile PlaceFile
+  StrCpy $R1 "Start menu.lnk"
+  StrCpy $R2 $StartMenuEntry
+  Call Place
+  ${If} ${SectionIsSelected} ${StartWithWindows}
+    StrCpy $R1 Startup.lnk
+    StrCpy $R2 $StartupEntry
+    Call Place
+  ${Else}
+    Delete $StartupEntry
+  ${EndIf}
+  Call CleanUp
+
+  WriteRegStr HKCU "${UNINSTALL_KEY}" InstallLocation "$INSTDIR" ; first: it makes the folder ours
   WriteRegStr HKCU "${UNINSTALL_KEY}" DisplayName Tidewell
   WriteRegStr HKCU "${UNINSTALL_KEY}" DisplayVersion "${VERSION}"
   WriteRegStr HKCU "${UNINSTALL_KEY}" Publisher "Quorvane Systems"
   WriteRegStr HKCU "${UNINSTALL_KEY}" DisplayIcon "$INSTDIR\Tidewell.exe"
-  WriteRegStr HKCU "${UNINSTALL_KEY}" InstallLocation "$INSTDIR"
   WriteRegStr HKCU "${UNINSTALL_KEY}" UninstallString '"$INSTDIR\uninstall.exe"'
   WriteRegStr HKCU "${UNINSTALL_KEY}" QuietUninstallString '"$INSTDIR\uninstall.exe" /S'
   WriteRegDWORD HKCU "${UNINSTALL_KEY}" EstimatedSize ${SIZE_KB}
   WriteRegDWORD HKCU "${UNINSTALL_KEY}" NoModify 1
   WriteRegDWORD HKCU "${UNINSTALL_KEY}" NoRepair 1
+  ${If} ${Errors}
+    !insertmacro Refuse ${EXIT_NOT_HERE} "Tidewell cannot be entered into the list of programs."
+  ${EndIf}
 SectionEnd
 
-Section /o "Start with Windows" StartWithWindows
-  CreateShortcut "${STARTUP_ENTRY}" "$INSTDIR\Tidewell.exe" "" "" 0 SW_SHOWMINIMIZED
-SectionEnd
-
-; An update keeps the choice, silent or not.
 Function .onInit
-  ${If} ${FileExists} "${STARTUP_ENTRY}"
+  Call FindMenus
+  ; For an impossible folder NSIS silently takes the default one.
+  System::Call 'kernel32::GetCommandLineW() p .r0'
+  System::Call 'shlwapi::StrStrIW(p r0, w "/D=") p .r0'
+  ${If} $0 <> 0
+    System::Call 'kernel32::lstrcpynW(w .r1, p r0, i ${NSIS_MAX_STRLEN})'
+    StrCpy $OUTDIR $1 "" 3 ; a variable that NSIS normalises as it does $INSTDIR
+    ${If} $OUTDIR != $INSTDIR
+      StrCpy $INSTDIR $OUTDIR
+      Call CannotWrite
+    ${EndIf}
+  ${EndIf}
+  ; An update keeps the choice, silent or not.
+  ${If} ${FileExists} $StartupEntry
     !insertmacro SelectSection ${StartWithWindows}
+  ${EndIf}
+FunctionEnd
+
+Function StartAgain
+  ${If} $WasRunning == shown
+    ExecShell "" "$INSTDIR\Tidewell.exe"
+  ${ElseIf} $WasRunning == hidden
+    ExecShell "" "$INSTDIR\Tidewell.exe" "" SW_SHOWMINIMIZED
   ${EndIf}
 FunctionEnd
 
 ; After a silent update the program goes on; the last page of the other kind offers to start it.
 Function .onInstSuccess
+  SetErrorLevel 0 ; after a page that refused
   ${If} ${Silent}
-    ${If} $WasRunning == shown
-      ExecShell "" "$INSTDIR\Tidewell.exe"
-    ${ElseIf} $WasRunning == hidden
-      ExecShell "" "$INSTDIR\Tidewell.exe" "" SW_SHOWMINIMIZED
-    ${EndIf}
+    Call StartAgain
   ${EndIf}
 FunctionEnd
 
+Function .onInstFailed
+  GetErrorLevel $0
+  ${If} $0 = -1 ; NSIS itself stops at a full disk
+    SetErrorLevel ${EXIT_NOT_HERE}
+  ${EndIf}
+  SetOutPath $TEMP ; out of the folder that is to go
+  Call CleanUp
+  Call StartAgain
+FunctionEnd
+
+Function un.onInit
+  Call un.FindMenus
+  ReadRegStr $0 HKCU "${UNINSTALL_KEY}" InstallLocation
+  ${If} $0 != $INSTDIR
+    !insertmacro Refuse ${EXIT_NOT_HERE} "Tidewell is not installed in this folder.$\n$\n$INSTDIR"
+  ${EndIf}
+FunctionEnd
+
+Function un.DeleteFile
+  Delete "$INSTDIR\$Name"
+FunctionEnd
+
+; The entry that makes the folder ours goes last, so that the removal can be repeated.
 Section Uninstall
-  StrCpy $Folder $INSTDIR
-  Call un.EndRunningCopy
-  Delete "$INSTDIR\Tidewell.exe"
-  Delete "$INSTDIR\LICENSE.txt"
-  Delete "$INSTDIR\NOTICES.txt"
-  Delete "$INSTDIR\uninstall.exe"
+  !insertmacro ForEachFile un.WaitUntilFree
+  Call un.CleanUp
   ${If} ${FileExists} "$INSTDIR\vesk.dat"
     MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 "Remove your settings (vesk.dat), too?" /SD IDNO IDNO keep
     Delete "$INSTDIR\vesk.dat"
     keep:
   ${EndIf}
+  Delete $StartMenuEntry
+  Delete $StartupEntry
+  !insertmacro ForEachFile un.DeleteFile
+  ${If} ${Errors}
+    !insertmacro Refuse ${EXIT_IN_USE} "Not all files could be removed. Please try again.$\n$\n$INSTDIR"
+  ${EndIf}
   RMDir "$INSTDIR" ; which does so only when it is empty
-  RMDir "$LOCALAPPDATA\Programs"
-
-  Delete "${START_MENU_ENTRY}"
-  Delete "${STARTUP_ENTRY}"
   DeleteRegValue HKCU "${APPROVED_KEY}" Tidewell.lnk ; what the Task Manager notes of that entry
   DeleteRegKey HKCU "${UNINSTALL_KEY}"
 SectionEnd

@@ -2,7 +2,7 @@
 
     /usr/bin/python3 -m pytest tests/release
 
-With TIDEWELL_LONG=1 in the environment the setup is tried under Wine, too.
+With TIDEWELL_LONG=1 in the environment all tests of the setup run.
 """
 
 import os
@@ -122,9 +122,37 @@ def machine(folder):
         wine = Wine(folders, display)
         try:
             driver = Driver(wine, built["driver.exe"], folders.logs / "driver.log")
-            yield SimpleNamespace(display=display, wine=wine, driver=driver, drive_c=folders.prefix / "drive_c")
+            yield SimpleNamespace(display=display, wine=wine, driver=driver, drive_c=folders.prefix / "drive_c",
+                                  stepper=built["stepper.exe"])
             driver.close()
         finally:
             wine.close()
     finally:
         display.close()
+
+
+@pytest.fixture
+def user(machine, dist, version):
+    from user import User
+    person = User(machine, dist / f"Tidewell-{version}-setup.exe")
+    yield person
+    person.leave()
+
+
+@pytest.fixture
+def unpacked(user, program):
+    """A portable copy."""
+    folder = user.drive_c / "portable"
+    shutil.copytree(program.parent, folder)
+    yield folder
+    user.end_programs()
+    shutil.rmtree(folder)
+
+
+@pytest.fixture
+def elsewhere(user):
+    """A folder with spaces and umlauts."""
+    top = user.drive_c / "Müllers Ordner"
+    yield top / "Mond und Flut"
+    user.end_programs()
+    shutil.rmtree(top, ignore_errors=True)

@@ -94,8 +94,10 @@ def test_the_winget_manifests_describe_the_setup(dist, version):
     assert f"DisplayName {entry['DisplayName']}\n" in script
     assert f"Publisher \"{entry['Publisher']}\"\n" in script
     assert (entry["DisplayVersion"], entry["ProductCode"]) == (version, installer["ProductCode"])
-    [code] = installer["ExpectedReturnCodes"]
-    assert f"EXIT_DOES_NOT_END {code['InstallerReturnCode']}\n" in script
+    codes = {code["ReturnResponse"]: code["InstallerReturnCode"] for code in installer["ExpectedReturnCodes"]}
+    assert f"EXIT_IN_USE {codes.pop('packageInUse')}\n" in script
+    assert f"EXIT_IS_ELSEWHERE {codes.pop('alreadyInstalled')}\n" in script
+    assert not codes
 
     assert (locale["PackageName"], locale["Publisher"]) == (entry["DisplayName"], entry["Publisher"])
     assert locale["License"] == (REPOSITORY / "LICENSE").read_text().split()[0]

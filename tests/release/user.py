@@ -2,6 +2,7 @@
 
 import os
 import shutil
+import subprocess
 
 from bench.driver import BM_CLICK
 from bench.program import IMAGE
@@ -10,7 +11,21 @@ from bench.waiting import until
 BM_GETCHECK = 0xF0
 CHECKED = 1
 UNINSTALL_KEY = r"HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Uninstall\Tidewell"
+SETTINGS = "vesk.dat"
+PACKED = ["LICENSE.txt", "NOTICES.txt", "Tidewell.exe"]
+INSTALLED = sorted([*PACKED, "uninstall.exe"])
+NOT_HERE, IN_USE, IS_ELSEWHERE = 4, 5, 6  # exit codes
 APPROVED_KEY = UNINSTALL_KEY.partition("Uninstall")[0] + r"Explorer\StartupApproved\StartupFolder"
+
+
+def names(folder):
+    return sorted(path.name for path in folder.iterdir())
+
+
+def difference(after, before):
+    """What came and what went, apart from what Wine notes of its own doings."""
+    return sorted((key, line) for key, line in after ^ before
+                  if key and not key.startswith("[HKEY_CURRENT_USER\\Software\\Wine\\"))
 
 
 class User:
@@ -18,7 +33,7 @@ class User:
 
     def __init__(self, machine, setup):
         self.driver, self.display, self.wine = machine.driver, machine.display, machine.wine
-        self.drive_c = machine.drive_c
+        self.drive_c, self._stepper = machine.drive_c, machine.stepper
         self.setup_name = setup.name
         shutil.copy(setup, self.drive_c)
         [self.home] = [path for path in (self.drive_c / "users").iterdir() if path.name != "Public"]
@@ -41,21 +56,23 @@ class User:
 
     def registry(self):
         """All keys with their values."""
+        return self._exported("HKEY_CURRENT_USER") | self._exported("HKEY_LOCAL_MACHINE\\Software")
+
+    def _exported(self, root):
         exported = self.drive_c / "registry.reg"
-        found = set()
-        for root in ("HKEY_CURRENT_USER", "HKEY_LOCAL_MACHINE\\Software"):
-            assert self.wine.run("regedit", "/E", "C:\\registry.reg", root) == 0
-            key = None
-            for line in exported.read_text(encoding="utf-16").splitlines():
-                key = line if line.startswith("[") else key
-                found.add((key, line))
-            exported.unlink()
+        self.wine.run("reg", "export", root, "C:\\registry.reg", "/y")
+        if not exported.exists():
+            return set()  # there is no such key
+        found, key = set(), None
+        for line in exported.read_text(encoding="utf-16").splitlines():
+            key = line if line.startswith("[") else key
+            found.add((key, line))
+        exported.unlink()
         return found
 
     def uninstall_entry(self):
         """The values of the entry in the list of installed programs."""
-        lines = [line for key, line in self.registry() if key == f"[{UNINSTALL_KEY}]" and line.startswith('"')]
-        values = dict(line.split("=", 1) for line in lines)
+        values = dict(line.split("=", 1) for _, line in self._exported(UNINSTALL_KEY) if line.startswith('"'))
         return {name.strip('"'): int(value[6:], 16) if value.startswith("dword:")
                 else value[1:-1].replace('\\"', '"').replace("\\\\", "\\") for name, value in values.items()}
 
@@ -76,6 +93,18 @@ class User:
         status = self.wine.run(self.windows_path(folder / "uninstall.exe"), "/S")
         until(lambda: not self.driver.processes("Un.exe"), "end of the uninstaller")
         return status
+
+    def uninstaller(self, folder):
+        """The command that removes and waits for it; the uninstaller itself stays."""
+        return self.windows_path(folder / "uninstall.exe"), "/S", f"_?={self.windows_path(folder)}"
+
+    def remove_and_wait(self, folder=None):
+        return self.wine.run(*self.uninstaller(folder or self.folder))
+
+    def step(self, *command):
+        """Starts a program that goes step by step, see tests/e2e/native/stepper.cpp."""
+        return self.wine.start(self._stepper, *command, log=os.devnull, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                               text=True)
 
     # ---- windows
 
@@ -131,13 +160,12 @@ class User:
 
     def leave(self):
         """Ends and removes whatever a test has left."""
-        for process in (self.setup_name, "Un.exe", IMAGE):
+        self.driver.release()
+        for process in (self.setup_name, "Un.exe", "uninstall.exe"):
             for pid in self.driver.processes(process):
                 self.driver.end(pid)
-        until(lambda: not self.running(), "end of the programs")
-        entry = self.uninstall_entry()
-        if entry:
-            self.wine.run(f"{entry['InstallLocation']}\\uninstall.exe", "/S")
-            until(lambda: not self.driver.processes("Un.exe"), "end of the uninstaller")
-            assert not self.uninstall_entry()
+        self.end_programs()
+        self.wine.run("reg", "delete", UNINSTALL_KEY, "/f")
+        for entry in (self.start_menu_entry, self.startup_entry):
+            entry.unlink(missing_ok=True)
         shutil.rmtree(self.folder.parent, ignore_errors=True)

@@ -42,6 +42,7 @@ def build(folder):
         "shell32.dll": (WINDOWS, ["-std=c++20", "-static", "-shared"], ["shell_stand_in.cpp", "shell_stand_in.def"],
                         ["-Wl,--enable-stdcall-fixup", "-lgdi32"]),
         "shortcut.exe": (WINDOWS, ["-std=c++20", "-static"], ["shortcut.cpp"], []),
+        "stepper.exe": (WINDOWS, ["-std=c++20", "-static", "-municode"], ["stepper.cpp"], []),
         "typewriter.exe": (WINDOWS, ["-std=c++20", "-static"], ["typewriter.cpp"], []),
     }
     for name, (compilers, options, sources, libraries) in recipes.items():
