@@ -208,7 +208,13 @@ void frmMoon::Paint() {
     ring.Circle(kDiscCentre, kDiscRadius + 1, GetSysColor(COLOR_WINDOWTEXT));
     paintKeeper_.Note(forms::Replay(paint.dc(), ring, pixelScale_));
   }
-  paintKeeper_.Note(forms::Replay(paint.dc(), drawing_, pixelScale_));
+  const bool whole = forms::Replay(paint.dc(), drawing_, pixelScale_);
+  paintKeeper_.Note(whole);
+  if (!whole) {  // half a picture would show another phase: none is better
+    const RECT picture = forms::ToRect(forms::OnScreen(SquareOfRadius(kDiscRadius), pixelScale_));
+    SelectClipRgn(paint.dc(), nullptr);
+    FillRect(paint.dc(), &picture, reinterpret_cast<HBRUSH>(INT_PTR{COLOR_3DFACE + 1}));
+  }
 }
 
 void frmMoon::Refresh() {

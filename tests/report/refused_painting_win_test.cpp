@@ -109,7 +109,9 @@ TEST_F(RefusedPainting, IsTriedAgainUntilItIsDone) {
     PaintedOverBlack();
     for (int tick = 0; tick < 3; ++tick) {
       SendMessageW(form().hwnd(), WM_TIMER, 1, 0);
-      EXPECT_NE(Painted(), whole);
+      const WindowPixels painted = Painted();
+      EXPECT_NE(painted, whole);
+      EXPECT_EQ(painted.At(110, 85), GetSysColor(COLOR_3DFACE)) << "half a picture shows another phase";
     }
   }
   SendMessageW(form().hwnd(), WM_TIMER, 1, 0);
