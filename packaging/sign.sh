@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Signs a program for Windows in place; at the date of the release, so that the same
-# key gives the same bytes again. Usage: sign.sh KEY CERTIFICATE PROGRAM
+# Signs a program for Windows in place, with a key that stays in its token.
+# Usage: sign.sh PKCS11-MODULE KEY-URI CERTIFICATE PROGRAM
 set -euo pipefail
-osslsigncode sign -h sha256 -n Tidewell -time "$SOURCE_DATE_EPOCH" -key "$1" -certs "$2" -in "$3" -out "$3.signed"
-mv "$3.signed" "$3"
+osslsigncode sign -h sha256 -n Tidewell -pkcs11module "$1" -key "$2" -certs "$3" -in "$4" -out "$4.signed"
+mv "$4.signed" "$4"

@@ -39,8 +39,8 @@ VIAddVersionKey ProductName "Tidewell"
 VIAddVersionKey ProductVersion "${VERSION}"
 
 !ifdef SIGN
-  !uninstfinalize `${SIGN} "%1"` = 0
-  !finalize `${SIGN} "%1"` = 0
+  !uninstfinalize `"${SIGN}" "%1"` = 0
+  !finalize `"${SIGN}" "%1"` = 0
 !endif
 
 !define MUI_ICON "${ICON}"

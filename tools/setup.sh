@@ -7,14 +7,15 @@ declare -A groups=(
   [build]="cmake g++ g++-mingw-w64-i686 ninja-build python3"
   [run]="fonts-liberation fonts-wine imagemagick trayer wine wine32:i386 x11-utils xdotool xvfb"
   [debug]="gdb"
-  [release]="cmake g++ g++-mingw-w64-i686 ninja-build nsis osslsigncode python3"
+  [release]="cmake g++ g++-mingw-w64-i686 ninja-build nsis python3"
   [accuracy]="fonts-dejavu-core g++ gnuplot-nox imagemagick libswe-dev python3 swe-basic-data"
 )
 # The 32-bit C compiler is the cross one: gcc-multilib conflicts with the cross
 # compilers that a developer may already have.
 groups[e2e]="${groups[run]} locales python3-pytest python3-xlib tzdata x11-apps"
 groups[test]="${groups[release]} ${groups[e2e]} clang clang-format clang-tidy gcc-i686-linux-gnu googletest icoutils
-  libclang-rt-14-dev libgmock-dev libgtest-dev openssl python3-pefile python3-yaml"
+  libclang-rt-14-dev libengine-pkcs11-openssl libgmock-dev libgtest-dev openssl osslsigncode python3-pefile
+  python3-yaml softhsm2"
 groups[other-wine]="${groups[build]} ${groups[e2e]} debootstrap gcc-i686-linux-gnu"
 # Node may be there from elsewhere than Debian, and Debian's npm would clash with it.
 groups[bench]="${groups[build]} ${groups[run]} gcc-i686-linux-gnu libbenchmark-dev libnova-dev libswe-dev locales

@@ -115,6 +115,11 @@ def test_the_scoop_manifest_describes_the_archive(dist, version):
         assert f"{manifest['extract_dir']}/{target}" in packed.namelist()
     assert manifest["persist"] == "vesk.dat"
     assert any("vesk.dat" in line for line in manifest["pre_install"])
+    update = manifest["autoupdate"]
+    assert update["url"].replace("$version", version) == manifest["url"]
+    assert re.search(manifest["checkver"]["regex"], manifest["url"])[1] == version
+    assert manifest["url"].startswith(manifest["checkver"]["url"] + "/")
+    assert (dist / update["hash"]["url"].replace("$baseurl/", "")).exists()
 
 
 def test_every_download_lies_under_the_one_address(dist):

@@ -1,39 +1,54 @@
-"""A signed release, with a key made for the test."""
+"""A signed release, made as docs/releasing.md says, with a token made for the test."""
 
+import os
+import re
 import shutil
 import subprocess
 
 import pytest
 
-from conftest import run_release
+from conftest import REPOSITORY
 
 pytestmark = pytest.mark.long
 
 
-def test_program_uninstaller_and_setup_are_signed(committed, dist, machine, folder, version):
-    unsigned = {path.name: path.read_bytes() for path in dist.iterdir() if path.is_file()}
-    key, certificate = folder / "throw away.key", folder / "throw away.pem"
-    subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-keyout", key, "-out", certificate,
-                    "-days", "2", "-subj", "/CN=Throw-away", "-addext", "extendedKeyUsage=codeSigning"],
-                   check=True, stderr=subprocess.DEVNULL)
+def commands_of_the_signing_section():
+    """The blocks of commands: a release, a token, the removal of a signature."""
+    section = (REPOSITORY / "docs/releasing.md").read_text().partition("\n## Signing\n")[2].partition("\n## ")[0]
+    return re.findall(r"(?<=\n\n)(?: {4}.*\n)+", section)
+
+
+def test_program_uninstaller_and_setup_are_signed(committed, dist, program, machine, folder, version):
     sources = folder / "signed"
     shutil.rmtree(sources, ignore_errors=True)
     subprocess.run(["git", "clone", "-q", committed, sources], check=True)
-    signed = run_release(sources, "--sign", key, certificate, log=folder / "signed.log")
+    (sources / "build/tokens").mkdir(parents=True)
+    settings = sources / "build/softhsm2.conf"
+    settings.write_text(f"directories.tokendir = {sources}/build/tokens\n")
+
+    def run(commands, where=sources):
+        with open(folder / "signed.log", "a") as log:
+            subprocess.run(["bash", "-ec", commands], cwd=where, check=True, stdout=log, stderr=log,
+                           env=os.environ | {"SOFTHSM2_CONF": str(settings)})
 
     def verified(path):
-        return subprocess.run(["osslsigncode", "verify", "-CAfile", certificate, "-in", path],
+        return subprocess.run(["osslsigncode", "verify", "-CAfile", sources / "tidewell.pem", "-in", path],
                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0
 
-    setup = signed / f"Tidewell-{version}-setup.exe"
+    release, token, removal = commands_of_the_signing_section()
+    run(token)
+    run(release)
+    setup = sources / f"dist/Tidewell-{version}-setup.exe"
     target = machine.drive_c / "signed"
     assert verified(setup)
+    assert not verified(dist / setup.name)
     assert machine.wine.run(setup, "/S", "/D=C:\\signed") == 0
     assert verified(target / "Tidewell.exe")
     assert verified(target / "uninstall.exe")
+    run(removal, where=target)
+    assert (target / "unsigned.exe").read_bytes() == program.read_bytes()
     assert machine.wine.run("C:\\signed\\uninstall.exe", "/S", "_?=C:\\signed") == 0
     assert not (target / "Tidewell.exe").exists()
     shutil.rmtree(target)
-    assert unsigned[setup.name] != setup.read_bytes()
-    # A signature and nothing else: the sums and the manifests are those of the signed files.
-    subprocess.run(["sha256sum", "--check", "--quiet", "SHA256SUMS"], cwd=signed, check=True)
+    # The sums and the manifests are those of the signed files.
+    subprocess.run(["sha256sum", "--check", "--quiet", "SHA256SUMS"], cwd=setup.parent, check=True)
