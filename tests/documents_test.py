@@ -48,7 +48,8 @@ def links(text):
 
 def anchors(text):
     """The anchors of a document's headings, as hosts of Git repositories form them."""
-    return {re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-") for heading in HEADING.findall(FENCED.sub("", text))}
+    headings = HEADING.findall(FENCED.sub("", text))
+    return {re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-") for heading in headings}
 
 
 def broken_links(path, text):

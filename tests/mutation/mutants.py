@@ -176,7 +176,8 @@ BY_HAND = {
 
 # Generated mutants that change nothing anybody sees: the beginning of their names as patterns, and why.
 EQUIVALENT = {
-    r"astro/mMoon\.h: inline \S+ \w+ = 0; -> .* = 1;": "a routine's results are written before they are read",
+    r"(?:astro/mMoon|tray/icon_number)\.h: inline \S+ \w+ = 0; -> .* = 1;": "written before it is read",
+    r"tray/phase_drawing\.cpp: drawing\.SetDrawStyle": "nothing is drawn but solid lines",
     r"runtime/code_page\.h: .*, 256> .* 257>": "a byte leads to 256 characters",
     r"runtime/code_page_win\.cpp: .*&back, 1, .*&back, 2, ": "one character of a page for bytes is one byte",
     r"runtime/random_file_win\.cpp: DWORD \w+ = 0; -> .* = 1;": "the system sets it",

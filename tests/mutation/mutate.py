@@ -142,7 +142,8 @@ def try_mutant(mutant, tests):
         status, output = tests.build()
         if status != 0:
             error = re.search(r"error: (.*)", output)
-            return "killed" if "static assertion failed" in output else "does not build", error[1] if error else "no compiler error"
+            asserted = "static assertion failed" in output
+            return "killed" if asserted else "does not build", error[1] if error else "no compiler error"
         failing = tests.failing_test()
         if failing:
             return "killed", failing
