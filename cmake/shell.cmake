@@ -52,6 +52,7 @@ add_library(tidewell_shell STATIC
   tray/tray_icon_win.cpp
 )
 target_link_libraries(tidewell_shell PUBLIC tidewell_core comctl32 gdi32 shell32 user32)
+tidewell_tidy(tidewell_shell)
 
 enable_language(RC)
 
@@ -67,6 +68,7 @@ set_source_files_properties(resources/Tidewell.rc PROPERTIES
 
 add_executable(Tidewell WIN32 start/main_win.cpp start/library_failures_win.cpp)
 target_link_libraries(Tidewell PRIVATE tidewell_shell tidewell_resources)
+tidewell_tidy(Tidewell)
 # Windows 7 and later; no table of handlers for structured exceptions, as there are none; aware of terminal servers,
 # which redirect the folders of other programs; a malloc of our own (start/library_failures_win.cpp). The map tells the
 # bill of materials and the benchmarks what is in the program.

@@ -47,7 +47,7 @@ class Painter {
   /// Row by row: the system draws nothing for an ellipse without an inside, like the terminator of a quarter, and Wine
   /// draws stray pixels for one that is few pixels wide.
   [[nodiscard]] bool PaintNarrow(const Box& box) const noexcept {
-    const auto brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
+    auto* const brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
     const double halfWidth = (box.right - 1 - box.left) / 2.0;
     const double halfHeight = (box.bottom - 1 - box.top) / 2.0;
     bool whole = true;

@@ -99,7 +99,7 @@ void frmMoon::Load() {
           .style = kStyle,
           .exStyle = kExStyle,
           .place = forms::CentredPlace(layout::kClientWidth, layout::kClientHeight, kStyle, kExStyle)});
-  for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
+  for (const auto size : {WPARAM{ICON_SMALL}, WPARAM{ICON_BIG}}) {
     SendMessageW(hwnd(), WM_SETICON, size, reinterpret_cast<LPARAM>(Icon(size)));
   }
   controls_.emplace(hwnd(), paintKeeper_);

@@ -88,12 +88,12 @@ void EndWithoutMemory() noexcept {
 
 }  // namespace tidewell
 
-int WINAPI wWinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, PWSTR /*commandLine*/, int showCommand) {
+int WINAPI wWinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, PWSTR /*commandLine*/, int nShowCmd) {
   tidewell::LoadLibrariesOfTheSystemOnly();
   tidewell::PrepareForExceptions();
   const tidewell::PreviousInstanceTest test;
   if (!test.AnotherIsRunning()) {
-    tidewell::Run(showCommand);
+    tidewell::Run(nShowCmd);
   }
   return 0;
 }

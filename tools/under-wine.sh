@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Runs a Windows console program under Wine and passes its output and status on.
+# Runs a Windows console program under Wine and passes its output and status on. It
+# fails if Wine warns of a wrong use of the heap.
 # Usage: tools/under-wine.sh PROGRAM [ARGUMENT...]
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/wine-env.sh"
@@ -18,6 +19,10 @@ fi
 output=$(mktemp)
 trap 'rm -f "$output"' EXIT
 status=0
-wine "$@" >"$output" 2>&1 || status=$?
+# The warnings also make Wine fill freed blocks and what lies behind each block.
+WINEDEBUG=-all,err+heap,warn+heap wine "$@" >"$output" 2>&1 || status=$?
 cat "$output"
+if grep -q ':heap:' "$output"; then
+  status=1
+fi
 exit "$status"

@@ -181,7 +181,7 @@ void frmAbout::Form_Unload(bool& Cancel) {
 }
 
 void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double Y) {
-  for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
+  for (const auto size : {WPARAM{ICON_SMALL}, WPARAM{ICON_BIG}}) {
     const auto icon = reinterpret_cast<LPARAM>(mainForm_.Icon(size));
     if (SendMessageW(hwnd(), WM_GETICON, size, 0) != icon) {  // or the caption would flicker
       SendMessageW(hwnd(), WM_SETICON, size, icon);
