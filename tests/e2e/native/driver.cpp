@@ -111,12 +111,14 @@ std::string Processes(const Arguments& arguments) {
 std::string Describe(HWND window) {
   RECT screen{};
   RECT client{};
+  // Before the places: a window that is being placed and shown must not be told as shown at its former place.
+  const LONG style = GetWindowLongW(window, GWL_STYLE);
+  const BOOL shown = IsWindowVisible(window);
   GetWindowRect(window, &screen);
   GetClientRect(window, &client);
   const HWND parent = GetAncestor(window, GA_PARENT);
   POINT origin{};
   ClientToScreen(window, &origin);
-  const LONG style = GetWindowLongW(window, GWL_STYLE);
   const bool button = ClassOf(window) == L"Button";
   return Object({{"hwnd", Number(window)},
                  {"parent", Number(parent == GetDesktopWindow() ? nullptr : parent)},
@@ -128,7 +130,7 @@ std::string Describe(HWND window) {
                  {"client", Place(client)},
                  {"client_origin", Array({std::to_string(origin.x), std::to_string(origin.y)})},
                  {"visible", Truth((style & WS_VISIBLE) != 0)},
-                 {"shown", Truth(IsWindowVisible(window))},
+                 {"shown", Truth(shown)},
                  {"enabled", Truth(IsWindowEnabled(window))},
                  {"minimised", Truth(IsIconic(window))},
                  {"checked", button ? std::to_string(Ask(window, BM_GETCHECK).value_or(0)) : "null"},
