@@ -5,7 +5,8 @@ import shutil
 import pytest
 
 from bench.clock import Clock
-from bench.program import START
+from bench.driver import WM_TIMER
+from bench.program import READINGS_PER_LOOK, START
 from bench.waiting import until
 
 
@@ -25,3 +26,12 @@ def test_a_program_with_another_clock_is_not_tested(bench, start, monkeypatch, t
     monkeypatch.setitem(bench.tools, "clock_preload.so", tmp_path / "nowhere.so")
     with pytest.raises(AssertionError, match="another clock"):
         start()
+
+
+def test_a_tick_reads_the_clock_as_often_as_the_bench_counts(program):
+    def readings_of_a_tick():
+        before = program.clock.readings
+        program.driver.send(program.main().hwnd, WM_TIMER, 1)
+        return program.clock.readings - before
+    # The timer's own tick may come in between.
+    assert min(readings_of_a_tick() for _ in range(5)) == READINGS_PER_LOOK

@@ -144,20 +144,6 @@ def test_the_menu_works_by_keyboard(program):
     assert program.wait_for_end() == 0
 
 
-def test_a_second_right_click_opens_no_second_menu(program):
-    open_menu(program)
-    program.tray_message(RIGHT_UP)
-    program.tray_message(RIGHT_DOWN)
-    program.tray_message(RIGHT_UP)
-    program.settle()
-    menus = [window for window in program.windows() if window.class_ == "#32768" and window.shown]
-    assert len(menus) == 1
-    program.driver.keys("Escape")
-    until(lambda: program.menu() is None, "menu closed")
-    program.settle()
-    assert program.menu() is None
-
-
 def test_the_icon_toggles_nothing_while_the_menu_is_open(program):
     open_menu(program)
     program.tray_message(LEFT_DOWN)

@@ -50,6 +50,21 @@ TEST(Control, HasAFontThatGrowsNoMoreThanItsPlace) {
   EXPECT_STREQ(font.lfFaceName, L"Outlines");
 }
 
+/// The size is rounded by itself: controls of one size are equally large wherever they stand.
+TEST(Control, IsAsLargeAsItsSizeSays) {
+  const RECT place = forms::ToPixels({7, 8, 22, 23}, {.x = 15, .y = 15});
+  EXPECT_EQ(place.left, 0);
+  EXPECT_EQ(place.top, 1);
+  EXPECT_EQ(place.right, 0 + 1);
+  EXPECT_EQ(place.bottom, 1 + 2);
+}
+
+TEST(Control, ThatTheSystemRefusesIsAnError) {
+  const forms::ControlDescription label = {.kind = forms::ControlKind::Label, .id = 1, .caption = L"", .place = {}};
+  // A child without a parent.
+  EXPECT_TRUE(support::Raises(runtime::ErrorNumber::OutOfMemory, [&] { forms::Control(label, nullptr); }));
+}
+
 HDC WINAPI RefuseTheScreen(HWND) { return nullptr; }
 
 int WINAPI TellNothing(HDC, int) { return 0; }

@@ -28,6 +28,15 @@ TEST(DrawingList, CircleIsOutlinedAndFilled) {
 
 TEST(DrawingList, TransparentCircleHasNoFill) { EXPECT_EQ(Drawn(1, FillStyle::Transparent).fill, std::nullopt); }
 
+// Black is the number 0.
+TEST(DrawingList, ACircleWithoutAFillIsNoneFilledInBlack) {
+  Ellipse black = Drawn(1);
+  black.fill = 0;
+  EXPECT_NE(black, Drawn(1, FillStyle::Transparent));
+  EXPECT_NE(Drawn(1, FillStyle::Transparent), black);
+  EXPECT_NE(black, Drawn(1));
+}
+
 TEST(DrawingList, FillIsTransparentUntilItIsSet) {
   DrawingList list;
   list.Circle(kCentre, 65, kWhite);

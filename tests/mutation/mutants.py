@@ -46,7 +46,6 @@ BY_HAND = {
         ("moon-ascension-not-reduced", "NormalizeAngle(Cos(MoonLongitude) < 0 ? arctangent + 180 : arctangent)",
          "Cos(MoonLongitude) < 0 ? arctangent + 180 : arctangent"),
         ("negative-multiples-not-conjugated", "std::conj(phasors_[n + 1])", "phasors_[n + 1]"),
-        ("phasors-regrouped", "M[term.M] * Mp[term.Mp] * F[term.F];", "M[term.M] * (Mp[term.Mp] * F[term.F]);"),
         ("row-26-by-its-phasor", "term.unconverted ? double{Sin(term.D * Checked(MoonElongation))} : wave(phasor)",
          "wave(phasor)"),
         ("start-outside-the-first-group", "  Checked sum = 0;\n  double group = start;",
@@ -116,7 +115,8 @@ BY_HAND = {
     "forms/drawing_list_win.cpp": [
         ("brush-never-deleted", "SelectObject(dc_, GetStockObject(fill ? DC_BRUSH : NULL_BRUSH)) != nullptr",
          "SelectObject(dc_, fill ? CreateSolidBrush(*fill) : GetStockObject(NULL_BRUSH)) != nullptr"),
-        ("refused-fill-is-drawn", "std::visit(player, primitive) && whole", "(std::visit(player, primitive), true)"),
+        ("refused-fill-is-drawn", "painter.Paint(OnScreen(primitive, scale)) && whole",
+         "(painter.Paint(OnScreen(primitive, scale)), true)"),
     ],
     "runtime/run_time_end_win.cpp": [
         ("box-in-the-handler", "    End();\n  }\n", "    End();\n    ReportRunTimeError();\n  }\n"),
@@ -143,7 +143,7 @@ BY_HAND = {
          "299 * GetBValue(colour) + 587 * GetGValue(colour) + 114 * GetRValue(colour)"),
     ],
     "start/main_win.cpp": [
-        ("restart-after-a-hang", " | RESTART_NO_HANG", ""),
+        ("minimised-start-is-shown", "  if (AsksForNoWindow(showCommand)) {", "  if (false) {"),
     ],
     "tray/frmAbout.cpp": [
         ("right-button-chooses", "TPM_RETURNCMD | TPM_NONOTIFY", "TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON"),

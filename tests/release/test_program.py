@@ -32,6 +32,7 @@ def test_it_imports_only_what_windows_7_has(image):
                 for library in image.DIRECTORY_ENTRY_IMPORT for entry in library.imports}
     assert len(imported) > 50
     assert not imported - allowed, f"look them up: those that Windows 7 has belong into {path.name}"
+    assert "comctl32.dll InitCommonControlsEx" in imported, "the manifest's themed controls need this library loaded"
 
 
 def test_the_system_may_move_it_and_forbid_its_data_to_run(image):

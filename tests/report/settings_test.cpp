@@ -90,12 +90,15 @@ TEST(SettingsRecord, HasItsTextsAtTheirPlaces) {
 }
 
 TEST(SettingsRecord, TheFieldsFillTheWholeRecord) {
-  std::size_t bytes = 16 + 196;
+  SettingsRecord record;
   for (const FieldPlace& place : Places()) {
-    bytes += place.width;
+    place.fill(record);
   }
-  EXPECT_EQ(bytes, 274U);
-  EXPECT_EQ(kSettingsRecordSize, 274U);
+  record.Reserved2.fill(L'a');
+  record.Reserved3.fill(L'b');
+  const SettingsBytes bytes = Pack(record, support::Latin1Page());
+  EXPECT_EQ(bytes.size(), 274U);
+  EXPECT_EQ(std::ranges::count(bytes, std::byte{0}), 0) << "bytes that no field fills";
 }
 
 TEST(SettingsRecord, ZerosReadAsAnEmptyRecord) {

@@ -8,35 +8,43 @@
 #include "runtime/locale_names.h"
 #include "support/system_stand_in_win.h"
 
+extern "C" decltype(&GetLocalTime) localTimeSlot asm("__imp__GetLocalTime@4");
 extern "C" decltype(&GetTimeZoneInformation) zoneSlot asm("__imp__GetTimeZoneInformation@4");
 extern "C" decltype(&GetLocaleInfoW) localeSlot asm("__imp__GetLocaleInfoW@16");
 
 namespace {
 
-TEST(Clock, GivesTheLocalTime) {
-  // The clock moves between two readings: the middle one must lie between them.
-  const auto reading = [] {
-    SYSTEMTIME time{};
-    GetLocalTime(&time);
-    return runtime::AddTime(runtime::DateSerial(time.wYear, time.wMonth, time.wDay), time.wHour, time.wMinute,
-                            time.wSecond);
-  };
-  const double before = reading();
-  const double now = runtime::SystemNow();
-  const double after = reading();
-  EXPECT_LE(before, now);
-  EXPECT_LE(now, after);
+void WINAPI AnEvening(SYSTEMTIME* time) {
+  *time = {.wYear = 2026,
+           .wMonth = 11,
+           .wDayOfWeek = 2,
+           .wDay = 24,
+           .wHour = 21,
+           .wMinute = 5,
+           .wSecond = 9,
+           .wMilliseconds = 999};
+}
+
+TEST(Clock, GivesTheLocalTimeInWholeSeconds) {
+  const SystemStandIn standIn(localTimeSlot, &AnEvening);
+  EXPECT_DOUBLE_EQ(runtime::SystemNow(), 46350 + 75909 / 86400.0);
+}
+
+DWORD WINAPI ASummer(TIME_ZONE_INFORMATION* zone) {
+  *zone = {};
+  zone->Bias = 210;
+  zone->StandardBias = 5;
+  zone->DaylightBias = -60;
+  return TIME_ZONE_ID_DAYLIGHT;
 }
 
 TEST(Clock, ReadsTheZoneOfTheSystem) {
-  TIME_ZONE_INFORMATION zone{};
-  const DWORD result = GetTimeZoneInformation(&zone);
-  ASSERT_NE(zone.Bias, 0) << "in UTC this test would see nothing: tools/under-wine.sh sets another zone";
+  const SystemStandIn standIn(zoneSlot, &ASummer);
   const runtime::TimeZoneReading reading = runtime::SystemTimeZone();
-  EXPECT_EQ(reading.Result, static_cast<int>(result));
-  EXPECT_EQ(reading.Bias, zone.Bias);
-  EXPECT_EQ(reading.StandardBias, zone.StandardBias);
-  EXPECT_EQ(reading.DaylightBias, zone.DaylightBias);
+  EXPECT_EQ(reading.Result, 2);
+  EXPECT_EQ(reading.Bias, 210);
+  EXPECT_EQ(reading.StandardBias, 5);
+  EXPECT_EQ(reading.DaylightBias, -60);
 }
 
 DWORD WINAPI RefuseZone(LPTIME_ZONE_INFORMATION) { return TIME_ZONE_ID_INVALID; }

@@ -51,9 +51,16 @@ TEST(DateSerial, RefusesYearsThatNoDateHas) {
   EXPECT_NO_THROW((void)DateSerial(100, 1, 1));
   EXPECT_NO_THROW((void)DateSerial(9999, 12, 31));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(9999, 12, 32); }));
+  EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(100, 1, 0); }));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(99, 12, 31); }));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(10000, 1, 1); }));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(-32768, 1, 1); }));
+}
+
+// Although the day lies in a year that dates have.
+TEST(DateSerial, RefusesSuchAYearWhateverTheDay) {
+  EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(99, 12, 32); }));
+  EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(10000, 1, 0); }));
 }
 
 TEST(AddTime, CarriesInBothDirections) {

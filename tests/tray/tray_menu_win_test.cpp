@@ -65,6 +65,22 @@ TEST_F(TrayMenu, ComesInTheForegroundWithANullMessageBehindIt) {
   EXPECT_EQ(asked, (std::vector<std::string>{"foreground", "menu", "null message"}));
 }
 
+BOOL WINAPI ClickAgain(HMENU /*menu*/, UINT /*flags*/, int /*x*/, int /*y*/, int /*reserved*/, HWND window,
+                       const RECT* /*ignored*/) {
+  asked.emplace_back("menu");
+  if (asked.size() == 1) {
+    SendMessageW(window, WM_MOUSEMOVE, 1, 517);
+  }
+  return 0;
+}
+
+TEST_F(TrayMenu, ASecondRightClickOpensNoSecondOne) {
+  asked.clear();
+  const SystemStandIn menu(trackPopupMenuSlot, &ClickAgain);
+  SendMessageW(owner, WM_MOUSEMOVE, 1, 517);
+  EXPECT_EQ(asked, std::vector<std::string>{"menu"});
+}
+
 // ---- a menu that its user has left: windows and their processes, the foreground, and the end of the menu, made up
 
 const auto kTaskBar = reinterpret_cast<HWND>(0x1000);
