@@ -26,7 +26,8 @@ void tidewell::PrepareForExceptions() noexcept {
   }
 }
 
-// The linker calls these __real_ and __wrap_ (--wrap=malloc).
+// The linker's option --wrap=malloc gives these names.
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 extern "C" void* __real_malloc(std::size_t size);
 extern "C" [[gnu::used]] void* __wrap_malloc(std::size_t size) {
   void* const memory = __real_malloc(size);
@@ -35,6 +36,7 @@ extern "C" [[gnu::used]] void* __wrap_malloc(std::size_t size) {
   }
   return memory;
 }
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 // The libraries come here when there is no memory for an exception: they abort where the thread's exception state is
 // made, and terminate where the exception itself is. No other cause leads here.
@@ -43,13 +45,15 @@ namespace __gnu_cxx {
 void __verbose_terminate_handler() { tidewell::EndWithoutMemory(); }
 }  // namespace __gnu_cxx
 
-// What the containers and strings throw, as run-time errors.
-namespace std {
+// What the containers and strings throw, as run-time errors. The library declares these functions so: no check of their
+// looks.
+namespace std {  // NOLINT(cert-dcl58-cpp)
 
 void __throw_bad_alloc() { throw RuntimeError(ErrorNumber::OutOfMemory); }
 void __throw_bad_array_new_length() { throw RuntimeError(ErrorNumber::OutOfMemory); }
 void __throw_length_error(const char* /*text*/) { throw RuntimeError(ErrorNumber::OutOfMemory); }
 void __throw_logic_error(const char* /*text*/) { throw RuntimeError(ErrorNumber::InternalError); }
+// NOLINTNEXTLINE(cert-dcl50-cpp)
 void __throw_out_of_range_fmt(const char* /*format*/, ...) { throw RuntimeError(ErrorNumber::InternalError); }
 
 }  // namespace std

@@ -253,7 +253,7 @@ void frmAbout::PopupMenu() {
 
 void frmAbout::EndMenuLeftBehind() {
   const HWND front = GetForegroundWindow();  // null while the foreground changes
-  if (menuOpen_ && front != nullptr && front != taskBar_ && ProcessOf(front) != GetCurrentProcessId()) {
+  if (front != nullptr && front != taskBar_ && ProcessOf(front) != GetCurrentProcessId()) {
     EndMenu();
   }
 }
