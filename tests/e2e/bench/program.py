@@ -145,8 +145,9 @@ class Program:
         return self.driver.input(self.main().hwnd).foreground
 
     def menu(self):
-        """The menu that is open, or None."""
-        return next((window for window in self.windows() if window.class_ == "#32768" and window.shown), None)
+        """The menu that is open, or None. It is shown for a moment before it has its place."""
+        return next((window for window in self.windows()
+                     if window.class_ == "#32768" and window.shown and window.screen[2]), None)
 
     def message_box(self):
         """The message box that is open and complete, with the texts of its children as texts, or None."""
