@@ -2,10 +2,10 @@
 //
 //   windows_check [--quick] [--only TEXT] [PROGRAM]
 //
-// PROGRAM is by default the Tidewell.exe beside this file; TEXT is a part of the names of some checks. The report goes
-// to the screen and, like the pictures, into the current folder: tidewell-check.txt, tidewell-*.png. All else happens
-// in a folder of its own among the temporary ones. It ends with 0, or with 1 if a check has failed. The mouse is its
-// own for the few minutes that it takes.
+// PROGRAM is by default the Tidewell.exe beside this file; TEXT is a part of the names of the checks that are wanted.
+// --quick makes fewer updates and leaves the quiet minute out. The report goes to the screen and, like the pictures,
+// into the current folder: tidewell-check.txt, tidewell-*.png. All else happens in a folder of its own among the
+// temporary ones. It ends with 0, or with 1 if a check has failed. Leave the mouse alone meanwhile.
 
 #include <windows.h>
 // After windows.h, which they build on.

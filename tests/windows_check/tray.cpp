@@ -58,17 +58,6 @@ std::optional<RECT> PlaceOfIconInWine() {
   return std::nullopt;
 }
 
-/// The window of the icons behind the arrow, of Windows 7 to 10 and of Windows 11, while it is open.
-bool IconsBehindTheArrowAreShown() {
-  for (const wchar_t* name : {L"NotifyIconOverflowWindow", L"TopLevelWindowForOverflowXamlIsland"}) {
-    const HWND window = FindWindowW(name, nullptr);
-    if (window != nullptr && IsWindowVisible(window) != FALSE) {
-      return true;
-    }
-  }
-  return false;
-}
-
 }  // namespace
 
 bool IconStands(HWND owner) {
@@ -82,14 +71,11 @@ RECT PlaceOfIcon(HWND owner) {
   RECT place{};
   const HRESULT answer = AskForPlace(owner, place);
   if (answer == E_NOTIMPL) {
-    if (const auto inWine = PlaceOfIconInWine()) {
-      return *inWine;
-    }
-  }
-  if (FAILED(answer)) {
+    place = PlaceOfIconInWine().value_or(RECT{});
+  } else if (FAILED(answer)) {
     throw NotHere(L"Shell_NotifyIconGetRect does not tell where the icon is");
   }
-  if (answer != S_OK || MonitorFromRect(&place, MONITOR_DEFAULTTONULL) == nullptr) {
+  if (!ShowsTheIcon(place)) {  // for an icon that is not in sight the system may give the place of the arrow
     throw NotHere(L"the icon is behind the arrow: drag it onto the task bar");
   }
   return place;
@@ -108,18 +94,13 @@ bool ShowsTheIcon(const RECT& place) {
   const PhysicalPixels physical;
   const auto name =
       support::AccessibleNameAt({.x = (place.left + place.right) / 2, .y = (place.top + place.bottom) / 2});
-  return WindowOfIconInWine() != nullptr || (name && name->starts_with(L"Moon's Age"));
+  return (name && name->starts_with(L"Moon's Age")) || WindowOfIconInWine() != nullptr;
 }
 
 void ClickIcon(const Program& program, bool right) {
   const PhysicalPixels physical;
   const RECT place = PlaceOfIcon(program.About());
   support::Click({.x = (place.left + place.right) / 2, .y = (place.top + place.bottom) / 2}, right);
-  Sleep(200);  // the arrow's window takes a moment
-  if (IconsBehindTheArrowAreShown()) {
-    support::Press({VK_ESCAPE});
-    throw NotHere(L"the icon is behind the arrow: drag it onto the task bar");
-  }
 }
 
 void SendIconMessage(const Program& program, UINT message) {

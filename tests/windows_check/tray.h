@@ -22,7 +22,7 @@ bool RemoveIcon(HWND owner);
 /// The same; nothing instead of the check's end.
 [[nodiscard]] std::optional<RECT> PlaceOfIconIfKnown(HWND owner);
 
-/// Whether an icon of the program is still shown at a place, be it a dead one.
+/// Whether an icon of the program is shown at a place, be it a dead one: a screen reader gets its tip as its name.
 [[nodiscard]] bool ShowsTheIcon(const RECT& place);
 
 /// A real click in the middle of the icon; see PlaceOfIcon.

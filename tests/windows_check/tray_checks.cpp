@@ -66,9 +66,8 @@ Outcome NewShell(const Stage& stage) {
   if (IconStands(program.About())) {
     return Failed(L"no icon", L"one that was taken away");
   }
-  PostMessageW(program.About(), RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
-  Until(L"the icon again", [&] { return IconStands(program.About()); });
-  return Ok();
+  support::Ask(program.About(), RegisterWindowMessageW(L"TaskbarCreated"));
+  return IconStands(program.About()) ? Ok() : Failed(L"the icon again", L"none");  // at once, not with the next minute
 }
 
 }  // namespace
