@@ -177,6 +177,7 @@ BY_HAND = {
 # Generated mutants that change nothing anybody sees: the beginning of their names as patterns, and why.
 EQUIVALENT = {
     r"(?:astro/mMoon|tray/icon_number)\.h: inline \S+ \w+ = 0; -> .* = 1;": "written before it is read",
+    r"tray/tray_icon_data\.h: \S+ \w+ = 0; -> .* = 1;": "About fills the record before the shell sees it",
     r"tray/phase_drawing\.cpp: drawing\.SetDrawStyle": "nothing is drawn but solid lines",
     r"runtime/code_page\.h: .*, 256> .* 257>": "a byte leads to 256 characters",
     r"runtime/code_page_win\.cpp: .*&back, 1, .*&back, 2, ": "one character of a page for bytes is one byte",
