@@ -5,7 +5,7 @@ namespace mMoon {
 
 using runtime::Atn;
 using runtime::Checked;
-using runtime::Fit;
+using runtime::CheckedCast;
 using runtime::Int;
 using runtime::Sqr;
 
@@ -14,10 +14,10 @@ double NormalizeAngle(double angle) {
     return angle;
   }
   // On purpose the whole degrees are reduced through a division, which shows in the last bits.
-  const auto n = Fit<std::int32_t>(Int(angle));
+  const auto n = CheckedCast<std::int32_t>(Int(angle));
   const Checked f = Checked(angle) - n;
   const Checked q = Checked(n) / 360;
-  const auto m = Fit<std::int32_t>(Int(q));
+  const auto m = CheckedCast<std::int32_t>(Int(q));
   return (q - m) * 360 + f;
 }
 

@@ -46,7 +46,7 @@ add_library(tidewell_shell STATIC
   runtime/locale_names_win.cpp
   runtime/program_folder_win.cpp
   runtime/random_file_win.cpp
-  runtime/run_time_end_win.cpp
+  runtime/program_end_win.cpp
   tray/frmAbout.cpp
   tray/tray_icon.cpp  # portable, but it calls the Windows half; its test brings a stand-in for that
   tray/tray_icon_win.cpp

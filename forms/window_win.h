@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "runtime/run_time_end.h"
+#include "runtime/program_end.h"
 #include "runtime/runtime_error.h"
 
 namespace forms {

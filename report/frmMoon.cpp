@@ -12,7 +12,7 @@
 #include "report/moon_report.h"
 #include "report/settings.h"
 #include "resources/resource_ids.h"
-#include "runtime/run_time_end.h"
+#include "runtime/program_end.h"
 #include "tray/icon_number.h"
 
 namespace tidewell {
@@ -219,20 +219,20 @@ void frmMoon::Paint() {
 
 void frmMoon::Refresh() {
   mMoon::OffsetMinutes = mMoon::LocalTimeOffset();
-  ReportAndUpdateIcon(1);
+  ReportAndUpdateIcon(TrayCommand::Modify);
 }
 
-void frmMoon::ReportAndUpdateIcon(std::int32_t Value) {
+void frmMoon::ReportAndUpdateIcon(TrayCommand command) {
   const PictureRepaint repaint(hwnd(), paintKeeper_, drawing_, pixelScale_);
   mMoon::UpdateMoonReport();
   std::int16_t IcoNum = IcoNumFromIconNumber();
-  about_.UpdateMoonIcon(Value, IcoNum);
+  about_.UpdateMoonIcon(static_cast<std::int32_t>(command), IcoNum);
 }
 
 void frmMoon::EndProgram() {
   runtime::End();  // first: the shell may send more of the icon's messages while it takes the icon away
   std::int16_t IcoNum = 0;
-  about_.UpdateMoonIcon(2, IcoNum);
+  about_.UpdateMoonIcon(static_cast<std::int32_t>(TrayCommand::Delete), IcoNum);
   settingsFile_.reset();
 }
 
@@ -245,7 +245,7 @@ void frmMoon::Form_Load() {
     controls_->Check1.at(2).SetState(1);
     Check1_Click(2);  // a changed box is handled as a click, also when the program changed it
   }
-  ReportAndUpdateIcon(0);
+  ReportAndUpdateIcon(TrayCommand::Add);
 }
 
 void frmMoon::Timer1_Timer() {

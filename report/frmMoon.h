@@ -70,7 +70,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   void OnCommand(int id, int notification);
   void Paint();
   void Refresh();
-  void ReportAndUpdateIcon(std::int32_t Value);
+  void ReportAndUpdateIcon(TrayCommand command);
 
   void Form_Load();
   void Timer1_Timer();

@@ -5,16 +5,16 @@
 
 namespace mMoon {
 
-using runtime::Fit;
+using runtime::CheckedCast;
 
 std::int32_t LocalTimeOffset() {
   const runtime::TimeZoneReading zone = tidewell::surroundings.ReadTimeZone();
   if (UseDaylightBias == runtime::False) {
-    return Fit<std::int32_t>(-std::int64_t{zone.Bias});
+    return CheckedCast<std::int32_t>(-std::int64_t{zone.Bias});
   }
   const auto offset = [&](std::int32_t seasonBias) {
-    const auto bias = Fit<std::int32_t>(std::int64_t{seasonBias} + zone.Bias);
-    return Fit<std::int32_t>(-std::int64_t{bias});
+    const auto bias = CheckedCast<std::int32_t>(std::int64_t{seasonBias} + zone.Bias);
+    return CheckedCast<std::int32_t>(-std::int64_t{bias});
   };
   switch (zone.Result) {
     case 0:

@@ -40,8 +40,9 @@ void ComputeFor(DateValue base) {
 /// A Julian day on the universal-time scale as a local date.
 DateValue LocalDateOf(double jd) {
   JulianToCivil(jd);
-  const DateValue date = runtime::DateSerial(runtime::Fit<std::int16_t>(CalYear), runtime::Fit<std::int16_t>(CalMonth),
-                                             runtime::Fit<std::int16_t>(CalDay));
+  const DateValue date =
+      runtime::DateSerial(runtime::CheckedCast<std::int16_t>(CalYear), runtime::CheckedCast<std::int16_t>(CalMonth),
+                          runtime::CheckedCast<std::int16_t>(CalDay));
   const auto minutes = runtime::RoundTo<std::int16_t>(CalMinute + runtime::Checked(OffsetMinutes));
   return runtime::AddTime(date, CalHour, minutes);
 }

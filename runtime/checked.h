@@ -93,7 +93,7 @@ inline Checked Int(Checked x) { return Tested(std::floor(x)); }
 
 /// Converts a whole number to a 16- or 32-bit integer. Error: 6 Overflow outside its range.
 template <std::signed_integral Integer, class Number>
-requires(sizeof(Integer) <= 4) Integer Fit(Number whole) {
+requires(sizeof(Integer) <= 4) Integer CheckedCast(Number whole) {
   if (!(whole >= std::numeric_limits<Integer>::min() && whole <= std::numeric_limits<Integer>::max())) {
     throw RuntimeError(ErrorNumber::Overflow);
   }
@@ -103,7 +103,7 @@ requires(sizeof(Integer) <= 4) Integer Fit(Number whole) {
 /// Rounds a double, half to even, to a 16- or 32-bit integer. Error: 6 Overflow outside its range.
 template <std::signed_integral Integer>
 Integer RoundTo(Checked value) {
-  return Fit<Integer>(Tested(std::nearbyint(value)));
+  return CheckedCast<Integer>(Tested(std::nearbyint(value)));
 }
 
 }  // namespace runtime

@@ -10,7 +10,7 @@
 #include "report/surroundings.h"
 #include "runtime/clock.h"
 #include "runtime/locale_names.h"
-#include "runtime/run_time_end.h"
+#include "runtime/program_end.h"
 #include "start/previous_instance_win.h"
 #include "start/without_memory.h"
 
@@ -54,7 +54,7 @@ frmMoon* theForm = nullptr;
   if (theForm != nullptr) {
     theForm->EndProgram();
   }
-  ExitProcess(static_cast<UINT>(runtime::ReportRunTimeError()));
+  ExitProcess(static_cast<UINT>(runtime::ReportRuntimeError()));
 }
 
 [[noreturn]] void Run(int showCommand) {

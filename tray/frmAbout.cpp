@@ -6,7 +6,7 @@
 
 #include "forms/place_win.h"
 #include "resources/resource_ids.h"
-#include "runtime/run_time_end.h"
+#include "runtime/program_end.h"
 #include "runtime/runtime_error.h"
 #include "tray/tray_icon_data.h"
 #include "tray/tray_message.h"
@@ -120,7 +120,7 @@ void frmAbout::UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum) {
   } else if (command == TrayCommand::Add) {
     throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
   }  // a change without its picture leaves the old one
-  trayIcon_.Carry(command);
+  trayIcon_.Apply(command);
 }
 
 LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {

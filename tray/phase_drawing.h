@@ -7,7 +7,8 @@
 
 namespace tidewell {
 
-/// The Moon's disc in pixels of 96 to the inch, centred in a square of kPictureSize. The window scales it to its screen.
+/// The Moon's disc in pixels of 96 to the inch, centred in a square of kPictureSize. The window scales it to its
+/// screen.
 inline constexpr int kPictureSize = 150;
 inline constexpr int kDiscRadius = 130 / 2;
 inline constexpr forms::Point kDiscCentre = {.x = 50 + kPictureSize / 2, .y = 10 + kPictureSize / 2};

@@ -2,7 +2,7 @@
 
 namespace tidewell {
 
-void TrayIcon::Carry(TrayCommand command) noexcept {
+void TrayIcon::Apply(TrayCommand command) noexcept {
   switch (command) {
     case TrayCommand::Add:
       wanted_ = true;
@@ -25,7 +25,7 @@ void TrayIcon::Carry(TrayCommand command) noexcept {
 
 void TrayIcon::Restore() noexcept {
   if (wanted_) {
-    Carry(TrayCommand::Modify);
+    Apply(TrayCommand::Modify);
   }
 }
 

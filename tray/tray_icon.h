@@ -5,7 +5,7 @@
 namespace tidewell {
 
 /// The commands of the tray icon, as the shell numbers them.
-enum class TrayCommand : std::uint32_t { Add = 0, Modify = 1, Delete = 2 };
+enum class TrayCommand : std::int32_t { Add = 0, Modify = 1, Delete = 2 };
 
 /// Hands TrayIconData to the shell, in its 8-bit form, and takes it back.
 /// Returned: whether the shell carried the command out.
@@ -15,9 +15,9 @@ bool NotifyShell(TrayCommand command) noexcept;
 /// stands there; copes with a shell that starts late or restarts. A shell that refuses is not reported.
 class TrayIcon {
  public:
-  /// Carries a command out. A change that fails while the icon is wanted adds it. A removal that fails is tried once
+  /// Applies a command. A change that fails while the icon is wanted adds it. A removal that fails is tried once
   /// more; an icon that was never added, or was removed, is not removed.
-  void Carry(TrayCommand command) noexcept;
+  void Apply(TrayCommand command) noexcept;
 
   /// Brings the icon back, if it is wanted: the shell has made its task bar. It may still have the icon, and adding a
   /// living icon fails: the icon is changed first.

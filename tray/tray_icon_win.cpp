@@ -11,6 +11,10 @@
 
 namespace tidewell {
 
+static_assert(static_cast<DWORD>(TrayCommand::Add) == NIM_ADD &&
+              static_cast<DWORD>(TrayCommand::Modify) == NIM_MODIFY &&
+              static_cast<DWORD>(TrayCommand::Delete) == NIM_DELETE);
+
 bool NotifyShell(TrayCommand command) noexcept {
   const runtime::CodePage& codePage = runtime::SystemCodePage();
   // The shell takes the first, 88-byte form of its record by the size in it.

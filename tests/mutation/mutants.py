@@ -11,18 +11,18 @@ BY_HAND = {
         ("degrees-multiplied-first", "(angle / 360 + angle / 360) * 3.1415926535", "angle * 3.1415926535 / 180"),
     ],
     "astro/calendar.cpp": [
-        ("day-fraction-wraps", "Fit<std::int16_t>(hourMinutes + minute)",
+        ("day-fraction-wraps", "CheckedCast<std::int16_t>(hourMinutes + minute)",
          "static_cast<std::int16_t>(hourMinutes + minute)"),
         ("hour-from-arithmetic", 'CalHour = runtime::LeadingInteger(runtime::FormatNumber(hours, L"00.0000"));',
-         "CalHour = Fit<std::int16_t>(Int(hours));"),
-        ("part-of-a-day-too-early", "  CalWholeDays = Fit<",
-         "  CalDayPart = sinceMidnight - Int(sinceMidnight);\n  CalWholeDays = Fit<"),
+         "CalHour = CheckedCast<std::int16_t>(Int(hours));"),
+        ("part-of-a-day-too-early", "  CalWholeDays = CheckedCast<",
+         "  CalDayPart = sinceMidnight - Int(sinceMidnight);\n  CalWholeDays = CheckedCast<"),
     ],
     "runtime/checked.h": [
         ("half-goes-up", "std::nearbyint(value)", "std::round(value)"),
     ],
     "report/local_time_offset.cpp": [
-        ("offset-wraps", "Fit<std::int32_t>(std::int64_t{seasonBias} + zone.Bias)",
+        ("offset-wraps", "CheckedCast<std::int32_t>(std::int64_t{seasonBias} + zone.Bias)",
          "static_cast<std::int32_t>(std::int64_t{seasonBias} + zone.Bias)"),
     ],
     "runtime/number_format.cpp": [
@@ -99,7 +99,7 @@ BY_HAND = {
     "tray/tray_icon.cpp": [
         ("wish-read-before-the-call", "NotifyShell(command) || (wanted_ && NotifyShell(TrayCommand::Add))",
          "(wanted_ && (NotifyShell(command) || NotifyShell(TrayCommand::Add)))"),
-        ("icon-restored-by-adding", "    Carry(TrayCommand::Modify);\n", "    Carry(TrayCommand::Add);\n"),
+        ("icon-restored-by-adding", "    Apply(TrayCommand::Modify);\n", "    Apply(TrayCommand::Add);\n"),
     ],
     "report/frmMoon.cpp": [
         ("stored-option-decides", "if (controls_->Check1.at(0).State() == 1) {",
@@ -118,8 +118,8 @@ BY_HAND = {
         ("refused-fill-is-drawn", "painter.Paint(OnScreen(primitive, scale)) && whole",
          "(painter.Paint(OnScreen(primitive, scale)), true)"),
     ],
-    "runtime/run_time_end_win.cpp": [
-        ("box-in-the-handler", "    End();\n  }\n", "    End();\n    ReportRunTimeError();\n  }\n"),
+    "runtime/program_end_win.cpp": [
+        ("box-in-the-handler", "    End();\n  }\n", "    End();\n    ReportRuntimeError();\n  }\n"),
         ("box-not-topmost", " | MB_TOPMOST", ""),
     ],
     "forms/place_win.cpp": [

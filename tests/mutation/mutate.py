@@ -95,7 +95,7 @@ class NativeTests:
 class WindowsTests:
     """The tests of the windows under Wine; what they let pass is tried with the end-to-end tests, which take longer."""
 
-    programs = ("window_tests", "run_time_box_tests")
+    programs = ("window_tests", "program_end_tests")
     share = 0.75  # of few
 
     def __init__(self, tree, jobs, end_to_end):

@@ -82,14 +82,14 @@ TEST(Int, RoundsTowardMinusInfinity) {
   EXPECT_TRUE(Same(-1, Int(-1e-300)));
 }
 
-TEST(Fit, OverflowsOutside16And32Bits) {
-  EXPECT_EQ(Fit<std::int16_t>(32767), 32767);
-  EXPECT_EQ(Fit<std::int16_t>(-32768), -32768);
-  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { Fit<std::int16_t>(32768); }));
-  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { Fit<std::int16_t>(-32769); }));
-  EXPECT_EQ(Fit<std::int32_t>(2147483647), 2147483647);
-  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { Fit<std::int32_t>(2147483648); }));
-  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { Fit<std::int32_t>(-2147483649); }));
+TEST(CheckedCast, OverflowsOutside16And32Bits) {
+  EXPECT_EQ(CheckedCast<std::int16_t>(32767), 32767);
+  EXPECT_EQ(CheckedCast<std::int16_t>(-32768), -32768);
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { CheckedCast<std::int16_t>(32768); }));
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { CheckedCast<std::int16_t>(-32769); }));
+  EXPECT_EQ(CheckedCast<std::int32_t>(2147483647), 2147483647);
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { CheckedCast<std::int32_t>(2147483648); }));
+  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { CheckedCast<std::int32_t>(-2147483649); }));
 }
 
 TEST(RoundTo, RoundsHalfToEven) {

@@ -25,7 +25,7 @@ Shell shell;
 bool tidewell::NotifyShell(TrayCommand command) noexcept {
   shell.told.push_back(command);
   if (shell.removedMeanwhile != nullptr) {
-    std::exchange(shell.removedMeanwhile, nullptr)->Carry(Delete);
+    std::exchange(shell.removedMeanwhile, nullptr)->Apply(Delete);
   }
   if (shell.busy > 0 && shell.busy-- > 0) {
     return false;
@@ -51,11 +51,11 @@ using Told = std::vector<TrayCommand>;
 }  // namespace
 
 TEST_F(TrayIconTest, IsAddedChangedAndRemoved) {
-  icon.Carry(Add);
-  icon.Carry(Modify);
+  icon.Apply(Add);
+  icon.Apply(Modify);
   EXPECT_TRUE(shell.hasIcon);
   EXPECT_TRUE(icon.Wanted());
-  icon.Carry(Delete);
+  icon.Apply(Delete);
   EXPECT_FALSE(shell.hasIcon);
   EXPECT_FALSE(icon.Wanted());
   EXPECT_FALSE(icon.Stands());
@@ -63,37 +63,37 @@ TEST_F(TrayIconTest, IsAddedChangedAndRemoved) {
 }
 
 TEST_F(TrayIconTest, IsRemovedOnlyWhereItWasAdded) {
-  icon.Carry(Delete);
+  icon.Apply(Delete);
   EXPECT_EQ(shell.told, Told{});
-  icon.Carry(Add);
-  icon.Carry(Delete);
-  icon.Carry(Delete);
+  icon.Apply(Add);
+  icon.Apply(Delete);
+  icon.Apply(Delete);
   EXPECT_EQ(shell.told, (Told{Add, Delete}));
 }
 
 TEST_F(TrayIconTest, IsRemovedAtTheSecondTryFromAShellThatIsBusy) {
-  icon.Carry(Add);
+  icon.Apply(Add);
   shell.busy = 1;
-  icon.Carry(Delete);
+  icon.Apply(Delete);
   EXPECT_FALSE(shell.hasIcon);
   EXPECT_EQ(shell.told, (Told{Add, Delete, Delete}));
 }
 
 TEST_F(TrayIconTest, ComesWithAShellThatIsLate) {
   shell.present = false;
-  icon.Carry(Add);
-  icon.Carry(Modify);
+  icon.Apply(Add);
+  icon.Apply(Modify);
   EXPECT_FALSE(shell.hasIcon);
   EXPECT_FALSE(icon.Stands());
   shell.present = true;
-  icon.Carry(Modify);
+  icon.Apply(Modify);
   EXPECT_TRUE(shell.hasIcon);
   EXPECT_TRUE(icon.Stands());
   EXPECT_EQ(shell.told, (Told{Add, Modify, Add, Modify, Add}));
 }
 
 TEST_F(TrayIconTest, ComesBackWithANewTaskBarAlsoWhereItIsStillThere) {
-  icon.Carry(Add);
+  icon.Apply(Add);
   shell.hasIcon = false;
   icon.Restore();
   EXPECT_TRUE(shell.hasIcon);
@@ -104,17 +104,17 @@ TEST_F(TrayIconTest, ComesBackWithANewTaskBarAlsoWhereItIsStillThere) {
 TEST_F(TrayIconTest, StaysAwayOnceItWasRemoved) {
   icon.Restore();
   EXPECT_EQ(shell.told, Told{});
-  icon.Carry(Add);
-  icon.Carry(Delete);
+  icon.Apply(Add);
+  icon.Apply(Delete);
   icon.Restore();
-  icon.Carry(Modify);
+  icon.Apply(Modify);
   EXPECT_EQ(shell.told, (Told{Add, Delete, Modify}));
 }
 
 TEST_F(TrayIconTest, StaysAwayWhereTheShellsCallRemovedIt) {
-  icon.Carry(Add);
+  icon.Apply(Add);
   shell.removedMeanwhile = &icon;
-  icon.Carry(Modify);
+  icon.Apply(Modify);
   EXPECT_FALSE(shell.hasIcon);
   EXPECT_EQ(shell.told, (Told{Add, Modify, Delete}));
 }

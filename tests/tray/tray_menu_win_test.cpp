@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "runtime/run_time_end.h"
+#include "runtime/program_end.h"
 #include "support/shown_frmMoon.h"
 #include "support/system_stand_in_win.h"
 

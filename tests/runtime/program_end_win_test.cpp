@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "runtime/run_time_end.h"
+#include "runtime/program_end.h"
 #include "runtime/runtime_error.h"
 #include "support/system_stand_in_win.h"
 
@@ -45,7 +45,7 @@ void EndOn(auto exception) {
 
 TEST(RunTimeBox, ShowsTheFirstOfSeveralErrors) {
   const SystemStandIn standIn(messageBoxSlot, &NoteBox);
-  EXPECT_EQ(runtime::ReportRunTimeError(), 0);
+  EXPECT_EQ(runtime::ReportRuntimeError(), 0);
   EXPECT_TRUE(boxes.empty()) << "without an error there is nothing to say";
   EXPECT_FALSE(runtime::Ending());
 
@@ -55,7 +55,7 @@ TEST(RunTimeBox, ShowsTheFirstOfSeveralErrors) {
   EndOn(runtime::RuntimeError(runtime::ErrorNumber::DiskFull));
   EndOn(std::logic_error("any other"));
 
-  EXPECT_EQ(runtime::ReportRunTimeError(), 1);
+  EXPECT_EQ(runtime::ReportRuntimeError(), 1);
   ASSERT_EQ(boxes.size(), 1U);
   EXPECT_EQ(boxes[0].text, "Run-time error '7':\n\nOut of memory");
   EXPECT_EQ(boxes[0].caption, "Tidewell");
@@ -68,7 +68,7 @@ TEST(RunTimeBox, ShowsTheFirstOfSeveralErrors) {
 
   const SystemStandIn refusing(messageBoxSlot, &RefuseBox);
   const SystemStandIn last(fatalAppExitSlot, &NoteLastWords);
-  EXPECT_EQ(runtime::ReportRunTimeError(), 1);
+  EXPECT_EQ(runtime::ReportRuntimeError(), 1);
   EXPECT_EQ(lastWords, std::vector{boxes[0].text});
 }
 

@@ -11,7 +11,7 @@ namespace runtime {
 /// message loop ends.
 void End() noexcept;
 
-/// Like End, and remembers the error for ReportRunTimeError. Of several errors the first counts. An interrupted handler
+/// Like End, and remembers the error for ReportRuntimeError. Of several errors the first counts. An interrupted handler
 /// resumes afterwards, so it must check Ending before it shows anything.
 void EndOn(ErrorNumber number) noexcept;
 
@@ -22,6 +22,6 @@ void EndOnCurrentException() noexcept;
 /// handler: in the middle of a menu or of a drag the box would not get the mouse. If the system refuses the box, the
 /// system's own last message ends the process.
 /// Returns the exit status of the program, 1 after an error and 0 otherwise.
-int ReportRunTimeError() noexcept;
+int ReportRuntimeError() noexcept;
 
 }  // namespace runtime

@@ -4,7 +4,7 @@
 #include <new>
 #include <optional>
 
-#include "runtime/run_time_end.h"
+#include "runtime/program_end.h"
 #include "version.h"
 
 namespace runtime {
@@ -31,7 +31,7 @@ BOOL CALLBACK LetTheBoxCover(HWND window, LPARAM /*parameter*/) noexcept {
   return TRUE;
 }
 
-void ShowRunTimeError(ErrorNumber number) noexcept {
+void ShowRuntimeError(ErrorNumber number) noexcept {
   std::array<char, 1025> text{};  // as much as wsprintfA may write; no allocation: the error may be a lack of memory
   wsprintfA(text.data(), "Run-time error '%d':\n\n%s", static_cast<int>(number), ErrorText(number));
   // Task modal: the program's own windows are disabled while the box stands.
@@ -64,13 +64,13 @@ void EndOn(ErrorNumber number) noexcept {
 
 void EndOnCurrentException() noexcept { EndOn(NumberOfCurrentException()); }
 
-int ReportRunTimeError() noexcept {
+int ReportRuntimeError() noexcept {
   if (!endedBy) {
     return 0;
   }
   // Not every system obeys MB_TOPMOST, and the box would open behind a topmost window.
   EnumThreadWindows(GetCurrentThreadId(), LetTheBoxCover, 0);
-  ShowRunTimeError(*endedBy);
+  ShowRuntimeError(*endedBy);
   return 1;
 }
 
