@@ -46,7 +46,7 @@ TwipsPerPixel ReadTwipsPerPixel() {
 runtime::unique_font MakeFont(const FontDescription& font) {
   const double scale = ReadTwipsPerPixel().y;
   LOGFONTW logical{};
-  // Rounded down: a text must not outgrow its place, which is scaled exactly.
+  // Rounded down: a text must not outgrow its place.
   logical.lfHeight = -static_cast<LONG>(std::floor(font.points * kTwipsPerPoint / scale));
   logical.lfWeight = font.bold ? FW_BOLD : FW_NORMAL;
   logical.lfCharSet = DEFAULT_CHARSET;

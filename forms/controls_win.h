@@ -11,11 +11,10 @@
 
 namespace forms {
 
-/// Reads the screen's twips per pixel. Throws RuntimeError 7 "Out of memory" when the system refuses.
+/// Reads the screen's twips per pixel. Error: 7 Out of memory.
 [[nodiscard]] TwipsPerPixel ReadTwipsPerPixel();
 
-/// Makes the font of a control for the screen's resolution. Points are 20 twips. Throws RuntimeError 7 "Out of memory"
-/// when the system refuses.
+/// Makes a font for the screen's resolution. Points are 20 twips. Error: 7 Out of memory.
 [[nodiscard]] runtime::unique_font MakeFont(const FontDescription& font);
 
 /// Loads an icon of a size in pixels from the program's resources; null when there is none.
@@ -24,11 +23,10 @@ namespace forms {
 /// A place in pixels.
 [[nodiscard]] RECT ToPixels(const TwipsPlace& place, const TwipsPerPixel& scale);
 
-/// A control, child of a form or of a frame in it, with its font. The window belongs to its parent and ends with it.
+/// A control of a form or of a frame in it, with its font. Its window belongs to the parent and ends with it.
 class Control {
  public:
-  /// Creates the control as described. Frames are made by class Frame. Throws RuntimeError 7 "Out of memory" when the
-  /// system refuses.
+  /// Creates the control as described; frames have a class of their own. Error: 7 Out of memory.
   Control(const ControlDescription& description, HWND parent);
 
   /// The control's window, valid as long as its parent.
@@ -40,7 +38,7 @@ class Control {
   /// The caption as it stands on the window.
   [[nodiscard]] std::wstring Caption() const;
 
-  /// Writes the caption. A text that already stands is left alone, which spares a flicker. Error: 7 Out of memory.
+  /// Writes the caption. A text that already stands is not written again, or it would flicker. Error: 7 Out of memory.
   void SetCaption(const std::wstring& caption);
 
   /// The state of a check box: 0 or 1. Setting it from the program does not notify the form.
@@ -55,14 +53,13 @@ class Control {
   HWND hwnd_;
 };
 
-/// A frame without a caption: an etched border around check boxes, which are its children, so that it cuts off what
-/// reaches beyond its edge. Their commands go on to the form.
+/// A frame without a caption: an etched border around check boxes. They are its children, so that it cuts off what
+/// reaches beyond its edge. It passes their commands on to the form.
 class Frame : public Window<Frame> {
  public:
   static constexpr const wchar_t* kWindowClass = L"TidewellFrame";
 
-  /// Creates the frame as described; the keeper is the form's. Throws RuntimeError 7 "Out of memory" when the system
-  /// refuses.
+  /// Creates the frame as described; the keeper is the form's. Error: 7 Out of memory.
   Frame(const ControlDescription& description, HWND form, PaintKeeper& keeper);
 
  private:

@@ -6,7 +6,7 @@
 
 namespace forms {
 
-/// The device context of a WM_PAINT, for the time of the scope; null if the system refuses it, which the keeper notes.
+/// The device context of a WM_PAINT within a scope; null if the system refuses it, which the keeper notes.
 class PaintScope {
  public:
   PaintScope(HWND window, PaintKeeper& keeper) noexcept : window_(window), dc_(BeginPaint(window, &paint_)) {
@@ -30,7 +30,7 @@ class PaintScope {
   HDC dc_;
 };
 
-/// The device context of the whole screen, for the time of the scope; null if the system refuses it.
+/// The device context of the whole screen within a scope; null if the system refuses it.
 class ScreenScope {
  public:
   ScreenScope() noexcept : dc_(GetDC(nullptr)) {}

@@ -27,7 +27,7 @@ Shape Scaled(const Ellipse& ellipse, const PixelScale& scale) {
 
 Shape Scaled(const Pie& pie, const PixelScale& scale) {
   const Box box = OnScreen(pie.box, scale);
-  // From the centre of the scaled box, or rounding would tilt a line that is upright.
+  // From the centre of the scaled box, or rounding would tilt an upright line.
   const auto radial = [&, was = Centre(pie.box), is = Centre(box)](const Point& point) {
     return Point{.x = is.x + static_cast<int>(std::lround((point.x - was.x) * scale.x)),
                  .y = is.y + static_cast<int>(std::lround((point.y - was.y) * scale.y))};

@@ -10,7 +10,7 @@ namespace forms {
 /// A colour as Windows has it: 0x00BBGGRR.
 using Colour = std::uint32_t;
 
-/// A pixel, counted right and down from the top left one of the client area.
+/// A pixel, counted right and down from the top left corner of the client area.
 struct Point {
   int x, y;
   bool operator==(const Point&) const = default;
@@ -64,39 +64,39 @@ struct Shape {
   bool operator==(const Shape&) const = default;
 };
 
-/// Scales the edges of a box to the screen, and then rounds them.
+/// Scales a box to the screen, then rounds its edges.
 [[nodiscard]] Box OnScreen(const Box& box, const PixelScale& scale);
 
-/// Scales a primitive to the screen: what its pixels depend on. It is rounded last, so that circles stay round.
+/// Scales a primitive to the screen and rounds it last, so that circles stay round.
 [[nodiscard]] Shape OnScreen(const Primitive& primitive, const PixelScale& scale);
 
 /// How shapes are filled: with the fill colour or not at all.
 enum class FillStyle : std::uint8_t { Solid, Transparent };
 
-/// How outlines are drawn. Solid is the only style that the program draws with.
+/// How outlines are drawn: always solid.
 enum class DrawStyle : std::uint8_t { Solid };
 
-/// What has been drawn on a form: a list of primitives that the form replays whenever it is painted, so that the
-/// drawing persists without a bitmap and is crisp on any screen.
+/// What has been drawn on a form. The form replays the list whenever it is painted: the drawing persists without a
+/// bitmap and is crisp on any screen. The draw style and the fore colour are kept although nothing reads them.
 class DrawingList {
  public:
   /// Forgets what was drawn; the styles and colours stay.
   void Cls() noexcept { primitives_.clear(); }
 
-  /// Set what the circles from now on are drawn with; what stands already keeps its look.
+  /// Set what the next circles are drawn with.
   void SetDrawStyle(DrawStyle style) noexcept { drawStyle_ = style; }
   void SetFillStyle(FillStyle style) noexcept { fillStyle_ = style; }
   void SetFillColor(Colour colour) noexcept { fillColor_ = colour; }
 
-  /// The colour of the shapes that name none. The program draws no such shape.
+  /// The colour of shapes that name none, which the program does not draw.
   void SetForeColor(Colour colour) noexcept { foreColor_ = colour; }
   [[nodiscard]] Colour ForeColor() const noexcept { return foreColor_; }
 
-  /// Draws a circle, or an ellipse when the aspect, the vertical half-axis over the horizontal one, is not 1. The
-  /// radius is the larger half-axis. Of a negative aspect the magnitude counts.
+  /// Draws a circle, or an ellipse if the aspect is not 1: the vertical half-axis over the horizontal one. The radius
+  /// is the larger half-axis. A negative aspect counts by its magnitude.
   void Circle(Point centre, double radius, Colour outline, double aspect = 1);
 
-  /// Draws a pie as it is, whatever the styles.
+  /// Draws a pie, whatever the styles.
   void DrawPie(const Pie& pie) { primitives_.emplace_back(pie); }
 
   /// What was drawn since Cls, in the order of drawing.

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kNarrow = 10;  ///< pixels
 
-/// Paints one shape after the other, within its box; each function says whether all was painted.
+/// Paints shapes within their boxes. Each function returns whether all was painted.
 class Painter {
  public:
   Painter(HDC dc, const PixelScale& scale) noexcept
@@ -44,8 +44,8 @@ class Painter {
            (!fill || SetDCBrushColor(dc_, *fill) != CLR_INVALID);
   }
 
-  /// Row by row: the system draws nothing for an ellipse without an inside, like the terminator of a quarter, and Wine
-  /// draws stray pixels for one that is few pixels wide.
+  /// Row by row: the system draws nothing for an ellipse without an inside, like a quarter's terminator, and Wine draws
+  /// stray pixels for a narrow one.
   [[nodiscard]] bool PaintNarrow(const Box& box) const noexcept {
     auto* const brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
     const double halfWidth = (box.right - 1 - box.left) / 2.0;
@@ -60,7 +60,7 @@ class Painter {
     return whole;
   }
 
-  /// Draws the outline again at each place of a pen of more than one pixel: the stock pen has only one width.
+  /// The stock pen is one pixel wide. Draws the outline again at each pixel of a wider pen.
   [[nodiscard]] bool Widen(const Box& box) const noexcept {
     if (pen_ == 1) {
       return true;

@@ -10,16 +10,15 @@
 
 namespace forms {
 
-/// A label whose text is never cut off at its sides: one that is too wide for its room is written in the largest size
-/// of the label's font in which it is not.
+/// A label whose text is never cut off at its sides. A text that is too wide is written in the largest size that fits.
 class FittedLabel {
  public:
-  /// Creates the label as described, for texts of at most so many pixels. Error: 7 Out of memory.
+  /// Creates the label as described; `room` is the width of the widest text in pixels. Error: 7 Out of memory.
   FittedLabel(const ControlDescription& description, HWND parent, int room)
       : label_(description, parent), room_(room) {}
 
-  /// Writes the caption. If the system refuses to measure it or to make a smaller font, it is fitted with the next
-  /// call. Error: 7 Out of memory.
+  /// Writes the caption. If the system refuses to measure it, or a smaller font, the next call fits it. Error: 7 Out of
+  /// memory.
   void SetCaption(const std::wstring& caption);
 
  private:

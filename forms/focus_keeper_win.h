@@ -4,11 +4,11 @@
 
 namespace forms {
 
-/// Remembers which control of a form has the keyboard while another window is active; a form is no dialog box, so that
-/// the system does not. The first time it is the first control in tab order.
+/// Remembers which control of a form has the keyboard while another window is active. The system does so for dialog
+/// boxes only. It begins with the first control in tab order.
 class FocusKeeper {
  public:
-  /// To be called for WM_ACTIVATE, instead of the default handling, which would give the focus to the form itself.
+  /// Call it for WM_ACTIVATE instead of the default handling, which gives the focus to the form itself.
   void OnActivate(HWND form, WPARAM wParam) noexcept {
     if (LOWORD(wParam) == WA_INACTIVE) {
       Save(form, GetFocus());
@@ -17,8 +17,7 @@ class FocusKeeper {
     }
   }
 
-  /// To be called for WM_SETFOCUS. A form that is minimised gets the focus from the control that had it; any other
-  /// passes it on.
+  /// Call it for WM_SETFOCUS. A minimised form takes the focus from its control; any other passes it on.
   void OnSetFocus(HWND form, WPARAM wParam) noexcept {
     Save(form, reinterpret_cast<HWND>(wParam));
     if (IsIconic(form) == FALSE) {
@@ -26,7 +25,7 @@ class FocusKeeper {
     }
   }
 
-  /// Hands the keyboard on to a control of the form that has it itself.
+  /// Gives the form's keyboard to one of its controls.
   void PassOn(HWND form) noexcept {
     const HWND first = GetNextDlgTabItem(form, nullptr, FALSE);
     SetFocus(last_ != nullptr ? last_ : first != nullptr ? first : form);

@@ -6,12 +6,12 @@
 
 namespace forms {
 
-/// How many twips (1/1440 inch) one pixel of the screen measures in each direction.
+/// Twips (1/1440 inch) per pixel of the screen, in each direction.
 struct TwipsPerPixel {
   double x, y;
 };
 
-/// The same for a screen of 96 pixels an inch, for which drawings are designed.
+/// The same for 96 pixels an inch, for which drawings are designed.
 inline constexpr double kDesignTwipsPerPixel = 15;
 
 /// A length in twips as pixels, rounded to the nearest whole number.
@@ -36,8 +36,7 @@ struct FontDescription {
   const wchar_t* scalable = nullptr;  ///< the face for other than 96 pixels an inch, if `face` consists of pixels
 };
 
-/// The font of controls that name none. The places of the controls are measured for it: the larger font of the system's
-/// message boxes would cut off the longest check box.
+/// The font of controls that name none. The larger font of message boxes would cut off the longest check box.
 inline constexpr FontDescription kDefaultFont = {.face = L"MS Shell Dlg 2", .points = 8.25, .bold = false};
 
 /// One control of a form as it is designed. The id is the control's identity in WM_COMMAND.

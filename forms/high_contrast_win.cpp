@@ -6,7 +6,7 @@ namespace forms {
 
 namespace {
 
-/// Whether black stands out from a colour by less than three to one, the least that a picture needs.
+/// True if black on this colour has a contrast below 3:1.
 bool Dark(COLORREF colour) noexcept {
   constexpr int kDarkGrey = 0x59;
   return 299 * GetRValue(colour) + 587 * GetGValue(colour) + 114 * GetBValue(colour) < 1000 * kDarkGrey;

@@ -2,7 +2,7 @@
 
 namespace forms {
 
-/// Whether the user has chosen high contrast on a dark background, on which what is drawn in black vanishes.
+/// Whether the user has chosen high contrast on a dark background, where black vanishes.
 [[nodiscard]] bool DarkHighContrast() noexcept;
 
 }  // namespace forms

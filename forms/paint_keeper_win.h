@@ -4,14 +4,14 @@
 
 namespace forms {
 
-/// Remembers that a painting of a form, or of a frame in it, was refused, and has all of it painted again. That waits
-/// for the next tick: what is refused now would be refused again at once, in a loop that starves the timers.
+/// Remembers that painting a form, or a frame in it, was refused, and paints it again at the next tick. At once it
+/// would be refused again, in a loop that starves the timers.
 class PaintKeeper {
  public:
-  /// To be called with the result of each call that paints, or asks for a painting.
+  /// Call it with the result of each call that paints or invalidates.
   void Note(bool done) noexcept { refused_ = refused_ || !done; }
 
-  /// To be called at each tick of the form.
+  /// Call it at each tick of the form.
   void OnTick(HWND form) noexcept {
     if (refused_) {
       refused_ = RedrawWindow(form, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN) == FALSE;

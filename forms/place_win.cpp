@@ -23,7 +23,7 @@ RECT Centred(const RECT& outer, const RECT& work) {
   return {.left = left, .top = top, .right = left + width, .bottom = top + height};
 }
 
-/// Whether a message says that a window is about to be shown, or restored, or that the screens have changed under it.
+/// Whether a message shows or restores the window, or changes the screens under it.
 bool MayNeedAScreen(HWND window, UINT message, WPARAM wParam) {
   switch (message) {
     case WM_SHOWWINDOW:
@@ -63,7 +63,7 @@ void Centre(HWND window, const RECT& work) {
 }
 
 void StayOnScreen(HWND window, UINT message, WPARAM wParam) {
-  // A minimised window lies off every screen: its turn comes when it is restored.
+  // A minimised window is off every screen until it is restored.
   if (MayNeedAScreen(window, message, wParam) && IsIconic(window) == FALSE &&
       MonitorFromWindow(window, MONITOR_DEFAULTTONULL) == nullptr) {
     Centre(window, MainWorkArea());
@@ -72,7 +72,7 @@ void StayOnScreen(HWND window, UINT message, WPARAM wParam) {
 
 void ShowInForeground(HWND window) {
   ShowWindow(window, SW_RESTORE);
-  // The first call of a process may do what its start asked for instead: show no window, or a minimised one.
+  // The first call in a process may obey its start instead, and show no window or a minimised one.
   if (IsIconic(window) != FALSE || IsWindowVisible(window) == FALSE) {
     ShowWindow(window, SW_RESTORE);
   }

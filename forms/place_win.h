@@ -8,9 +8,8 @@ namespace forms {
 /// area. Error: 7 Out of memory if the system refuses to tell the edges.
 [[nodiscard]] RECT CentredPlace(int clientWidth, int clientHeight, DWORD style, DWORD exStyle);
 
-/// Brings a window that no screen shows, since its screen is gone, to the middle of the main screen's work area. Other
-/// windows stay where they are; so do hidden ones, for their screen may come back before they are shown.
-/// To be called for every message of a form: it looks at those that show the window or change the screens.
+/// Brings a window that is on no screen to the middle of the main one. Hidden windows stay: their screen may come back.
+/// Call it for every message of a form; it looks at those that show the window or change the screens.
 void StayOnScreen(HWND window, UINT message, WPARAM wParam);
 
 /// Returns the work area of the screen that a window is on, or was on before it was hidden.
@@ -22,8 +21,7 @@ void Centre(HWND window, const RECT& work);
 /// Shows a window and brings it to the foreground, restored if it was minimised.
 void ShowInForeground(HWND window);
 
-/// Makes a window topmost at its present place and size; it does not move if the system does not tell them. The result
-/// is not checked.
+/// Makes a window topmost at its present place and size. The result is not checked.
 void MakeTopmost(HWND window);
 
 }  // namespace forms

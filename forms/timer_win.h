@@ -9,7 +9,7 @@ namespace forms {
 /// A timer of a window: WM_TIMER with its id at each interval, as long as the object lives.
 class Timer {
  public:
-  /// Throws RuntimeError 7 "Out of memory" when the system refuses: what the timer drives would stand still unseen.
+  /// Error: 7 Out of memory.
   Timer(HWND window, UINT_PTR id, UINT milliseconds) : window_(window), id_(id) {
     if (SetTimer(window_, id_, milliseconds, nullptr) == 0) {
       throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);

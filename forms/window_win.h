@@ -20,8 +20,8 @@ struct WindowSettings {
 /// A window whose messages go to Form::OnMessage(message, wParam, lParam). Form names its window class in
 /// `static constexpr const wchar_t* kWindowClass`.
 ///
-/// Neither copied nor moved: the window knows the object's address. The messages of creation before WM_NCCREATE and
-/// those after WM_NCDESTROY go to the system's default.
+/// Neither copied nor moved: the window knows the object's address. Messages before WM_NCCREATE and after WM_NCDESTROY
+/// get the default handling.
 template <class Form>
 class Window {
  public:
@@ -36,8 +36,8 @@ class Window {
 
   ~Window() { Destroy(); }
 
-  /// Destroys the window, detached first: no message reaches the object any more. To be called in the destructor of a
-  /// form whose members its window uses, like its fonts and icons.
+  /// Detaches the window, so that no message reaches the object any more, and destroys it. Call it in the destructor of
+  /// a form whose window uses its members, like fonts and icons.
   void Destroy() noexcept {
     if (hwnd_ != nullptr) {
       const HWND window = hwnd_;
@@ -46,8 +46,7 @@ class Window {
     }
   }
 
-  /// Creates the window. Throws RuntimeError 7 "Out of memory" when the system refuses: a program without its window
-  /// would go on unseen.
+  /// Creates the window. Error: 7 Out of memory.
   void Create(const WindowSettings& settings) {
     const HINSTANCE instance = GetModuleHandleW(nullptr);
     WNDCLASSEXW windowClass = {.cbSize = sizeof windowClass,
@@ -73,13 +72,13 @@ class Window {
     }
   }
 
-  /// Closes the form by its Form_Unload, which hides it or ends the program.
+  /// Closes the form: its Form_Unload hides it or ends the program.
   void Unload() {
     bool Cancel = false;
     static_cast<Form*>(this)->Form_Unload(Cancel);
   }
 
-  /// What the system does with a message by default; returns its answer.
+  /// Gives a message the system's default handling; returns the answer.
   LRESULT DefaultHandling(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     return DefWindowProcW(hwnd_, message, wParam, lParam);
   }
@@ -101,8 +100,8 @@ class Window {
       self->Detach();
       return DefWindowProcW(window, message, wParam, lParam);
     }
-    // Once the program is ending no handler runs; a window that still stands behind an error's box goes on showing
-    // itself, and is not closed before its time.
+    // Once the program is ending, no handler runs. A window behind an error's box still paints itself, and cannot be
+    // closed.
     if (self == nullptr || (runtime::Ending() && message != WM_PAINT)) {
       return runtime::Ending() && message == WM_CLOSE ? 0 : DefWindowProcW(window, message, wParam, lParam);
     }
@@ -117,8 +116,8 @@ class Window {
   HWND hwnd_ = nullptr;
 };
 
-/// Runs the messages of this thread until End. Tab, arrows, Space and Enter move and act within every form.
-/// Error: 51 Internal error if the system hands out no more messages.
+/// Runs the messages of this thread until End. Tab, arrows, Space and Enter work in every form. Error: 51 Internal
+/// error if the system hands out no more messages.
 void RunMessageLoop();
 
 }  // namespace forms

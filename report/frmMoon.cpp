@@ -33,8 +33,8 @@ runtime::unique_icon LoadWindowIcon(int widthMetric, int heightMetric) {
   return forms::LoadIconResource(IDI_WINDOW, GetSystemMetrics(widthMetric), GetSystemMetrics(heightMetric));
 }
 
-/// Whether a notice of the system says that the clock or the zone was set, the computer has resumed from sleep, or the
-/// locale has changed.
+/// Whether a notice says that the clock, the zone or the locale has changed, or that the computer has resumed from
+/// sleep.
 bool ChangesTheReport(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_TIMECHANGE:
@@ -48,8 +48,7 @@ bool ChangesTheReport(UINT message, WPARAM wParam, LPARAM lParam) {
   }
 }
 
-/// Has the picture painted again at the end of a report, also of one that an error cuts short, where its pixels have
-/// changed: every few hours.
+/// Repaints the picture at the end of a report, also if an error cuts it short, but only if its pixels have changed.
 class PictureRepaint {
  public:
   PictureRepaint(HWND window, forms::PaintKeeper& keeper, const forms::DrawingList& drawing,
@@ -141,7 +140,7 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       OnCommand(LOWORD(wParam), HIWORD(wParam));
       return 0;
     case DM_GETDEFID:
-      // Enter presses "Close" only where the focus is on it: no default button ends the program by accident.
+      // Enter presses "Close" only if it has the focus: no default button ends the program by accident.
       return GetFocus() == controls_->Command1.hwnd() ? MAKELRESULT(layout::kCommand1Description.id, DC_HASDEFID) : 0;
     case WM_PAINT:
       Paint();
@@ -175,7 +174,7 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void frmMoon::LeaveTheKeyboard(WINDOWPOS& change) const {
-  // Form_Load places the window before it is shown: a minimised start must not take the keyboard.
+  // Form_Load places the hidden window, which must not take the keyboard.
   if (IsWindowVisible(hwnd()) == FALSE && (change.flags & SWP_SHOWWINDOW) == 0) {
     change.flags |= SWP_NOACTIVATE;
   }
@@ -240,7 +239,7 @@ void frmMoon::Form_Load() {
   forms::MakeTopmost(hwnd());
   settingsFile_.emplace();
   settingsFile_->Read();
-  // Only the southern view is restored. The other two start unticked on every run, whatever is stored: on purpose.
+  // On purpose only the southern view is restored; the other two start unticked.
   if (StateFromOption(Settings.SouthernView) == 1) {
     controls_->Check1.at(2).SetState(1);
     Check1_Click(2);  // a changed box is handled as a click, also when the program changed it
@@ -282,7 +281,7 @@ void frmMoon::Check1_Click(int Index) {
 void frmMoon::Command1_Click() { Unload(); }
 
 void frmMoon::Form_Unload(bool& Cancel) {
-  // The box as it stands on the window decides, not the stored option.
+  // The box on the window decides, not the stored option.
   if (controls_->Check1.at(0).State() == 1) {
     Cancel = true;
     Hide();

@@ -27,12 +27,12 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
  public:
   static constexpr const wchar_t* kWindowClass = L"TidewellMoon";
 
-  /// Loads the window's icons. The window itself comes with Load.
+  /// Loads the icons; Load makes the window.
   frmMoon();
   ~frmMoon() { Destroy(); }
 
-  /// Loads the window, which stays hidden: options, first report, tray icon.
-  /// Errors: those of the settings file and of the report.
+  /// Makes the window, which stays hidden: options, first report, tray icon. Errors: 7 Out of memory, those of the
+  /// settings file and of the report.
   void Load();
 
   // ReportForm, for the report and the phase drawing.

@@ -23,8 +23,7 @@ inline constexpr int kCommand1Index = 1;  ///< of the only member, "Close"
 inline constexpr forms::ControlDescription kFrame1Description = {
     .kind = forms::ControlKind::Frame, .id = kFrame1, .caption = L"", .place = {90, 3690, 3645, 855}};
 
-/// In tab order. Check1(1) starts just before the right edge of the frame, so that most of it is cut off; its option is
-/// stored only.
+/// In tab order. On purpose the frame cuts most of Check1(1) off; its option is only stored.
 inline constexpr auto kCheck1Descriptions = std::to_array<forms::ControlDescription>({
     {.kind = forms::ControlKind::CheckBox,
      .id = kCheck1 + 0,
@@ -46,7 +45,7 @@ inline constexpr forms::ControlDescription kCommand1Description = {.kind = forms
                                                                    .caption = L"Close",
                                                                    .place = {2700, 4680, 1065, 345}};
 
-/// What a line may take up: the window's width, but for a margin of 2 pixels at 96 to the inch on either side.
+/// The widest line: the window's width less a margin of 2 pixels at 96 to the inch on either side.
 inline constexpr int kLineWidth = kClientWidth - 2 * 30;
 
 /// One of the four lines, 300 twips apart. They start left of the window's edge, so that they are centred on it.

@@ -4,8 +4,8 @@
 
 namespace tidewell {
 
-/// The settings file, "\vesk.dat" in the program's folder. It is open as long as the object lives.
-/// Errors of every operation: those of runtime::RandomFile.
+/// The settings file, "\vesk.dat" in the program's folder, open as long as the object lives. Errors of every operation:
+/// those of runtime::RandomFile.
 class SettingsFile {
  public:
   /// Opens the file. A missing file is created empty.

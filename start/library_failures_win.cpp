@@ -1,5 +1,5 @@
-// What the C and C++ libraries do when they fail, replaced by the program's own. The libraries' would bring 100 kB
-// along (name demangling, both instantiations of its strings, a random device), and end the process silently.
+// The failures of the C and C++ libraries, replaced by our own. Theirs would bring 100 kB along (name demangling, both
+// instantiations of strings, a random device) and end the process silently.
 
 #include <bits/functexcept.h>
 
@@ -38,8 +38,8 @@ extern "C" [[gnu::used]] void* __wrap_malloc(std::size_t size) {
 }
 // NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
-// The libraries come here when there is no memory for an exception: they abort where the thread's exception state is
-// made, and terminate where the exception itself is. No other cause leads here.
+// Without memory for an exception the libraries abort (for the thread's exception state) or terminate (for the
+// exception itself). Nothing else leads here.
 extern "C" void abort() { tidewell::EndWithoutMemory(); }
 namespace __gnu_cxx {
 void __verbose_terminate_handler() { tidewell::EndWithoutMemory(); }

@@ -18,8 +18,8 @@ namespace tidewell {
 
 namespace {
 
-/// Has libraries that are loaded from now on looked for in the system's folder alone, not beside the program, where
-/// anybody may have put one. Windows 7 without its updates lacks the function.
+/// From now on loads libraries from the system's folder only: anybody may have put one beside the program. Windows 7
+/// without its updates lacks the function.
 void LoadLibrariesOfTheSystemOnly() {
   const FARPROC found = GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "SetDefaultDllDirectories");
   if (found != nullptr) {
@@ -27,13 +27,13 @@ void LoadLibrariesOfTheSystemOnly() {
   }
 }
 
-/// Whether whoever starts the program wants its window out of the way, like the start-up entry and `start /min`.
+/// Whether the start asks for no window, as the start-up entry and `start /min` do.
 bool AsksForNoWindow(int showCommand) {
   constexpr std::array kCommands = {SW_HIDE, SW_SHOWMINIMIZED, SW_MINIMIZE, SW_SHOWMINNOACTIVE, SW_FORCEMINIMIZE};
   return std::ranges::find(kCommands, showCommand) != kCommands.end();
 }
 
-/// A shortcut may ask for a maximised window; this one has a fixed size. The system may heed the shortcut the first
+/// A shortcut may ask for a maximised window, but this one has a fixed size. The system may obey the shortcut the first
 /// time a window is shown, whatever is asked for here.
 void ShowMainWindow(HWND window, int showCommand) {
   if (AsksForNoWindow(showCommand)) {
@@ -50,7 +50,7 @@ frmMoon* theForm = nullptr;
 
 /// Ends the process. The system takes all windows away at once, which takes less time than destroying them one by one.
 [[noreturn]] void Finish() noexcept {
-  // Also after an error, or where the loop has ended by itself: the icon must not be left behind dead.
+  // Also after an error, or if the loop has ended by itself: no dead icon may stay.
   if (theForm != nullptr) {
     theForm->EndProgram();
   }

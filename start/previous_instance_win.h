@@ -7,14 +7,14 @@
 
 namespace tidewell {
 
-/// Tells whether another copy of the program runs in the user's session. The system decides the race of two copies that
-/// start in the same instant: one of them creates the mutex, the other one finds it.
+/// Tells whether another copy of the program runs in the user's session. Of two copies that start at once, one creates
+/// the mutex and the other finds it.
 class PreviousInstanceTest {
  public:
   /// Makes the test; this copy counts as running as long as the object lives.
   PreviousInstanceTest() noexcept : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\" TIDEWELL_NAME " is running")) {
     const DWORD reason = GetLastError();
-    // Access is denied to the mutex of a copy with higher rights: it runs all the same.
+    // Access is denied to the mutex of an elevated copy: it runs all the same.
     anotherIsRunning_ = reason == ERROR_ALREADY_EXISTS || (!mutex_ && reason == ERROR_ACCESS_DENIED);
   }
 

@@ -2,12 +2,11 @@
 
 namespace tidewell {
 
-/// To be called first. A malloc that fails before ends the program, since the start-up code of the library does not ask
-/// what it got. The thread's first exception needs memory that all later ones share: it is thrown here.
+/// Call it first. It throws the thread's first exception, which needs memory that later ones share. Before it, a malloc
+/// that fails ends the program: the library's start-up code does not check what it got.
 void PrepareForExceptions() noexcept;
 
-/// Ends the program at once, from wherever it is, with the box of run-time error 7: memory is lacking even for the
-/// exception that would tell of it.
+/// Ends the program at once with the box of run-time error 7: there is no memory even for an exception.
 [[noreturn]] void EndWithoutMemory() noexcept;
 
 }  // namespace tidewell

@@ -27,7 +27,7 @@ constexpr ScaleMode kScaleMode = ScaleMode::Twips;
 /// The entries of mFile. A menu's ids start at 1: 0 says that nothing was chosen.
 enum MenuEntry : UINT { mnuAbout = 1, mnuShow, mnuExit };
 
-/// Ticks while the menu is open, for EndMenuLeftBehind. If the system refuses it, the menu still works.
+/// Ticks while the menu is open, for EndMenuLeftBehind. If it is refused, the menu still works.
 constexpr UINT_PTR kMenuTimer = 1;
 constexpr UINT kMenuTimerInterval = 100;
 
@@ -65,7 +65,7 @@ void frmAbout::Load() {
           .style = kStyle,
           .exStyle = kExStyle,
           .place = forms::CentredPlace(layout::kClientWidth, layout::kClientHeight, kStyle, kExStyle)});
-  // To a copy with higher rights than the shell's the broadcast would not get through.
+  // If we run elevated, the system would block the shell's broadcast.
   ChangeWindowMessageFilterEx(hwnd(), taskbarCreated_, MSGFLT_ALLOW, nullptr);
   mFile.reset(CreatePopupMenu());
   if (AppendMenuW(mFile.get(), MF_STRING, mnuAbout, layout::kMnuAboutCaption) == FALSE ||
@@ -99,7 +99,7 @@ HICON frmAbout::Picture(int index) {
 
 void frmAbout::UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum) {
   const auto command = static_cast<TrayCommand>(Value);
-  // A handler that was interrupted by the end must not bring the icon back, and an icon that never was needs no window.
+  // While ending, do not add the icon again; if it was never added, create no window for it.
   if (command == TrayCommand::Delete ? !trayIcon_.Wanted() : runtime::Ending()) {
     return;
   }
@@ -134,12 +134,12 @@ LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       EndMenuLeftBehind();
       return 0;
     case WM_MOUSEMOVE:
-      // From the pointer over the window, and from the tray icon, which sends the number of its message as the X.
+      // From the pointer over the window, or from the tray icon, whose X is the number of its message.
       Form_MouseMove(0, 0, GET_X_LPARAM(lParam) * twipsPerPixel_.x, GET_Y_LPARAM(lParam) * twipsPerPixel_.y);
       return 0;
     case WM_WINDOWPOSCHANGING:
       if (makingTopmost_) {
-        // The call would activate the window, hidden or not: pointing at the icon must not take the keyboard.
+        // The call would activate even a hidden window: pointing at the icon must not take the keyboard.
         reinterpret_cast<WINDOWPOS*>(lParam)->flags |= SWP_NOACTIVATE;
       }
       return DefaultHandling(message, wParam, lParam);
@@ -194,7 +194,7 @@ void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double Y)
   if (!MayBeOfTheIcon(Y)) {
     return;
   }
-  // The icon's messages arrive while the menu is tracked, too: no toggling behind it, no second menu.
+  // The icon's messages also arrive while the menu is open: no toggling then, and no second menu.
   if (menuOpen_) {
     if (MouseMsg == kLeftButtonUp || MouseMsg == kRightButtonUp) {
       taskBar_ = nullptr;  // ends a menu without the foreground
@@ -219,11 +219,11 @@ void frmAbout::PopupMenu() {
   POINT pointer{};
   GetCursorPos(&pointer);
   // Without the foreground the menu would stay open when the user clicks elsewhere. The system may refuse it, or the
-  // user may have gone elsewhere already: hence the timer.
+  // user may be elsewhere already: hence the timer.
   SetForegroundWindow(hwnd());
   taskBar_ = ProcessOf(before) == ProcessOf(GetShellWindow()) ? before : nullptr;
   SetTimer(hwnd(), kMenuTimer, kMenuTimerInterval, nullptr);
-  // The left button alone chooses: a second click of the right one, with the menu opened under it, must not hit "Exit".
+  // Only the left button chooses: a second right click on the menu must not hit "Exit".
   const BOOL entry =
       TrackPopupMenu(mFile.get(), TPM_RETURNCMD | TPM_NONOTIFY, pointer.x, pointer.y, 0, hwnd(), nullptr);
   KillTimer(hwnd(), kMenuTimer);

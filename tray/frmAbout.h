@@ -16,35 +16,34 @@
 
 namespace tidewell {
 
-/// What the tray does with the main window.
+/// What the tray needs of the main window.
 class MainForm {
  public:
   /// Whether it is shown, and not minimised.
   [[nodiscard]] virtual bool Visible() const = 0;
   /// Shows it in the foreground.
   virtual void Show() = 0;
-  /// Hides it; the program and its tray icon stay. Without an icon that could show it again it is minimised.
+  /// Hides it. Without an icon that could show it again it is minimised instead.
   virtual void Hide() = 0;
   /// Its icon in a size of WM_SETICON, ICON_SMALL or ICON_BIG.
   [[nodiscard]] virtual HICON Icon(WPARAM size) const = 0;
   /// The work area of the screen that it is on.
   [[nodiscard]] virtual RECT WorkArea() const = 0;
-  /// Ends the program once the running handler has returned. To be called once or again.
+  /// Ends the program once the running handler has returned. It may be called again.
   virtual void EndProgram() = 0;
 
  protected:
   ~MainForm() = default;
 };
 
-/// The About window, the owner of the tray icon and of its pop-up menu. Its window receives the icon's messages; it is
-/// created by the first UpdateMoonIcon, completed when it is first shown, and stays to the end of the program: closing
-/// it only hides it. Hidden, it is still a top-level window: a message-only one would hear no broadcast of a new task
-/// bar and could not have the foreground for the menu.
+/// The About window. It owns the tray icon and the menu, and receives the icon's messages. The first UpdateMoonIcon
+/// creates it; closing only hides it. Its controls are made when it is first shown. It is a hidden top-level window, as
+/// a message-only one would get no broadcast of a new task bar, nor the foreground for the menu.
 class frmAbout final : public forms::Window<frmAbout> {
  public:
   static constexpr const wchar_t* kWindowClass = L"TidewellAbout";
 
-  /// Keeps the main window by reference. Makes no window yet.
+  /// Makes no window yet.
   explicit frmAbout(MainForm& mainForm) : mainForm_(mainForm) {}
   ~frmAbout() { Destroy(); }
 

@@ -37,10 +37,9 @@ class PhaseForm {
   ~PhaseForm() = default;
 };
 
-/// The painting of DrawMoonPhase: the disc for a dark fraction p, 0 (Full) to 1 (New), with the right half dark for
-/// waning = 1 and the left half otherwise, and p in Label1.
-/// Error: 11 Division by zero for exactly 0.49999, which 1 - fraction never is in doubles: the drawing stays without
-/// terminator and final rim, the label keeps its caption.
+/// Draws the disc for a dark fraction p, 0 (Full) to 1 (New), and writes p into Label1. The right half is dark for
+/// waning = 1, else the left. Error: 11 Division by zero for exactly 0.49999, which 1 - fraction never is in doubles:
+/// then terminator and final rim are missing, and the label keeps its caption.
 void DrawDarkFraction(PhaseForm& form, double p, std::int16_t waning);
 
 }  // namespace tidewell

@@ -17,13 +17,13 @@ static_assert(static_cast<DWORD>(TrayCommand::Add) == NIM_ADD &&
 
 bool NotifyShell(TrayCommand command) noexcept {
   const runtime::CodePage& codePage = runtime::SystemCodePage();
-  // The shell takes the first, 88-byte form of its record by the size in it.
+  // The shell knows the first, 88-byte form of its record by the size in it.
   NOTIFYICONDATAA shellRecord{};
   static_assert(offsetof(NOTIFYICONDATAA, szTip) == 24 && 24 + TrayIconRecord::kTipLength == kTrayIconRecordSize);
   TrayIconBytes bytes = Pack(mMoon::TrayIconData, codePage);
   std::memcpy(&shellRecord, bytes.data(), bytes.size());
   const BOOL done = Shell_NotifyIconA(static_cast<DWORD>(command), &shellRecord);
-  // The shell may have sent a message meanwhile that updated the record: this call's is then a minute old at most.
+  // A message that the shell sent meanwhile may have updated the record: then this one is a minute old at most.
   std::memcpy(bytes.data(), &shellRecord, bytes.size());
   mMoon::TrayIconData = Unpack(bytes, codePage);
   return done != FALSE;
