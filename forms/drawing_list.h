@@ -77,7 +77,7 @@ enum class FillStyle : std::uint8_t { Solid, Transparent };
 enum class DrawStyle : std::uint8_t { Solid };
 
 /// What has been drawn on a form. The form replays the list whenever it is painted: the drawing persists without a
-/// bitmap and is crisp on any screen. The draw style and the fore colour are kept although nothing reads them.
+/// bitmap and is crisp on any screen.
 class DrawingList {
  public:
   /// Forgets what was drawn; the styles and colours stay.
