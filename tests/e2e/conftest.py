@@ -5,7 +5,6 @@
 after building the program. With TIDEWELL_LONG=1 in the environment the long runs take part too.
 """
 
-import fcntl
 import os
 import re
 import shutil
@@ -19,11 +18,10 @@ sys.path[:0] = [str(HERE), str(HERE.parent / "oracle")]
 sys.dont_write_bytecode = True
 
 from bench import tools  # noqa: E402
-from bench.display import Display  # noqa: E402
 from bench.driver import Driver  # noqa: E402
 from bench.folders import REPOSITORY, Folders  # noqa: E402
 from bench.program import Bench  # noqa: E402
-from bench.wine import Wine  # noqa: E402
+from bench.wine import wine_on_a_screen  # noqa: E402
 
 THE_BENCH = pytest.StashKey()
 
@@ -53,25 +51,16 @@ def bench(request):
     tools.build_program(exe)
     assert exe.exists(), f"{exe} is not there: build it, or name another one with --program"
     folders = Folders(request.config.getoption("bench_folder"))
-    with open(folders.root / "lock", "w") as lock:
-        fcntl.flock(lock, fcntl.LOCK_EX)  # two runs in one prefix would see each other's windows
+    with wine_on_a_screen(folders) as (display, wine):
         shutil.rmtree(folders.programs)
         shutil.rmtree(folders.failures)
         folders.programs.mkdir()
         folders.failures.mkdir()
         built = tools.build(folders.tools)
-        display = Display(folders.logs)
-        try:
-            wine = Wine(folders, display)
-            try:
-                driver = Driver(wine, built["driver.exe"], folders.logs / "driver.log")
-                request.config.stash[THE_BENCH] = the_bench = Bench(exe, folders, built, display, wine, driver)
-                yield the_bench
-                driver.close()
-            finally:
-                wine.close()
-        finally:
-            display.close()
+        driver = Driver(wine, built["driver.exe"], folders.logs / "driver.log")
+        request.config.stash[THE_BENCH] = the_bench = Bench(exe, folders, built, display, wine, driver)
+        yield the_bench
+        driver.close()
 
 
 @pytest.fixture

@@ -6,6 +6,7 @@ import pytest
 
 from bench.driver import (NIM_ADD, NIM_DELETE, RIGHT_UP, SC_KEYMENU, SC_MOVE, WM_CLOSE, WM_ENDSESSION, WM_QUIT,
                           WM_SYSCOMMAND)
+from bench.faults import Rule, write_rule
 from bench.program import SOUTH
 from bench.user import bring_to_front, see_the_box_and_end, show_about
 from bench.waiting import until
@@ -32,7 +33,7 @@ def test_an_error_before_the_icon_was_added_tells_the_shell_nothing(bench, start
 def test_a_timer_that_the_system_refuses_is_an_error(bench, start):
     """The report would stand still unseen."""
     folder = bench.folder()
-    (folder / "timer-refuses").touch()
+    write_rule(folder, Rule("no timer", ("SetTimer",), 1, 0))
     program = start(folder=folder, wait=False)
     see_the_box_and_end(program, "Run-time error '7':\n\nOut of memory")
     assert [call.command for call in program.calls()] == [NIM_ADD, NIM_DELETE]

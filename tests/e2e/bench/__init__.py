@@ -9,6 +9,10 @@ driver.py    requests to the helper program inside Windows
 clock.py     the movable clock
 program.py   one run of Tidewell: its windows, tray calls and report
 user.py      what a user does with it and sees of it, in several steps
+failures.py  what the functions of Windows answer when they fail
+faults.py    runs of a whole life of the program in which calls fail
+fault_choice.py   which calls these are
+fault_verdict.py  what has become of the program in such a run
 oracle.py    the report that is wanted
 settings_file.py  where the options stand in the settings file
 """

@@ -1,10 +1,14 @@
 """The Wine prefix of the bench, and starting programs in it."""
 
+import contextlib
+import fcntl
 import hashlib
 import os
 import shutil
 import subprocess
 from pathlib import Path
+
+from bench.display import Display
 
 REGISTRY = r"""REGEDIT4
 
@@ -100,6 +104,15 @@ class Wine:
     def run(self, *command, environment=None):
         """Runs a Windows program to its end; returns its status."""
         return self.start(*command, log=self._folders.logs / "wine.log", environment=environment).wait(timeout=120)
+
+
+@contextlib.contextmanager
+def wine_on_a_screen(folders):
+    """A screen, and a prefix on it, in the folders of a bench; once these are nobody else's."""
+    with open(folders.root / "lock", "w") as lock:
+        fcntl.flock(lock, fcntl.LOCK_EX)  # two runs in one prefix would see each other's windows
+        with contextlib.closing(Display(folders.logs)) as display, contextlib.closing(Wine(folders, display)) as wine:
+            yield display, wine
 
 
 def windows_path(path):

@@ -4,9 +4,9 @@
 // bench/program.py: command, result, the 88 bytes of the caller's record, and the record's icon as 16 x 16 pixels
 // (blue, green, red, 0), drawn on magenta. While there is a file "tray-refuses", the shell is not there: every call
 // fails. While there is a file "tray-clicks", somebody ticks the southern view before the shell has answered, and while
-// there is a file "tray-ends-session", the session ends before it has. A file "timer-refuses" makes the system refuse
-// the program every timer. Where there is a library "planted.dll" beside the program, it is loaded by its mere name, as
-// the system's libraries load others; if that finds it, a file "planted-loaded" tells.
+// there is a file "tray-ends-session", the session ends before it has. Where there is a library "planted.dll" beside
+// the program, it is loaded by its mere name, as the system's libraries load others; if that finds it, a file
+// "planted-loaded" tells. Files "faults" and "scenario": see faults.h and scenario.h.
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
@@ -14,25 +14,12 @@
 #include <cstring>
 #include <string>
 
+#include "faults.h"
+#include "scenario.h"
+
 namespace {
 
-constexpr int kIconSize = 16;
-constexpr std::size_t kRecordSize = 88;
 constexpr COLORREF kMagenta = RGB(255, 0, 255);
-
-struct Entry {
-  DWORD command;
-  DWORD result;
-  unsigned char record[kRecordSize];
-  DWORD pixels[kIconSize * kIconSize];
-};
-
-std::wstring BesideTheProgram(const wchar_t* name) {
-  wchar_t path[MAX_PATH] = L"";
-  GetModuleFileNameW(nullptr, path, MAX_PATH);
-  const std::wstring program = path;
-  return program.substr(0, program.rfind(L'\\') + 1) + name;
-}
 
 void DrawIconInto(DWORD* pixels, HICON icon) {
   BITMAPINFO description{};
@@ -65,10 +52,6 @@ BOOL CallTheRealOne(DWORD command, void* record) {
   return real != nullptr ? real(command, record) : FALSE;
 }
 
-bool Exists(const wchar_t* name) {
-  return GetFileAttributesW(BesideTheProgram(name).c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
 void TickTheSouthernView() {
   const HWND frame = FindWindowExW(FindWindowW(L"TidewellMoon", nullptr), nullptr, L"TidewellFrame", nullptr);
   SendMessageW(FindWindowExW(frame, nullptr, nullptr, L"Enable Southern Hemisphere View"), BM_CLICK, 0, 0);
@@ -81,7 +64,7 @@ void LoadThePlantedLibrary() {
   }
 }
 
-void Append(const Entry& entry) {
+void Append(const TrayEntry& entry) {
   const HANDLE file =
       CreateFileW(BesideTheProgram(L"tray-calls").c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
                   nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -90,30 +73,10 @@ void Append(const Entry& entry) {
   CloseHandle(file);
 }
 
-UINT_PTR WINAPI RefuseTimer(HWND, UINT_PTR, UINT, TIMERPROC) { return 0; }
-
-// Writes the function into the place where the program, loaded and linked, looks for one of user32's.
-void PutInPlaceOf(const char* name, void* function) {
-  void* const real = reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), name));
-  auto* const image = reinterpret_cast<char*>(GetModuleHandleW(nullptr));
-  const auto* const headers =
-      reinterpret_cast<IMAGE_NT_HEADERS*>(image + reinterpret_cast<IMAGE_DOS_HEADER*>(image)->e_lfanew);
-  const IMAGE_DATA_DIRECTORY& table = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IAT];
-  auto* const first = reinterpret_cast<void**>(image + table.VirtualAddress);
-  for (void** place = first; place != first + table.Size / sizeof *first; ++place) {
-    if (*place == real) {
-      DWORD before = 0;
-      VirtualProtect(place, sizeof *place, PAGE_READWRITE, &before);
-      *place = function;
-      VirtualProtect(place, sizeof *place, before, &before);
-    }
-  }
-}
-
 }  // namespace
 
 extern "C" __declspec(dllexport) BOOL WINAPI Shell_NotifyIconA(DWORD command, void* record) {
-  Entry entry{};
+  TrayEntry entry{};
   entry.command = command;
   std::memcpy(entry.record, record, kRecordSize);
   HICON icon = nullptr;
@@ -128,15 +91,22 @@ extern "C" __declspec(dllexport) BOOL WINAPI Shell_NotifyIconA(DWORD command, vo
   if (Exists(L"tray-ends-session")) {
     SendMessageW(FindWindowW(L"TidewellMoon", nullptr), WM_ENDSESSION, TRUE, 0);
   }
-  const BOOL result = Exists(L"tray-refuses") ? FALSE : CallTheRealOne(command, record);
+  const BOOL result = Exists(L"tray-refuses") ? FALSE
+                      : InScenario()          ? AnswerOfTheShell(entry)
+                                              : CallTheRealOne(command, record);
   entry.result = static_cast<DWORD>(result);
   Append(entry);
   return result;
 }
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, void*) {
-  if (reason == DLL_PROCESS_ATTACH && Exists(L"timer-refuses")) {
-    PutInPlaceOf("SetTimer", reinterpret_cast<void*>(&RefuseTimer));
+  if (reason == DLL_PROCESS_ATTACH) {
+    BeginScenario();
+    if (InScenario() || Exists(L"faults")) {
+      RewriteImports(Supply);
+    }
+  } else if (reason == DLL_PROCESS_DETACH) {
+    EndScenario();
   }
   return TRUE;
 }

@@ -1,0 +1,118 @@
+"""What each function that the program imports answers when the system refuses it, as its documentation says."""
+
+import dataclasses
+import functools
+import re
+import subprocess
+from pathlib import Path
+
+from bench.tools import WINDOWS, compiler
+
+NO_MEMORY, ACCESS_DENIED, CRC, DISK_FULL, NO_RESOURCES = 8, 5, 23, 112, 1450  # errors of Windows
+MINUS_ONE = 0xFFFFFFFF
+
+
+@dataclasses.dataclass(frozen=True)
+class Failure:
+    """A failed call: what the function returns, the last error, and the run-time errors that the program may end on."""
+
+    result: int = 0
+    error: int = NO_MEMORY
+    ends_on: tuple = (7,)
+
+
+# What makes the program, and what never fails but for a lack of memory.
+NEEDED = """
+    _onexit calloc malloc realloc
+    CreateMutexW CreateSemaphoreW FreeLibrary GetModuleHandleA GetModuleHandleW GetProcAddress LoadLibraryA ReleaseSemaphore
+    TlsSetValue VirtualProtect VirtualQuery
+    CreateFontIndirectW GetDeviceCaps
+    AdjustWindowRectEx AppendMenuW CreatePopupMenu CreateWindowExW DefWindowProcW DestroyIcon DestroyMenu DestroyWindow
+    DispatchMessageW GetAncestor GetDC GetParent GetSystemMetrics GetWindowLongW GetWindowTextLengthW GetWindowTextW
+    IsDialogMessageW IsWindowVisible LoadCursorW LoadImageW MessageBoxA FatalAppExitA RegisterClassExW RegisterWindowMessageW
+    SendMessageW SetTimer SetWindowLongW SetWindowTextW ShowWindow TranslateMessage wsprintfA
+    """
+
+# What the program does without: readings, painting, the shell. It never ends on one of them.
+NOT_NEEDED = """
+    fwrite
+    CloseHandle GetLocaleInfoW MultiByteToWideChar WideCharToMultiByte InitCommonControlsEx Shell_NotifyIconA
+    DeleteObject Ellipse GetObjectW GetStockObject GetTextExtentPoint32W IntersectClipRect Pie SelectClipRgn SelectObject
+    BeginPaint ChangeWindowMessageFilterEx DrawEdge EndMenu EndPaint EnumThreadWindows FillRect GetCapture GetClientRect
+    GetCursorPos GetFocus GetForegroundWindow GetMonitorInfoW GetNextDlgTabItem GetShellWindow GetSysColor GetWindowRect
+    GetWindowThreadProcessId InvalidateRect IsChild IsIconic IsZoomed KillTimer MonitorFromWindow PostMessageW
+    PostThreadMessageW RedrawWindow ReleaseDC SetFocus SetForegroundWindow SetWindowPos SystemParametersInfoW TrackPopupMenu
+    ValidateRect
+    """
+
+FAILURES = {name: Failure() for name in NEEDED.split()} | {name: Failure(ends_on=()) for name in NOT_NEEDED.split()} | {
+    "__wgetmainargs": Failure(MINUS_ONE), "signal": Failure(MINUS_ONE), "fprintf": Failure(MINUS_ONE, ends_on=()),
+    "vfprintf": Failure(MINUS_ONE, ends_on=()), "TlsAlloc": Failure(MINUS_ONE), "WaitForSingleObject": Failure(MINUS_ONE),
+    "CreateFileW": Failure(MINUS_ONE, ACCESS_DENIED, (75,)), "GetFileSizeEx": Failure(0, CRC, (57,)),
+    "ReadFile": Failure(0, CRC, (57,)), "WriteFile": Failure(0, DISK_FULL, (61,)), "GetModuleFileNameW": Failure(ends_on=(76,)),
+    "GetMessageW": Failure(MINUS_ONE, ends_on=(51,)), "GetTimeZoneInformation": Failure(MINUS_ONE, ends_on=()),
+    "SetDCBrushColor": Failure(MINUS_ONE, ends_on=()), "SetDCPenColor": Failure(MINUS_ONE, ends_on=()),
+}
+
+# Other ways to fail, each with its name.
+VARIANTS = {
+    "CreateFileW": {"lacks resources": Failure(MINUS_ONE, NO_RESOURCES)},
+    "ReadFile": {"reads nothing": Failure(1, 0, (57,))},
+}
+
+# Answers that Windows never gives for windows and handles that are there. They are tried all the same.
+NEVER_GIVEN = {
+    "DefWindowProcW": "for ever: it validates a window that is not painted",
+    "GetParent": "the frame has a parent",
+    "GetWindowLongW": "the window keeps what it was given",
+    "InvalidateRect": "for ever: the window is there",
+    "IsWindowVisible": "for ever: it answers the truth",
+    "SendMessageW": "to a window of the same thread it is a mere call",
+    "SetWindowLongW": "the window takes what it is given",
+    "ShowWindow": "for ever: the window is there",
+    "wsprintfA": "it needs nothing of the system",
+}
+
+# What stays bad, and why: none of it silent, invisible, stuck, busy or destructive.
+STAYS_BAD = {
+    "BeginPaint, from the middle call on": "the last Moon stays: nothing can be painted over it",
+}
+
+# They answer always, or nothing that the program could do would help.
+NEVER_FAIL = set("""
+    DeleteCriticalSection EnterCriticalSection ExitProcess GetCurrentProcessId GetCurrentThreadId GetLastError GetLocalTime
+    GetStartupInfoW InitializeCriticalSection LeaveCriticalSection SetLastError SetUnhandledExceptionFilter Sleep TlsFree
+    TlsGetValue
+    __p__commode __p__fmode __p__wcmdln __set_app_type __setusermatherr __winitenv _amsg_exit _cexit _errno _initterm _iob
+    atan exit free memcpy memmove memset strcmp strlen strncmp tan wcslen
+    """.split())
+
+# They fail together when something has run out, or is not there.
+SETS = {
+    "memory": ["malloc", "calloc", "realloc"],
+    "GDI objects": ["CreateFontIndirectW", "GetDC", "BeginPaint"],
+    "USER objects": ["CreateWindowExW", "CreatePopupMenu", "AppendMenuW", "LoadImageW", "LoadCursorW", "RegisterClassExW",
+                     "RegisterWindowMessageW", "SetTimer"],
+}
+SETS["shell"] = ["Shell_NotifyIconA"]
+SETS["all memory"] = [*SETS["memory"], *SETS["GDI objects"], *SETS["USER objects"], "SetWindowTextW", "PostMessageW",
+                      "PostThreadMessageW", "InvalidateRect", "CreateMutexW", "TlsAlloc"]
+
+
+@functools.cache
+def argument_bytes():
+    """How many bytes of arguments a function of the system takes off the stack, by its name; the others take none."""
+    libraries = Path(subprocess.run([compiler(WINDOWS), "-print-file-name=libuser32.a"], check=True, text=True,
+                                    stdout=subprocess.PIPE).stdout.strip()).parent
+    found = {}
+    for library in ("user32", "gdi32", "kernel32", "comctl32", "shell32"):
+        names = subprocess.run(["i686-w64-mingw32-nm", "-g", "--defined-only", libraries / f"lib{library}.a"], check=True,
+                               text=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
+        found |= {name: int(size) for name, size in re.findall(r" T _(\w+)@(\d+)$", names, re.MULTILINE)}
+    return found
+
+
+def imports(exe):
+    """The names of all that a program imports."""
+    listing = subprocess.run(["i686-w64-mingw32-objdump", "-p", exe], check=True, text=True, stdout=subprocess.PIPE).stdout
+    return set(re.findall(r"^\t[0-9a-f]+\t +\d+  (\w+)$", listing, re.MULTILINE))

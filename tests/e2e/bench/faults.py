@@ -1,0 +1,155 @@
+"""Runs of a whole life of the program in which calls fail (native/scenario.cpp, native/faults.cpp)."""
+
+import contextlib
+import queue
+import shutil
+import subprocess
+import threading
+from dataclasses import dataclass
+
+from bench.failures import FAILURES, argument_bytes
+from bench.fault_verdict import judge
+from bench.program import IMAGE
+from bench.settings_file import FILE_WITHOUT_OPTIONS
+from bench.waiting import BOUND
+
+SCENARIOS = {"shown": 0, "hidden": 0, "error": 1}  # with the exit status of a run without a fault
+
+
+@dataclass(frozen=True)
+class Rule:
+    """Functions that fail together, from their first-th call to the last-th, 0: for ever."""
+
+    name: str
+    functions: tuple
+    first: int
+    last: int
+    failure: object = None  # instead of that in FAILURES
+
+    def ends_on(self):
+        failures = [self.failure] if self.failure else [FAILURES[function] for function in self.functions]
+        return {number for failure in failures for number in failure.ends_on}
+
+
+def write_rule(folder, rule):
+    """Has calls of the program in a folder fail; the stand-in for the shell must lie beside it."""
+    lines = [f"{rule.first} {rule.last}\n"]
+    for function in rule.functions:
+        failure = rule.failure or FAILURES[function]
+        lines.append(f"{function} {argument_bytes().get(function, 0)} {failure.result} {failure.error}\n")
+    (folder / "faults").write_text("".join(lines))
+
+
+@dataclass(frozen=True)
+class Case:
+    """A run: the scenario and what fails in it."""
+
+    scenario: str
+    rule: Rule = Rule("nothing", (), 0, 0)
+
+    def __str__(self):
+        return f"{self.scenario}: {self.rule.name}"
+
+
+@dataclass
+class Run:
+    """What was seen of a run."""
+
+    status: object  # or "stuck"
+    log: list
+    file: bytes
+    astray: bool  # a settings file in the root of the drive
+    journal: list
+
+    def told(self, key):
+        """What the log says under a key."""
+        return [line[1:] for line in self.log if line[0] == key]
+
+    def looks(self):
+        """What a user saw, field by field, by the name of the moment: a step's "now", and its "later", a minute after."""
+        return {name: dict(item.partition("=")[::2] for item in items) for name, *items in self.told("see")}
+
+
+class Worker:
+    """A Wine prefix in which one program runs at a time."""
+
+    def __init__(self, exe, tools, wine):
+        self._wine = wine
+        self._root = wine.prefix / "drive_c"  # a path without a folder must not end on the disk of this machine
+        self._folder = self._root / "faults"
+        shutil.rmtree(self._folder, ignore_errors=True)
+        self._folder.mkdir()
+        shutil.copy(exe, self._folder / IMAGE)
+        shutil.copy(tools["shell32.dll"], self._folder)
+
+    def run(self, case):
+        """Runs a case to its end."""
+        for path in (*(self._folder / name for name in ("log", "journal", "tray-calls")), self._root / "vesk.dat"):
+            path.unlink(missing_ok=True)
+        (self._folder / "vesk.dat").write_bytes(FILE_WITHOUT_OPTIONS)
+        (self._folder / "scenario").write_text(case.scenario)
+        write_rule(self._folder, case.rule)
+        process = self._wine.start(self._folder / IMAGE, log=self._folder / "program.log", cwd=self._folder)
+        try:
+            status = process.wait(timeout=BOUND)
+        except subprocess.TimeoutExpired:
+            process.kill()
+            process.wait()
+            status = "stuck"
+        return Run(status, [line.split("\t") for line in self._lines("log")], (self._folder / "vesk.dat").read_bytes(),
+                   (self._root / "vesk.dat").exists(), self._lines("journal"))
+
+    def _lines(self, name):
+        path = self._folder / name
+        return path.read_text(encoding="cp1252", errors="replace").splitlines() if path.exists() else []
+
+
+class Trials:
+    """Runs of a program, several side by side, and the verdicts on them."""
+
+    def __init__(self, exe, tools, wines):
+        self._workers = [Worker(exe, tools, wine) for wine in wines]
+        self._judged = {}
+        self.references = {scenario: self._workers[0].run(Case(scenario)) for scenario in SCENARIOS}
+
+    def run(self, cases):
+        """Yields (case, run) as they come."""
+        todo, done = queue.SimpleQueue(), queue.SimpleQueue()
+        for case in cases:
+            todo.put(case)
+
+        def work(worker):
+            try:
+                with contextlib.suppress(queue.Empty):
+                    while True:
+                        case = todo.get_nowait()
+                        done.put((case, worker.run(case)))
+                done.put(None)
+            except BaseException as problem:
+                done.put(problem)
+
+        threads = [threading.Thread(target=work, args=(worker,)) for worker in self._workers]
+        for thread in threads:
+            thread.start()
+        try:
+            for _ in threads:
+                while result := done.get():
+                    if isinstance(result, BaseException):
+                        raise result
+                    yield result
+        finally:
+            with contextlib.suppress(queue.Empty):
+                while True:
+                    todo.get_nowait()
+            for thread in threads:
+                thread.join()
+
+    def judge(self, cases):
+        """Yields (case, verdict, what was seen), those of earlier calls first."""
+        cases = list(cases)
+        for case in cases:
+            if case in self._judged:
+                yield case, *self._judged[case]
+        for case, run in self.run([case for case in cases if case not in self._judged]):
+            self._judged[case] = judge(case, self.references[case.scenario], run)
+            yield case, *self._judged[case]
