@@ -16,9 +16,8 @@
 ///   - "Int" rounds toward minus infinity.
 ///   - A routine with several results leaves them in module variables, which the caller reads at once. All runs on one
 ///     thread; no routine is re-entered.
-///   - Errors (runtime/runtime_error.h): any step may raise 6 Overflow or 5 Invalid procedure call or argument; a
-///   routine
-///     names what else it raises. Variables assigned before the failing step keep their new values.
+///   - Errors (runtime/runtime_error.h): any step may raise 6 Overflow or 5 Invalid procedure call or argument; each
+///     routine names its others. Variables assigned before the failing step keep their new values.
 namespace mMoon {
 
 // --- Calendar and time -----------------------------------------------------------------------------------------------

@@ -44,7 +44,7 @@ struct Pie {
 /// What is drawn, in pixels of a screen that has 96 to the inch.
 using Primitive = std::variant<Ellipse, Pie>;
 
-/// How many pixels of the screen such a pixel takes.
+/// Pixels of the screen per pixel of a drawing.
 struct PixelScale {
   double x = 1, y = 1;
 };

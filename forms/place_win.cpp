@@ -1,6 +1,7 @@
 #include "forms/place_win.h"
 
 #include "forms/controls_win.h"
+#include "runtime/program_end.h"
 
 namespace forms {
 
@@ -76,7 +77,9 @@ void ShowInForeground(HWND window) {
   if (IsIconic(window) != FALSE || IsWindowVisible(window) == FALSE) {
     ShowWindow(window, SW_RESTORE);
   }
-  SetForegroundWindow(window);
+  if (!runtime::Ending()) {  // by an error of its first showing
+    SetForegroundWindow(window);
+  }
 }
 
 void MakeTopmost(HWND window) {

@@ -121,7 +121,10 @@ bool frmMoon::Visible() const { return IsWindowVisible(hwnd()) != FALSE && IsIco
 
 void frmMoon::Show() { forms::ShowInForeground(hwnd()); }
 
-void frmMoon::Hide() { ShowWindow(hwnd(), about_.IconStands() ? SW_HIDE : SW_MINIMIZE); }
+void frmMoon::Hide() {
+  standsInForIcon_ = !about_.IconStands();
+  ShowWindow(hwnd(), standsInForIcon_ ? SW_MINIMIZE : SW_HIDE);
+}
 
 HICON frmMoon::Icon(WPARAM size) const { return (size == ICON_SMALL ? smallIcon_ : icon_).get(); }
 
@@ -255,8 +258,20 @@ void frmMoon::Timer1_Timer() {
   refreshAtTick_ = false;
   LastUpdate = now;
   Refresh();
-  if (IsWindowVisible(hwnd()) == FALSE && !about_.IconStands() && !runtime::Ending()) {
-    ShowWindow(hwnd(), SW_SHOWMINNOACTIVE);  // nobody can reach a hidden window without an icon
+  if (!runtime::Ending()) {
+    StandInForIcon();
+  }
+}
+
+void frmMoon::StandInForIcon() {
+  if (IsWindowVisible(hwnd()) == FALSE && !about_.IconStands()) {
+    standsInForIcon_ = true;
+    ShowWindow(hwnd(), SW_SHOWMINNOACTIVE);
+  } else if (standsInForIcon_ && about_.IconStands()) {
+    standsInForIcon_ = false;
+    if (IsIconic(hwnd()) != FALSE) {
+      ShowWindow(hwnd(), SW_HIDE);
+    }
   }
 }
 

@@ -71,6 +71,8 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   void Paint();
   void Refresh();
   void ReportAndUpdateIcon(TrayCommand command);
+  /// Nobody can reach a hidden window without an icon: it is minimised until the icon stands again.
+  void StandInForIcon();
 
   void Form_Load();
   void Timer1_Timer();
@@ -89,6 +91,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   frmAbout about_;
   runtime::DateValue LastUpdate = 0;  ///< clock reading at the last update made by the timer
   bool refreshAtTick_ = false;        ///< the next tick updates, within the same minute too
+  bool standsInForIcon_ = false;      ///< minimised instead of hidden
   std::optional<forms::Timer> Timer1;
 };
 

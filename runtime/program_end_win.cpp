@@ -37,7 +37,7 @@ void ShowRuntimeError(ErrorNumber number) noexcept {
   // Task modal: the program's own windows are disabled while the box stands.
   if (MessageBoxA(nullptr, text.data(), TIDEWELL_NAME,
                   MB_OK | MB_ICONERROR | MB_TASKMODAL | MB_SETFOREGROUND | MB_TOPMOST) == 0) {
-    FatalAppExitA(0, text.data());  // asks the system for a box that needs nothing of this process; does not return
+    FatalAppExitA(0, text.data());  // asks the system for a box that needs nothing of this process
   }
 }
 

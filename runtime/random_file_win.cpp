@@ -14,6 +14,8 @@ RuntimeError ErrorOf(DWORD reason) {
     case ERROR_NOT_ENOUGH_MEMORY:
     case ERROR_OUTOFMEMORY:
     case ERROR_NO_SYSTEM_RESOURCES:
+    case ERROR_COMMITMENT_LIMIT:
+    case ERROR_NOT_ENOUGH_QUOTA:
       return RuntimeError(ErrorNumber::OutOfMemory);
     case ERROR_FILE_NOT_FOUND:
       return RuntimeError(ErrorNumber::FileNotFound);

@@ -39,14 +39,14 @@ extern "C" [[gnu::used]] void* __wrap_malloc(std::size_t size) {
 // NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 // Without memory for an exception the libraries abort (for the thread's exception state) or terminate (for the
-// exception itself). Nothing else leads here.
+// exception itself). Nothing else should lead here.
 extern "C" void abort() { tidewell::EndWithoutMemory(); }
 namespace __gnu_cxx {
 void __verbose_terminate_handler() { tidewell::EndWithoutMemory(); }
 }  // namespace __gnu_cxx
 
-// What the containers and strings throw, as run-time errors. The library declares these functions so: no check of their
-// looks.
+// What the containers and strings throw, as run-time errors. The names and signatures are the library's, so clang-tidy
+// is off here.
 namespace std {  // NOLINT(cert-dcl58-cpp)
 
 void __throw_bad_alloc() { throw RuntimeError(ErrorNumber::OutOfMemory); }

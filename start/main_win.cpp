@@ -37,7 +37,7 @@ bool AsksForNoWindow(int showCommand) {
 /// time a window is shown, whatever is asked for here.
 void ShowMainWindow(HWND window, int showCommand) {
   if (AsksForNoWindow(showCommand)) {
-    return;  // its place is the tray; without an icon there, the first tick minimises it
+    return;  // it lives in the tray; if there is no icon, a tick shows it minimised
   }
   ShowWindow(window, showCommand == SW_SHOWMAXIMIZED ? SW_SHOWNORMAL : showCommand);
   if (IsZoomed(window) != FALSE) {

@@ -117,9 +117,9 @@ void frmAbout::UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum) {
   }
   if (const HICON picture = Picture(IcoNum); picture != nullptr) {
     TrayIconData.hIcon = HandleBits(picture);
-  } else if (command == TrayCommand::Add) {
+  } else if (command == TrayCommand::Add) {  // a change leaves the old picture
     throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
-  }  // a change without its picture leaves the old one
+  }
   trayIcon_.Apply(command);
 }
 
@@ -197,7 +197,7 @@ void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double Y)
   // The icon's messages also arrive while the menu is open: no toggling then, and no second menu.
   if (menuOpen_) {
     if (MouseMsg == kLeftButtonUp || MouseMsg == kRightButtonUp) {
-      taskBar_ = nullptr;  // ends a menu without the foreground
+      taskBar_ = nullptr;  // the next tick ends a menu that has not got the foreground
     }
     return;
   }
@@ -221,7 +221,9 @@ void frmAbout::PopupMenu() {
   // Without the foreground the menu would stay open when the user clicks elsewhere. The system may refuse it, or the
   // user may be elsewhere already: hence the timer.
   SetForegroundWindow(hwnd());
-  taskBar_ = ProcessOf(before) == ProcessOf(GetShellWindow()) ? before : nullptr;
+  // Of the same thread: the desktop and the folders are windows of the same process.
+  const DWORD taskBarsThread = GetWindowThreadProcessId(FindWindowW(L"Shell_TrayWnd", nullptr), nullptr);
+  taskBar_ = taskBarsThread != 0 && GetWindowThreadProcessId(before, nullptr) == taskBarsThread ? before : nullptr;
   SetTimer(hwnd(), kMenuTimer, kMenuTimerInterval, nullptr);
   // Only the left button chooses: a second right click on the menu must not hit "Exit".
   const BOOL entry =
@@ -245,7 +247,7 @@ void frmAbout::PopupMenu() {
       break;
     default:
       if (GetForegroundWindow() == hwnd() && IsWindowVisible(hwnd()) == FALSE) {
-        SetForegroundWindow(before);  // to the task bar, on Windows: a hidden window has no use for the keyboard
+        SetForegroundWindow(before);  // a hidden window has no use for it; on Windows this is the task bar
       }
       break;
   }

@@ -95,7 +95,7 @@ class frmAbout final : public forms::Window<frmAbout> {
   forms::TwipsPerPixel twipsPerPixel_{};
   TrayIcon trayIcon_;
   bool menuOpen_ = false;
-  HWND taskBar_ = nullptr;      ///< may keep the foreground while the menu is open, until the icon is clicked again
+  HWND taskBar_ = nullptr;      ///< if it had the foreground, until the icon is clicked again
   bool makingTopmost_ = false;  ///< in the call that Form_MouseMove makes
 };
 

@@ -18,7 +18,8 @@ class TrayIcon {
   /// only an icon that was added.
   void Apply(TrayCommand command) noexcept;
 
-  /// Brings the icon back, if it is wanted, to a new task bar. Adding a living icon fails, so it is changed first.
+  /// Brings the icon back, if it is wanted, to a new task bar. Adding an icon that is there fails, so it is changed
+  /// first.
   void Restore() noexcept;
 
   /// Whether the icon was added and not removed since.

@@ -19,7 +19,7 @@ bool NotifyShell(TrayCommand command) noexcept {
   const runtime::CodePage& codePage = runtime::SystemCodePage();
   // The shell knows the first, 88-byte form of its record by the size in it.
   NOTIFYICONDATAA shellRecord{};
-  static_assert(offsetof(NOTIFYICONDATAA, szTip) == 24 && 24 + TrayIconRecord::kTipLength == kTrayIconRecordSize);
+  static_assert(NOTIFYICONDATAA_V1_SIZE == kTrayIconRecordSize && offsetof(NOTIFYICONDATAA, szTip) == 24);
   TrayIconBytes bytes = Pack(mMoon::TrayIconData, codePage);
   std::memcpy(&shellRecord, bytes.data(), bytes.size());
   const BOOL done = Shell_NotifyIconA(static_cast<DWORD>(command), &shellRecord);
