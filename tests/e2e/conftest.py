@@ -2,7 +2,7 @@
 
     /usr/bin/python3 -m pytest tests/e2e
 
-after building the program. With TIDEWELL_LONG=1 in the environment the long runs take part too.
+after building the program. TIDEWELL_LONG=1 in the environment adds the long runs.
 """
 
 import os
@@ -21,6 +21,7 @@ from bench import tools  # noqa: E402
 from bench.driver import Driver  # noqa: E402
 from bench.folders import REPOSITORY, Folders  # noqa: E402
 from bench.program import Bench  # noqa: E402
+from bench.typewriter import Typewriter  # noqa: E402
 from bench.wine import wine_on_a_screen  # noqa: E402
 
 THE_BENCH = pytest.StashKey()
@@ -30,7 +31,7 @@ def pytest_addoption(parser):
     parser.addoption("--program", default=str(REPOSITORY / "build/windows/Tidewell.exe"),
                      help="the Tidewell.exe to test")
     parser.addoption("--bench-folder", default=str(REPOSITORY / "build/e2e"),
-                     help="where the bench keeps its Wine prefix and its results; two runs at a time need two folders")
+                     help="the folder for the Wine prefix and the results; simultaneous runs need different ones")
 
 
 def pytest_configure(config):
@@ -41,7 +42,7 @@ def pytest_collection_modifyitems(config, items):
     if os.environ.get("TIDEWELL_LONG") != "1":
         long = [item for item in items if item.get_closest_marker("long")]
         items[:] = [item for item in items if item not in long]
-        config.hook.pytest_deselected(items=long)  # not skipped: a skip tells of something that this machine lacks
+        config.hook.pytest_deselected(items=long)  # a skip would say that this machine lacks something
 
 
 @pytest.fixture(scope="session")
@@ -49,7 +50,7 @@ def bench(request):
     """The bench: screen, tray, Wine, driver, and start() for the program."""
     exe = Path(request.config.getoption("program")).resolve()
     tools.build_program(exe)
-    assert exe.exists(), f"{exe} is not there: build it, or name another one with --program"
+    assert exe.exists(), f"{exe} does not exist: build it, or give another one by --program"
     folders = Folders(request.config.getoption("bench_folder"))
     with wine_on_a_screen(folders) as (display, wine):
         shutil.rmtree(folders.programs)
@@ -65,15 +66,25 @@ def bench(request):
 
 @pytest.fixture
 def start(bench):
-    """start(zone=..., locale=..., at=..., ...) starts a Tidewell that ends with the test; see Bench.start."""
+    """Bench.start; the programs end with the test."""
     yield bench.start
     bench.end_programs()
 
 
 @pytest.fixture
 def program(start):
-    """A running Tidewell as most tests want it: Universal Time, English, an ordinary day."""
+    """A running Tidewell: Universal Time, English, an ordinary day."""
     return start()
+
+
+@pytest.fixture
+def typewriter(bench, program):
+    """Another program, with the keyboard and "abc" typed into it, beside a running Tidewell."""
+    other = Typewriter(bench)
+    other.take_the_keyboard()
+    other.type("abc")
+    yield other
+    other.close()
 
 
 @pytest.hookimpl(hookwrapper=True)
@@ -85,7 +96,7 @@ def pytest_runtest_makereport(item, call):
         name = re.sub(r"[^\w.-]+", "-", f"{item.path.stem}-{item.name}").strip("-")
         try:
             the_bench.picture_of_failure(name)
-            told = f"the screen and the windows are in {the_bench.folders.failures / name}"
-        except Exception as problem:  # which must not hide the failure itself
+            told = f"see the screen and the windows in {the_bench.folders.failures / name}"
+        except Exception as problem:  # it must not hide the test's failure
             told = f"no picture: {problem!r}"
         report.sections.append(("bench", told))

@@ -1,8 +1,8 @@
-# The end-to-end tests: pytest drives the finished Tidewell.exe, as preset windows builds it, on a virtual screen.
+# The end-to-end tests: pytest drives the Tidewell.exe of preset windows on a virtual screen.
 
-# Debian's own Python: pytest is installed for it.
+# Debian installs pytest for its own Python only.
 find_program(TIDEWELL_E2E_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED
-             DOC "A Python with pytest, for the end-to-end tests")
+             DOC "A Python with pytest")
 set(TIDEWELL_E2E_PROGRAM ${PROJECT_SOURCE_DIR}/build/windows/Tidewell.exe CACHE FILEPATH
     "The program that the end-to-end tests drive")
 

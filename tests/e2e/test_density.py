@@ -1,5 +1,4 @@
-"""The windows on screens with more pixels to the inch than 96, where all of them is larger and as crisp, and in a locale
-with long words: nothing is cut off."""
+"""On high-DPI screens the windows are larger and as sharp; nothing is cut off, even in a locale with long words."""
 
 import datetime
 from types import SimpleNamespace
@@ -12,12 +11,12 @@ from bench.waiting import until_same
 
 DESIGNED_FOR = 96
 BLACK, WHITE = (0, 0, 0), (255, 255, 255)
-TWIPS = 1440  # to the inch
+TWIPS = 1440  # per inch
 
 
 @pytest.fixture
 def dense(bench, start):
-    """dense(dots, ...) starts Tidewell where the screen has so many pixels to the inch."""
+    """dense(dots, ...) starts Tidewell on a screen with that many pixels per inch."""
     def started(dots, **how):
         bench.wine.set_density(dots)
         return start(**how)
@@ -31,7 +30,7 @@ def pixels(twips, dots):
 
 
 def grab(program, place):
-    """The picture of a place on the screen once it has stopped changing."""
+    """A part of the screen, once it no longer changes."""
     program.display.rest()
     return until_same(lambda: program.display.grab(*place), "picture")
 
@@ -42,7 +41,7 @@ def client(program, form="Tidewell"):
 
 
 def ink(picture, is_ink, rows=None):
-    """The extent and the number of the pixels of a picture that are ink."""
+    """The bounds and the number of the pixels that are ink."""
     found = [(x, y) for y in rows or range(picture.height) for x in range(picture.width) if is_ink(picture.pixel(x, y))]
     columns, lines = [x for x, _ in found], [y for _, y in found]
     return SimpleNamespace(left=min(columns), top=min(lines), right=max(columns) + 1, bottom=max(lines) + 1,
@@ -50,13 +49,13 @@ def ink(picture, is_ink, rows=None):
 
 
 def text(picture):
-    """The extent of the text on a plain picture."""
+    """The bounds of the text on a plain ground."""
     background = picture.pixel(0, picture.height - 1)
     return ink(picture, lambda colour: colour != background)
 
 
 def moon(program, dots):
-    """The lit share of the disc, which is held to its square and to its colours."""
+    """The lit share of the disc; checks the disc's place, size and colours."""
     picture, scale = client(program), dots / DESIGNED_FOR
     face = picture.pixel(1, 1)
     rows = range(round(160 * scale))
@@ -79,7 +78,7 @@ def test_the_moon_grows_with_its_window(bench, dense, dots):
 
 
 def lines_within(program):
-    """The lines, with the window's outermost pixels plain beside each of them."""
+    """The four lines; checks that none reaches the window's left or right edge."""
     picture = client(program)
     lines = [control for control in program.inside("Tidewell") if control.text.startswith(("Last", "Next"))]
     assert len(lines) == 4
@@ -91,7 +90,7 @@ def lines_within(program):
 
 
 @pytest.mark.parametrize("dots", [DESIGNED_FOR, 144])
-def test_a_line_in_long_words_is_shown_in_full(bench, dense, dots):
+def test_a_line_with_long_words_is_shown_in_full(bench, dense, dots):
     program = dense(dots, locale="lt_LT", at=datetime.datetime(2026, 11, 23, 12, 0, 10))
     bring_to_front(program)
     bench.display.save(bench.folders.pictures / f"density-{dots}-lithuanian.png", *program.main().screen)
@@ -109,7 +108,7 @@ def test_no_text_of_the_main_window_is_cut_off(dense, dots):
         before = grab(program, (x, y, width + more, height))
         box = program.control(caption)
         program.driver.place(box.hwnd, *box.place[:2], width + more, height)
-        assert grab(program, (x, y, width + more, height)) == before, f"{caption} shows more where it is wider"
+        assert grab(program, (x, y, width + more, height)) == before, f"{caption} shows more when it is wider"
 
 
 @pytest.mark.parametrize("dots", [120, 144, 192])

@@ -48,8 +48,7 @@ def test_closing_ends_the_program_and_takes_the_icon_away(program, way):
     until(lambda: not program.display.docked_icons(), "tray without icons")
 
 
-def test_nothing_is_done_any_more_while_the_shell_takes_the_icon_away(program):
-    """Somebody ticks an option meanwhile."""
+def test_a_click_while_the_shell_removes_the_icon_does_nothing(program):
     count = len(program.calls())
     (program.folder / "tray-clicks").touch()
     close_message(program)
@@ -57,7 +56,7 @@ def test_nothing_is_done_any_more_while_the_shell_takes_the_icon_away(program):
     assert [call.command for call in program.calls()[count:]] == [NIM_DELETE]
 
 
-def test_closing_ends_it_while_the_menu_is_open(program):
+def test_closing_ends_it_with_the_menu_open(program):
     open_menu(program)
     close_message(program)
     assert program.wait_for_end() == 0
@@ -65,7 +64,7 @@ def test_closing_ends_it_while_the_menu_is_open(program):
 
 
 @pytest.mark.parametrize("way", WAYS)
-def test_closing_hides_the_window_while_the_box_is_ticked(program, way):
+def test_with_the_box_ticked_closing_hides_the_window(program, way):
     tick(program, RESTORE)
     way(program)
     wait_for_hiding(program)
@@ -75,7 +74,7 @@ def test_closing_hides_the_window_while_the_box_is_ticked(program, way):
     assert program.control(RESTORE).checked == 1
 
 
-def test_a_stored_tick_counts_for_nothing_until_the_box_is_ticked(start, bench):
+def test_a_stored_tick_alone_does_not_hide_the_window(start, bench):
     folder = bench.folder()
     (folder / "vesk.dat").write_bytes(bytes(RESTORE_IN_TRAY) + TRUE + bytes(6))
     program = start(folder)
@@ -84,16 +83,16 @@ def test_a_stored_tick_counts_for_nothing_until_the_box_is_ticked(start, bench):
     assert program.wait_for_end() == 0
 
 
-def test_a_ticked_box_counts_whatever_is_stored(program):
+def test_a_ticked_box_hides_the_window_whatever_is_stored(program):
     tick(program, RESTORE)
     (program.folder / "vesk.dat").write_bytes(b"")
-    tick(program, SOUTH)  # which reads what is stored
+    tick(program, SOUTH)  # this reads the file
     close_command(program)
     wait_for_hiding(program)
 
 
 @pytest.mark.parametrize("same_folder", [True, False])
-def test_a_second_copy_ends_at_once_in_silence(bench, program, same_folder):
+def test_a_second_copy_ends_at_once_and_silently(bench, program, same_folder):
     folder = program.folder if same_folder else bench.folder(recorded=False)
     second = bench.wine.start(folder / IMAGE, log=folder / "second.log", cwd=folder)
     try:
@@ -106,11 +105,11 @@ def test_a_second_copy_ends_at_once_in_silence(bench, program, same_folder):
     assert len(program.display.docked_icons()) == 1
 
 
-def test_of_fifty_copies_started_at_once_one_stays(bench, start):
+def test_of_fifty_simultaneous_copies_one_stays(bench, start):
     folder = bench.folder(recorded=False)
     copies = [bench.wine.start(folder / IMAGE, log=folder / "copies.log", cwd=folder) for _ in range(50)]
     try:
-        until(lambda: sum(copy.poll() is None for copy in copies) == 1, "single copy that goes on")
+        until(lambda: sum(copy.poll() is None for copy in copies) == 1, "single running copy")
         assert sorted(copy.poll() for copy in copies if copy.poll() is not None) == [0] * 49
         pid = bench.driver.processes(IMAGE)
         assert len(pid) == 1
@@ -136,16 +135,16 @@ def test_the_end_of_the_session_is_never_blocked(program, ticked, hidden):
     for window in windows:
         assert program.driver.send(window, WM_QUERYENDSESSION) == 1
     for window in windows:
-        program.driver.send(window, WM_ENDSESSION, 0)  # another program has stopped the end of the session
+        program.driver.send(window, WM_ENDSESSION, 0)  # another program has cancelled it
     program.settle()
     assert not program.ended
     program.driver.send(windows[0], WM_ENDSESSION, 1)
-    assert program.calls()[-1].command == NIM_DELETE, "once it has answered, the system may end it"
+    assert program.calls()[-1].command == NIM_DELETE, "the system may kill it after its answer"
     assert program.wait_for_end() == 0
 
 
-def test_the_end_of_the_session_amid_the_start_adds_no_icon(bench, start):
-    """The stored option is carried out first, and the icon changed that is not yet there."""
+def test_the_end_of_the_session_during_the_start_adds_no_icon(bench, start):
+    """The stored option comes first, so the program changes the icon before it adds it."""
     folder = bench.folder()
     (folder / "vesk.dat").write_bytes(bytes(SOUTHERN_VIEW) + TRUE)
     (folder / "tray-ends-session").touch()

@@ -1,4 +1,4 @@
-"""Months in the tray: many updates and repaints without growth."""
+"""Months in the tray: many updates and repaints must not leak."""
 
 import datetime
 import os
@@ -11,13 +11,13 @@ import pytest
 from bench.driver import WM_TIMER
 from bench.oracle import wanted_report
 
-TOLERATED = 64 * 1024  # bytes, or one per cent
-FLEETING = 16  # handles that may happen to be open while they are counted; a leak would make thousands
+TOLERATED = 64 * 1024  # bytes; or one per cent, if that is more
+FLEETING = 16  # handles that may be open just then; a leak would make thousands
 
 
 def usage(program):
-    """Private memory in bytes and open files, as the host counts them, and handles, as Windows does. Of the memory what
-    the program has written: how many of the pages that it only reads are private depends on who else reads them."""
+    """Private memory in bytes and open files as Linux counts them, and handles as Windows does. Only written memory
+    counts: whether a page that is only read is private depends on other processes."""
     host = Path(f"/proc/{program.process.pid}")
     private = re.findall(r"^Private_Dirty:\s+(\d+) kB", (host / "smaps").read_text(), re.MULTILINE)
     return SimpleNamespace(private=1024 * sum(map(int, private)), files=len(list((host / "fd").iterdir())),
@@ -25,14 +25,14 @@ def usage(program):
 
 
 def processor_seconds(program):
-    """The time that the program itself has computed, whatever else the machine does."""
+    """The processor time of the program."""
     fields = Path(f"/proc/{program.process.pid}/stat").read_text().rpartition(")")[2].split()
     return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
 
 
 def update_and_repaint(program, updates, repaints, portion=1_000):
-    """Runs updates over a simulated year, and repaints, in portions. After the first portion of each nothing may grow.
-    Returns the seconds that the updates of the first and of the last portion took the program to compute."""
+    """Runs updates over a simulated year, and repaints, in portions. Nothing may grow after the first portion of each.
+    Returns the processor seconds of the first and of the last portion of updates."""
     driver, main = program.driver, program.main().hwnd
     step = max(datetime.timedelta(minutes=1), datetime.timedelta(days=365) / updates)
 
@@ -71,5 +71,5 @@ def test_two_thousand_updates_and_repaints(start):
 @pytest.mark.long
 def test_a_year_of_updates_and_seventy_thousand_repaints(start):
     first, last = update_and_repaint(start(recorded=False), 20_000, 70_000)
-    # No margin of speed: what looked through its past would take twenty times as long.
+    # Not a timing margin: a cost that grows with the past would be twenty times as high.
     assert last < 3 * first

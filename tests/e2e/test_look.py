@@ -1,4 +1,4 @@
-"""What a user sees of the program when it starts, comes back and ends."""
+"""What a user sees when the program starts, comes back, fails and ends."""
 
 import datetime
 import shutil
@@ -17,7 +17,7 @@ DISK_FULL = "Run-time error '61':\n\nDisk full"
 
 
 @pytest.mark.parametrize("control", [RESTORE, SOUTH, "Close"])
-def test_the_focus_is_where_it_was_after_minimising(program, control):
+def test_minimising_keeps_the_focus(program, control):
     bring_to_front(program)
     while focus(program) != control:
         before = focus(program)
@@ -31,13 +31,13 @@ def test_the_focus_is_where_it_was_after_minimising(program, control):
 
 
 def move_into_the_corner(program):
-    """Moves the main window to where no box covers it."""
+    """Moves the main window out from under the message box."""
     x, y, width, _ = program.main().screen
     program.display.drag((x + width // 2, y + 10), (width // 2 + 20, 30))
     until(lambda: program.main().screen[0] == 20, "main window in the corner")
 
 
-def test_the_main_window_stands_disabled_and_painted_behind_the_box_of_an_error(bench, start):
+def test_under_an_error_box_the_main_window_is_disabled_and_painted(bench, start):
     folder = bench.folder()
     (folder / "vesk.dat").symlink_to("/dev/full")
     program = start(folder=folder)
@@ -46,14 +46,14 @@ def test_the_main_window_stands_disabled_and_painted_behind_the_box_of_an_error(
     program.click(SOUTH)
     box = until(program.message_box, "message box")
     main = program.main()
-    assert main.screen[0] + main.screen[2] < box.screen[0], "the box covers nothing of it"
+    assert main.screen[0] + main.screen[2] < box.screen[0], "the box covers the window"
     assert main.shown
     assert not main.enabled
     assert moon(program) == picture
     assert DISK_FULL in box.texts
 
 
-def test_the_picture_of_a_report_that_fails_later_is_painted(program):
+def test_a_report_that_fails_after_its_picture_paints_the_picture(program):
     move_into_the_corner(program)
     picture = moon(program)
     program.clock.set(program.local(datetime.datetime(9999, 12, 30, 12, 0, 10)))
@@ -65,7 +65,7 @@ def test_the_picture_of_a_report_that_fails_later_is_painted(program):
 
 @pytest.fixture
 def started_as(bench):
-    """started_as(OPTION) starts Tidewell as a shortcut does; returns its process id."""
+    """started_as(OPTION) starts Tidewell by "start OPTION"; returns its process id."""
     launchers = []
 
     def start(option):
@@ -86,7 +86,7 @@ def main_of(bench, pid):
 
 
 @pytest.mark.parametrize("wish", [SW_HIDE, SW_SHOWMINIMIZED, SW_MINIMIZE, SW_SHOWMINNOACTIVE, SW_FORCEMINIMIZE])
-def test_a_start_that_asks_for_no_window_is_in_the_tray(start, wish):
+def test_a_hidden_or_minimised_start_goes_into_the_tray(start, wish):
     program = start(wish=wish)
     program.settle()
     assert not program.main().shown
@@ -96,8 +96,8 @@ def test_a_start_that_asks_for_no_window_is_in_the_tray(start, wish):
     until(lambda: program.foreground() == program.main().hwnd, "main window in the foreground")
 
 
-def test_so_is_one_with_the_southern_view(bench, start):
-    """It updates the icon before it is added."""
+def test_so_does_one_with_the_southern_view(bench, start):
+    """It changes the icon before it adds it."""
     folder = bench.folder()
     (folder / "vesk.dat").write_bytes(bytes(SOUTHERN_VIEW) + TRUE)
     program = start(folder, wish=SW_SHOWMINNOACTIVE)
@@ -106,15 +106,15 @@ def test_so_is_one_with_the_southern_view(bench, start):
     assert not program.main().shown
 
 
-def test_a_library_that_lies_beside_the_program_is_not_loaded(bench, start):
-    """But for those that it imports: they are loaded before its own first step."""
+def test_no_library_is_loaded_from_the_programs_folder(bench, start):
+    """Except its imports: Windows loads them before the program can act."""
     folder = bench.folder()
     shutil.copy(folder / "shell32.dll", folder / "planted.dll")
     start(folder)
     assert not (folder / "planted-loaded").exists()
 
 
-def test_start_min_is_such_a_start(bench, started_as):
+def test_start_min_goes_into_the_tray(bench, started_as):
     pid = started_as("/min")
     until(bench.display.docked_icons, "icon in the tray")
     main = next(w for w in bench.driver.windows(pid) if w.class_ == "TidewellMoon")
@@ -123,7 +123,7 @@ def test_start_min_is_such_a_start(bench, started_as):
     until(lambda: not bench.driver.processes(IMAGE), "end of the program")
 
 
-def test_a_shortcut_that_asks_for_a_maximised_window_gets_it_as_it_is(bench, started_as):
+def test_a_maximised_start_shows_the_window_in_its_size(bench, started_as):
     pid = started_as("/max")
     main = until(lambda: main_of(bench, pid), "main window")
     until(lambda: main_of(bench, pid).client[2:] == [257, 342], "window of its own size")
@@ -132,8 +132,8 @@ def test_a_shortcut_that_asks_for_a_maximised_window_gets_it_as_it_is(bench, sta
     until(lambda: not bench.driver.processes(IMAGE), "end of the program")
 
 
-def test_no_window_comes_when_the_program_ends_before_it_is_shown(bench, start):
-    """An error in a click that arrives while the shell takes the icon ends the program with its box alone."""
+def test_an_error_before_the_window_is_shown_shows_no_window(bench, start):
+    """The error comes from a click that arrives while the shell adds the icon."""
     folder = bench.folder()
     (folder / "vesk.dat").symlink_to("/dev/full")
     (folder / "tray-clicks").touch()

@@ -1,4 +1,4 @@
-"""The program ends at once, whatever its message loop is in the midst of, and leaves nothing behind."""
+"""The program ends at once, even inside a modal loop, and leaves nothing behind."""
 
 import datetime
 
@@ -12,7 +12,7 @@ from bench.user import bring_to_front, see_the_box_and_end, show_about
 from bench.waiting import until
 
 
-def test_a_loop_that_ends_by_itself_takes_the_icon_away(program):
+def test_wm_quit_takes_the_icon_away(program):
     program.click(SOUTH)
     program.settle()
     program.driver.post(program.main().hwnd, WM_QUIT)
@@ -22,16 +22,8 @@ def test_a_loop_that_ends_by_itself_takes_the_icon_away(program):
     until(lambda: not program.display.docked_icons(), "tray without icons")
 
 
-def test_an_error_before_the_icon_was_added_tells_the_shell_nothing(bench, start):
-    folder = bench.folder()
-    (folder / "vesk.dat").mkdir()
-    program = start(folder=folder, wait=False)
-    see_the_box_and_end(program, "Run-time error '75':\n\nPath/File access error")
-    assert program.calls() == []
-
-
 def test_a_timer_that_the_system_refuses_is_an_error(bench, start):
-    """The report would stand still unseen."""
+    """Without it the report would silently stop."""
     folder = bench.folder()
     write_rule(folder, Rule("no timer", ("SetTimer",), 1, 0))
     program = start(folder=folder, wait=False)
@@ -39,7 +31,7 @@ def test_a_timer_that_the_system_refuses_is_an_error(bench, start):
     assert [call.command for call in program.calls()] == [NIM_ADD, NIM_DELETE]
 
 
-# ---- in the midst of a move, or of the window's own menu by keyboard: loops of the system's, within the program's
+# ---- inside the modal loops of the system: a move, a menu
 
 def drag(program):
     x, y, width, _ = program.main().screen
@@ -72,7 +64,7 @@ def open_system_menu(program):
 
 
 def enter_system_menu(program):
-    """By the Alt key alone: the menu has the keyboard, but is not open."""
+    """By Alt alone: the menu has the keyboard, but is closed."""
     bring_to_front(program)
     program.driver.keys("Alt")
     until(lambda: program.driver.input(program.main().hwnd).in_menu, "keyboard at the menu")
@@ -91,7 +83,7 @@ def end_session(program):
 
 @pytest.fixture
 def busy(program, request):
-    """A program in the midst of one of the states."""
+    """A program in one of the states."""
     request.param(program)
     yield program
     program.display.let_go()
@@ -99,16 +91,16 @@ def busy(program, request):
 
 @pytest.mark.parametrize("way", [close, end_session])
 @pytest.mark.parametrize("busy", STATES, indirect=True)
-def test_it_ends_in_the_midst(busy, way, start):
+def test_it_ends_inside_a_modal_loop(busy, way, start):
     way(busy)
     assert busy.wait_for_end() == 0
     assert busy.calls()[-1].command == NIM_DELETE
     busy.display.let_go()
-    start()  # nothing of it is left that would keep the next one from starting
+    start()  # nothing is left that would stop the next start
 
 
 @pytest.mark.parametrize("busy", [drag, move_by_keyboard], indirect=True)
-def test_exit_ends_it_in_the_midst_of_a_move(busy):
+def test_exit_ends_it_during_a_move(busy):
     busy.tray_message(RIGHT_UP)
     until(busy.menu, "menu of the icon")
     busy.driver.keys("Up", "Enter")
@@ -116,7 +108,7 @@ def test_exit_ends_it_in_the_midst_of_a_move(busy):
 
 
 @pytest.mark.parametrize("busy", STATES, indirect=True)
-def test_an_error_shows_its_box_in_the_midst(busy):
+def test_an_error_shows_its_box_inside_a_modal_loop(busy):
     busy.clock.set(busy.local(datetime.datetime(9999, 12, 30, 12, 0, 10)))
     busy.hurry()
     until(busy.message_box, "message box")

@@ -1,4 +1,4 @@
-"""The pictures for the README, in the folder pictures of the bench; tools/pictures.sh puts them into docs/."""
+"""Takes the pictures for the README; tools/pictures.sh copies them into docs/."""
 
 import datetime
 
@@ -6,14 +6,14 @@ from bench.user import bring_to_front
 from bench.waiting import until, until_same
 
 A_CRESCENT = datetime.datetime(2026, 11, 15, 20, 0, 10)
-TIP = (255, 46)  # pixels left of the tray's right end and above its lower one, with the tip of the icon in them
+TIP = (255, 46)  # pixels; from the tray's lower right corner, holds the icon's tip
 
 
 def test_take_the_pictures(bench, start):
     program = start(at=A_CRESCENT)
     bring_to_front(program)
     program.display.rest()
-    # Without a margin: around the window the screen is black.
+    # No margin: around the window the screen is black.
     program.display.save(bench.folders.pictures / "main.png", *program.main().screen)
 
     program.display.point(*program.icon_centre())

@@ -1,4 +1,4 @@
-"""The four lines, the tip, the icon and the dark fraction, at many instants, against the independent oracle."""
+"""The four lines, the tip, the icon and the dark fraction, compared with the independent oracle."""
 
 import datetime
 import random
@@ -14,8 +14,7 @@ from bench.program import RESTORE
 from bench.settings_file import SOUTHERN_VIEW, TRUE
 from bench.waiting import until
 
-# Whole, half and quarter hours, both sides of the date line; * keeps summer time, two of them in the south. Each is
-# run in one of three locales.
+# Zones of whole, half and quarter hours, on both sides of the date line, each with a locale. * has summer time.
 ZONES = {
     "America/New_York": "en_US",    # -5 *
     "America/St_Johns": "de_DE",    # -3:30 *
@@ -36,13 +35,13 @@ INSTANTS = [datetime.datetime.fromisoformat(text).replace(tzinfo=UTC) for text i
     "2024-01-15 23:10:30",
     "2024-07-15 03:20:10",
     "2026-11-24 02:52:00",
-    "2038-01-19 03:14:08",  # one second beyond 32 bits
+    "2038-01-19 03:14:08",  # one second past 32 bits
     "2100-03-01 00:00:30",  # the day after 28 February
 )]
 
 
 def localised(line, names):
-    """An English line in the month names and day markers of a locale."""
+    """An English line with the month names and day markers of a locale."""
     def exchange(match):
         month = names.months[moon_oracle.MONTHS.index(match[2])]
         marker = {"AM": names.am or "AM", "PM": names.pm or "PM"}[match[4]]
@@ -53,13 +52,12 @@ def localised(line, names):
 
 
 def any_instant(chance):
-    """An instant from 1996 to 2099. Wine hangs when it is asked for the zone in a year in which that zone left a whole
-    day out, as the one of Kiritimati did at the end of 1994."""
+    """An instant from 1996 to 2099. Wine hangs on a year in which the zone skipped a day, as Kiritimati did in 1994."""
     return datetime.datetime(1996, 1, 1, tzinfo=UTC) + datetime.timedelta(seconds=chance.randrange(104 * 365 * 86400))
 
 
 def some_instants(zone, seed):
-    """Instants all over the years, and some at which the finder meets a phase of earlier in the day."""
+    """Random instants, and some at which the finder meets a phase earlier on the same day."""
     chance = random.Random(seed)
     instants = [any_instant(chance) for _ in range(3)]
     day = instants[0]
@@ -72,7 +70,7 @@ def some_instants(zone, seed):
 
 
 def check(program, call, instant, names=None, southern=False):
-    """Compares everything that the program shows with the oracle."""
+    """Compares all that the program shows with the oracle."""
     wanted = wanted_report(instant, program.zone, southern)
     shown = program.report()
     lines, label = wanted["lines"], wanted["label1"]
@@ -100,7 +98,7 @@ def test_reports_agree_with_the_oracle(start, bench, zone, locale):
     assert len(program.calls()) == 2 + len(instants)
 
 
-def test_the_locales_differ_in_what_the_report_takes_from_them(bench):
+def test_the_locales_differ_in_what_the_report_uses(bench):
     english, german, greek = map(bench.locale_names, ("en_US", "de_DE", "el_GR"))
     assert (english.months[4], german.months[4]) == ("May", "Mai")
     assert greek.pm not in ("", "PM")
@@ -117,7 +115,7 @@ def test_many_reports_agree_with_the_oracle(start, zone):
         check(program, program.move_clock(instant), instant)
 
 
-def test_the_first_report_takes_the_phases_in_universal_time(start):
+def test_the_first_report_has_the_phases_in_universal_time(start):
     program = start(zone="America/New_York")
     first, second = program.calls()[:2]
     assert (first.command, second.command) == (NIM_ADD, NIM_MODIFY)
@@ -146,7 +144,7 @@ LAST_SECONDS = [datetime.datetime.fromisoformat(day + " 23:59:59") for day in (
 
 
 @pytest.mark.parametrize("zone", ["UTC", "Europe/Berlin", "Pacific/Chatham"])
-def test_changes_of_the_date_while_it_runs(start, zone):
+def test_the_date_changes_while_it_runs(start, zone):
     program = start(zone=zone)
     for at in LAST_SECONDS:
         at = program.local(at)
@@ -162,7 +160,7 @@ def test_changes_of_the_date_while_it_runs(start, zone):
     ("Europe/Berlin", "2024-03-31 01:00:00"), ("Europe/Berlin", "2024-10-27 01:00:00"),
     ("Pacific/Chatham", "2024-04-06 14:00:00"), ("Pacific/Chatham", "2024-09-28 14:00:00"),
 ])
-def test_summer_time_moves_the_clock_and_not_the_phases(start, zone, change):
+def test_summer_time_moves_the_clock_but_not_the_phases(start, zone, change):
     instant = datetime.datetime.fromisoformat(change).replace(tzinfo=UTC)
     program = start(zone=zone, at=instant - datetime.timedelta(seconds=1))
     before = program.report().lines
@@ -180,7 +178,7 @@ def test_the_clock_set_back_a_year_and_forward_ten(program):
 
 
 def test_one_update_a_minute_and_none_in_between(program):
-    """By the timer itself."""
+    """By the real timer."""
     count = len(program.calls())
     for _ in range(2):
         for second in 11, 59:
@@ -194,7 +192,7 @@ def test_one_update_a_minute_and_none_in_between(program):
         check(program, program.calls()[-1], program.clock.at)
 
 
-def test_the_timer_goes_on_while_the_window_is_hidden(program):
+def test_the_timer_runs_while_the_window_is_hidden(program):
     program.click(RESTORE)
     program.click("Close")
     until(lambda: not program.main().shown, "hidden window")
@@ -209,11 +207,11 @@ RESUME_AUTOMATIC, SUSPEND = 0x12, 4
 
 
 @pytest.mark.parametrize("notice, updates", [
-    ((WM_TIMECHANGE, 0), 1),  # the clock or the zone was set
+    ((WM_TIMECHANGE, 0), 1),  # the clock or the zone has changed
     ((WM_POWERBROADCAST, RESUME_AUTOMATIC), 1),
     ((WM_POWERBROADCAST, SUSPEND), 0),
 ])
-def test_the_tick_after_a_change_updates_within_the_minute(program, notice, updates):
+def test_the_tick_after_a_notice_updates_within_the_minute(program, notice, updates):
     count = len(program.calls())
     program.driver.send(program.main().hwnd, *notice)
     program.ticks(2)

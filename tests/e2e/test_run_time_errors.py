@@ -1,4 +1,4 @@
-"""Each run-time error that can be made from outside shows its box once, and leaves no icon and no process behind."""
+"""Each run-time error shows one box, and leaves no icon and no process."""
 
 import datetime
 import functools
@@ -13,12 +13,13 @@ from bench.waiting import until
 from bench.wine import windows_path
 
 
-def test_a_folder_in_the_place_of_the_settings_file(bench, start):
+def test_a_folder_named_as_the_settings_file(bench, start):
     folder = bench.folder()
     (folder / "vesk.dat").mkdir()
     program = start(folder=folder, wait=False)
     see_the_box_and_end(program, "Run-time error '75':\n\nPath/File access error")
     assert (folder / "vesk.dat").is_dir()
+    assert program.calls() == [], "it failed before it added the icon"
 
 
 def test_a_settings_file_that_another_program_holds(bench, start):
@@ -31,14 +32,14 @@ def test_a_settings_file_that_another_program_holds(bench, start):
     assert (folder / "vesk.dat").read_bytes() == b"kept"
 
 
-def test_a_settings_file_that_leads_nowhere(bench, start):
+def test_a_settings_file_that_links_to_itself(bench, start):
     folder = bench.folder()
     (folder / "vesk.dat").symlink_to("vesk.dat")
     program = start(folder=folder, wait=False)
     see_the_box_and_end(program, "Run-time error '57':\n\nDevice I/O error")
 
 
-def test_a_disk_that_is_full(bench, start):
+def test_a_full_disk(bench, start):
     folder = bench.folder()
     (folder / "vesk.dat").symlink_to("/dev/full")
     program = start(folder=folder)
@@ -46,8 +47,8 @@ def test_a_disk_that_is_full(bench, start):
     see_the_box_and_end(program, "Run-time error '61':\n\nDisk full")
 
 
-def test_a_file_that_refuses_to_be_written_stays_as_it_was(bench, start, monkeypatch):
-    # Python ignores the signal of a file's size limit; the program has to inherit that, so that the write itself fails.
+def test_a_failed_write_leaves_the_file_as_it_was(bench, start, monkeypatch):
+    # Python ignores SIGXFSZ. If the program inherits that, the write fails instead of killing it.
     monkeypatch.setattr(bench.wine, "start", functools.partial(bench.wine.start, restore_signals=False))
     folder = bench.folder()
     before = bytes(number % 251 for number in range(20_000))
@@ -59,7 +60,7 @@ def test_a_file_that_refuses_to_be_written_stays_as_it_was(bench, start, monkeyp
     assert (folder / "vesk.dat").read_bytes() == before
 
 
-def test_a_clock_at_the_end_of_the_calendar_at_start(start):
+def test_a_start_at_the_end_of_the_calendar(start):
     program = start(at=datetime.datetime(9999, 12, 30, 12, 0, 10), wait=False)
     see_the_box_and_end(program, "Run-time error '5':\n\nInvalid procedure call or argument")
 
@@ -74,7 +75,7 @@ def hide(program):
 
 
 @pytest.mark.parametrize("prepare", [leave_shown, hide, open_menu])
-def test_a_clock_at_the_end_of_the_calendar_while_it_runs(program, prepare):
+def test_the_end_of_the_calendar_while_it_runs(program, prepare):
     prepare(program)
     program.clock.set(program.local(datetime.datetime(9999, 12, 30, 12, 0, 10)))
     program.hurry()
@@ -84,23 +85,23 @@ def test_a_clock_at_the_end_of_the_calendar_while_it_runs(program, prepare):
 
 @pytest.fixture
 def failed(program):
-    """A program behind the box of an error."""
+    """A program that shows the box of an error."""
     program.clock.set(program.local(datetime.datetime(9999, 12, 30, 12, 0, 10)))
     program.hurry()
     until(program.message_box, "message box")
     return program
 
 
-def test_behind_the_box_the_settings_file_is_free(failed):
+def test_under_the_box_the_settings_file_is_free(failed):
     failed.driver.hold(windows_path(failed.folder / "vesk.dat"))
 
 
-def test_behind_the_box_the_window_is_not_closed(failed):
+def test_under_the_box_the_window_cannot_be_closed(failed):
     failed.driver.send(failed.main().hwnd, WM_CLOSE)
     assert failed.main().shown
 
 
-def test_behind_the_box_the_report_stands_still(failed):
+def test_under_the_box_the_report_stands_still(failed):
     report = failed.report()
     failed.clock.set(failed.local(datetime.datetime(2030, 1, 1)))
     failed.driver.send(failed.main().hwnd, WM_TIMER, 1)

@@ -1,4 +1,4 @@
-"""Windows on the screen: wide ones, lost ones, and their icons."""
+"""Wide windows, lost windows, and their icons."""
 
 import pytest
 
@@ -7,12 +7,12 @@ from bench.driver import LEFT_UP, RIGHT_UP, SC_MINIMIZE, SC_RESTORE, WM_DISPLAYC
 from bench.user import choose, show_about, wait_for_main
 from bench.waiting import until
 
-ICON = {(0, 0, 128), (255, 255, 0)}  # the night sky and the Moon of the window's icon
+ICON = {(0, 0, 128), (255, 255, 0)}  # its night sky and Moon
 
 
 @pytest.mark.parametrize("column", [LEFT_UP, RIGHT_UP])
-def test_the_pointer_at_the_column_of_a_click_is_none(program, column):
-    """A screen of high resolution, to which the program is not scaled, makes the About box that wide."""
+def test_the_pointer_at_the_column_numbered_as_a_click_does_nothing(program, column):
+    """On a high-DPI screen the About box is wide enough for it."""
     show_about(program)
     x, y, _, height = program.about().screen
     program.driver.place(program.about().hwnd, 100, y, 800, height)
@@ -27,7 +27,7 @@ def test_the_pointer_at_the_column_of_a_click_is_none(program, column):
 
 
 def test_the_about_box_has_the_icon_of_the_main_window(program):
-    """The small one, where a shrunk big one would be another picture."""
+    """The small icon: the big one shrunk would look different."""
     show_about(program)
 
     def caption_icon(window):
@@ -39,13 +39,12 @@ def test_the_about_box_has_the_icon_of_the_main_window(program):
     assert caption_icon(program.about()) == of_main
 
 
-# ---- lost windows: the screen has not changed, the windows are where none is, and the driver tells of the change
+# ---- lost windows: the driver moves a window off the screen and reports a change of the screen
 
 LOST = (5000, 4000)
 
 
 def lose(program, form):
-    """Puts a window where no screen is."""
     window = program.top(form)
     program.driver.place(window.hwnd, *LOST, *window.screen[2:])
     assert program.top(form).screen[:2] == list(LOST)
@@ -57,32 +56,32 @@ def centred(window):
 
 
 @pytest.mark.parametrize("show", ["click", "menu"])
-def test_a_main_window_that_was_hidden_where_no_screen_is_any_more_is_shown_in_the_middle(program, show):
+def test_a_lost_hidden_main_window_is_shown_in_the_middle(program, show):
     program.tray_message(LEFT_UP)
     wait_for_main(program, False)
     lose(program, "Tidewell")
     program.driver.send(program.main().hwnd, WM_DISPLAYCHANGE, 32, HEIGHT << 16 | WIDTH)
-    assert program.main().screen[:2] == list(LOST), "hidden: its screen may come back"
+    assert program.main().screen[:2] == list(LOST), "while it is hidden its screen may come back"
     program.tray_message(LEFT_UP) if show == "click" else choose(program, "Show Main Window")
     wait_for_main(program, True)
     assert centred(program.main())
 
 
-def test_an_about_box_that_was_hidden_where_no_screen_is_any_more_is_shown_in_the_middle(program):
+def test_a_lost_about_box_is_shown_in_the_middle(program):
     lose(program, "About Moon")
     show_about(program)
     assert centred(program.about())
 
 
 @pytest.mark.parametrize("form", ["Tidewell", "About Moon"])
-def test_a_window_whose_screen_goes_comes_to_the_middle(program, form):
+def test_a_window_that_loses_its_screen_moves_to_the_middle(program, form):
     show_about(program)
     lose(program, form)
     program.driver.send(program.top(form).hwnd, WM_DISPLAYCHANGE, 32, HEIGHT << 16 | WIDTH)
     assert centred(program.top(form))
 
 
-def test_a_minimised_window_is_restored_in_the_middle(program):
+def test_a_lost_minimised_window_is_restored_in_the_middle(program):
     lose(program, "Tidewell")
     program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_MINIMIZE)
     until(lambda: program.main().minimised, "minimised window")
@@ -95,7 +94,7 @@ def test_a_minimised_window_is_restored_in_the_middle(program):
     assert centred(program.main())
 
 
-def test_a_window_that_a_screen_shows_in_part_stays(program):
+def test_a_partly_visible_window_stays(program):
     x, y, width, height = program.main().screen
     program.driver.place(program.main().hwnd, WIDTH - 20, y, width, height)
     program.driver.send(program.main().hwnd, WM_DISPLAYCHANGE, 32, HEIGHT << 16 | WIDTH)

@@ -1,4 +1,4 @@
-"""The settings file under every fault that can be made: nothing on disk is lost or half-written."""
+"""The settings file: nothing on disk is ever lost or half-written."""
 
 import contextlib
 import random
@@ -17,12 +17,12 @@ from bench.wine import windows_path
 
 
 def all_bytes(size):
-    """Different bytes everywhere, none of which makes an option true."""
+    """Bytes that differ everywhere; no option among them is true."""
     return bytes((7 * i + i // 256) % 255 for i in range(size))
 
 
 @pytest.mark.parametrize("size", [None, 0, 1, 8191, 8192, 8465, 8466, 100_000])
-def test_a_file_of_any_length_is_read_and_kept(bench, start, size):
+def test_a_file_of_any_length_is_kept(bench, start, size):
     folder = bench.folder()
     path = folder / "vesk.dat"
     before = all_bytes(size or 0)
@@ -38,18 +38,18 @@ def test_a_file_of_any_length_is_read_and_kept(bench, start, size):
 
 
 @pytest.mark.parametrize("stored, ticked", [(b"\xff\xff", True), (b"\x01\x00", False), (b"\xff\x00", False)])
-def test_minus_one_alone_is_true(bench, start, stored, ticked):
+def test_only_minus_one_is_true(bench, start, stored, ticked):
     folder = bench.folder()
     (folder / "vesk.dat").write_bytes(bytes(RECORD + 266) + stored * 3 + bytes(2))
     program = start(folder=folder)
     assert bool(program.control(SOUTH).checked) == ticked
-    assert not program.control(RESTORE).checked, "it starts unticked whatever is stored"
+    assert not program.control(RESTORE).checked, "this box starts unticked, whatever is stored"
     icon = program.calls()[-1].icon
     program.close()
     assert (icon != start().calls()[-1].icon) == ticked
 
 
-def test_each_option_is_stored_by_itself(program):
+def test_each_option_is_stored_separately(program):
     path = program.folder / "vesk.dat"
     tick(program, RESTORE)
     assert path.read_bytes()[RESTORE_IN_TRAY:SOUTHERN_VIEW + 2] == TRUE + bytes(4)
@@ -68,7 +68,7 @@ def test_the_disabled_box_cannot_be_clicked(program):
     assert (program.folder / "vesk.dat").read_bytes() == before
 
 
-def test_what_another_writer_changes_between_two_clicks_is_kept(program):
+def test_another_programs_changes_between_two_clicks_are_kept(program):
     path = program.folder / "vesk.dat"
     tick(program, SOUTH)
     other = bytearray(all_bytes(RECORD + RECORD_SIZE))
@@ -78,7 +78,7 @@ def test_what_another_writer_changes_between_two_clicks_is_kept(program):
     assert path.read_bytes() == bytes(other)
 
 
-def test_the_file_lies_beside_the_program_whatever_the_current_folder(bench, start, tmp_path, monkeypatch):
+def test_the_file_is_beside_the_program_whatever_the_current_folder(bench, start, tmp_path, monkeypatch):
     folder = bench.folder()
     began = bench.wine.start
     monkeypatch.setattr(bench.wine, "start", lambda *command, **more: began(*command, **(more | {"cwd": tmp_path})))
@@ -95,7 +95,7 @@ def test_the_folder_may_have_any_name(bench, start):
     assert (folder / "vesk.dat").read_bytes()[SOUTHERN_VIEW:][:2] == TRUE
 
 
-def test_nobody_takes_the_file_for_himself_while_the_program_runs(program):
+def test_nobody_can_open_the_file_exclusively_while_the_program_runs(program):
     with pytest.raises(DriverError, match="error 32"):
         program.driver.hold(windows_path(program.folder / "vesk.dat"))
     tick(program, SOUTH)
@@ -104,15 +104,15 @@ def test_nobody_takes_the_file_for_himself_while_the_program_runs(program):
 
 @pytest.fixture
 def small_disk(tmp_path):
-    """A folder on a file system of its own, of 16 MB."""
+    """A folder that is a file system of 16 MB."""
     mount = shutil.which("mount")
     if not mount or subprocess.run([mount, "-t", "tmpfs", "-o", "size=16m", "tmpfs", tmp_path], capture_output=True).returncode:
-        pytest.skip("this machine does not let a small file system be mounted")
+        pytest.skip("this machine cannot mount a small file system")
     yield tmp_path
-    subprocess.run(["umount", "--lazy", tmp_path], check=True)  # the bench still has its clock mapped there
+    subprocess.run(["umount", "--lazy", tmp_path], check=True)  # lazy: the bench still maps the clock there
 
 
-def test_a_full_disk_is_said_and_leaves_the_file_as_it_was(bench, small_disk, start):
+def test_a_full_disk_is_reported_and_leaves_the_file_as_it_was(bench, small_disk, start):
     shutil.copytree(bench.folder(), small_disk, dirs_exist_ok=True)
     program = start(folder=small_disk)
     with open(small_disk / "filler", "wb", buffering=0) as filler, contextlib.suppress(OSError):
@@ -125,7 +125,7 @@ def test_a_full_disk_is_said_and_leaves_the_file_as_it_was(bench, small_disk, st
 
 
 def kill_while_clicking(bench, start, times):
-    """Kills the program at random moments in a storm of clicks and looks at the file after each."""
+    """Kills the program at random moments during many clicks, and checks the file each time."""
     moments = random.Random(1)
     folder = bench.folder(recorded=False)
     path = folder / "vesk.dat"

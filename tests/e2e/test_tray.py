@@ -1,4 +1,4 @@
-"""The icon in the tray: real clicks, the menu, the tip, and a shell that goes and comes."""
+"""The icon in the tray: clicks, menu, tip, and a shell that restarts."""
 
 import datetime
 
@@ -6,13 +6,13 @@ import pytest
 
 from bench.display import RIGHT
 from bench.driver import (LEFT_DOUBLE, LEFT_DOWN, LEFT_UP, NIM_ADD, NIM_DELETE, NIM_MODIFY, RIGHT_DOUBLE, RIGHT_DOWN,
-                          RIGHT_UP, SC_MINIMIZE, WM_SYSCOMMAND)
+                          SC_MINIMIZE, WM_SYSCOMMAND)
 from bench.oracle import wanted_report
 from bench.program import MAGENTA, RESTORE, phase_pictures
 from bench.user import ENTRIES, choose, open_menu, place_of, wait_for_main
 from bench.waiting import until, until_same
 
-SOME_WHERE_ELSE = (100, 100)
+ELSEWHERE = (100, 100)
 
 
 # ---- clicks
@@ -22,6 +22,7 @@ def test_left_clicks_hide_and_show_the_main_window(program):
     for shown in (False, True, False, True):
         program.display.click(*centre)
         wait_for_main(program, shown)
+    until(lambda: program.foreground() == program.main().hwnd, "main window in the foreground")
 
 
 def test_a_left_click_restores_a_minimised_window(program):
@@ -31,14 +32,6 @@ def test_a_left_click_restores_a_minimised_window(program):
     until(lambda: not program.main().minimised, "window back on the screen")
     assert program.main().shown
     until(lambda: program.foreground() == program.main().hwnd, "main window in the foreground")
-
-
-def test_a_window_that_is_shown_comes_with_the_keyboard(program):
-    program.display.click(*program.icon_centre())
-    wait_for_main(program, False)
-    program.display.click(*program.icon_centre())
-    main = until(lambda: program.main().shown and program.main(), "main window shown")
-    until(lambda: program.foreground() == main.hwnd, "main window in the foreground")
 
 
 @pytest.mark.parametrize("message", [LEFT_DOWN, LEFT_DOUBLE, RIGHT_DOWN, RIGHT_DOUBLE, 512, 519, 520])
@@ -52,22 +45,16 @@ def test_other_messages_of_the_icon_do_nothing(program, message):
 
 # ---- menu
 
-def test_the_menu_stands_on_the_screen_with_its_entries(program):
+def test_the_menu_shows_its_entries(program):
     menu = open_menu(program)
     x, y, width, height = menu.screen
     program.display.rest()
     of_the_program = until_same(lambda: program.display.grab(x, y, width, height), "menu")
     program.driver.keys("Escape")
     until(lambda: program.menu() is None, "menu closed")
-    # The same entries in a menu of the driver's, at the same place, give the same picture.
+    # A menu of the driver with the same entries looks the same.
     program.driver.own_menu(x, y, *ENTRIES)
     until(lambda: program.display.grab(x, y, width, height) == of_the_program, "menu with the same picture")
-
-
-def test_the_menu_has_the_foreground(program):
-    """Without it the menu would stay open on Windows when the user clicks elsewhere."""
-    open_menu(program)
-    until(lambda: program.foreground() == program.about().hwnd, "menu in the foreground")
 
 
 def test_about_shows_the_about_box(program):
@@ -76,7 +63,7 @@ def test_about_shows_the_about_box(program):
     assert program.main().shown
 
 
-def test_show_main_window_shows_it_and_leaves_a_shown_one(program):
+def test_show_main_window_shows_it_and_never_hides_it(program):
     program.display.click(*program.icon_centre())
     wait_for_main(program, False)
     choose(program, "Show Main Window")
@@ -87,7 +74,7 @@ def test_show_main_window_shows_it_and_leaves_a_shown_one(program):
     assert program.main().shown
 
 
-def test_show_main_window_brings_back_a_minimised_one(program):
+def test_show_main_window_restores_a_minimised_one(program):
     program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_MINIMIZE)
     until(lambda: program.main().minimised, "minimised window")
     choose(program, "Show Main Window")
@@ -102,7 +89,7 @@ def test_exit_ends_the_program_and_takes_the_icon_away(program):
     until(lambda: not program.display.docked_icons(), "tray without icons")
 
 
-def test_exit_ends_it_although_restore_in_system_tray_is_ticked(program):
+def test_exit_ends_it_with_restore_in_system_tray_ticked(program):
     program.click(RESTORE)
     until(lambda: program.control(RESTORE).checked, "tick")
     choose(program, "Exit")
@@ -119,12 +106,12 @@ def test_escape_closes_the_menu(program):
 
 def test_a_click_elsewhere_closes_the_menu(program):
     open_menu(program)
-    program.display.click(*SOME_WHERE_ELSE)
+    program.display.click(*ELSEWHERE)
     until(lambda: program.menu() is None, "menu closed")
-    assert open_menu(program), "and it opens again"
+    assert open_menu(program)
 
 
-def test_the_right_button_chooses_nothing(program):
+def test_a_right_click_on_an_entry_does_nothing(program):
     program.display.click(*place_of("Exit", open_menu(program)), RIGHT)
     program.settle()
     program.ticks()
@@ -144,7 +131,7 @@ def test_the_menu_works_by_keyboard(program):
     assert program.wait_for_end() == 0
 
 
-def test_the_icon_toggles_nothing_while_the_menu_is_open(program):
+def test_with_the_menu_open_a_click_on_the_icon_does_not_hide_the_window(program):
     open_menu(program)
     program.tray_message(LEFT_DOWN)
     program.tray_message(LEFT_UP)
@@ -152,7 +139,7 @@ def test_the_icon_toggles_nothing_while_the_menu_is_open(program):
     assert program.main().shown
 
 
-def test_the_report_goes_on_while_the_menu_is_open(program):
+def test_the_report_is_updated_while_the_menu_is_open(program):
     open_menu(program)
     count = len(program.calls())
     program.clock.advance(minutes=1)
@@ -162,7 +149,7 @@ def test_the_report_goes_on_while_the_menu_is_open(program):
 
 # ---- record and tip
 
-def test_the_record_is_filled_as_the_shell_wants_it(program):
+def test_the_record_is_filled_as_the_shell_expects(program):
     about = program.about().hwnd
     added, changed = program.calls()[:2]
     assert (added.command, changed.command) == (NIM_ADD, NIM_MODIFY)
@@ -180,7 +167,7 @@ def test_hovering_shows_the_tip(program):
 
 
 def test_the_icon_in_the_tray_shows_the_phase_picture(program):
-    """The 16 x 16 picture stands in the middle of the docked icon; only its opaque pixels are compared."""
+    """Compares the opaque pixels: the 16 x 16 picture is centred in the docked icon."""
     wanted = next(picture for picture, number in phase_pictures().items() if number == program.calls()[-1].icon)
 
     def shown():
@@ -193,7 +180,7 @@ def test_the_icon_in_the_tray_shows_the_phase_picture(program):
 # ---- the shell
 
 def lose_the_icon(program):
-    """What happens to the icon when the shell ends."""
+    """Removes the icon, as the end of the shell does."""
     assert program.driver.notify(NIM_DELETE, program.about().hwnd)
     until(lambda: not program.display.docked_icons(), "tray without icons")
 
@@ -210,7 +197,7 @@ def test_a_new_shell_gets_the_icon_again(program):
     wait_for_main(program, False)
 
 
-def test_a_new_shell_gets_the_icon_of_a_program_in_hiding(program):
+def test_a_new_shell_gets_the_icon_of_a_hidden_program(program):
     program.display.click(*program.icon_centre())
     wait_for_main(program, False)
     lose_the_icon(program)
@@ -219,7 +206,7 @@ def test_a_new_shell_gets_the_icon_of_a_program_in_hiding(program):
     wait_for_main(program, True)
 
 
-def test_a_message_of_the_shell_that_kept_the_icon_makes_no_second_one(program):
+def test_a_shell_that_kept_the_icon_gets_no_second_one(program):
     count = len(program.calls())
     program.driver.broadcast("TaskbarCreated")
     until(lambda: len(program.calls()) > count, "tray call")
@@ -228,14 +215,14 @@ def test_a_message_of_the_shell_that_kept_the_icon_makes_no_second_one(program):
     assert len(program.display.docked_icons()) == 1
 
 
-def test_an_icon_that_was_lost_in_silence_is_back_with_the_next_minute(program):
+def test_a_silently_lost_icon_is_back_with_the_next_minute(program):
     lose_the_icon(program)
     program.clock.advance(minutes=1)
     program.hurry()
     until(program.display.docked_icons, "icon in the tray")
 
 
-def test_a_shell_that_comes_late_gets_the_icon(start, bench):
+def test_a_late_shell_gets_the_icon_with_the_next_minute(start, bench):
     folder = bench.folder()
     (folder / "tray-refuses").touch()
     program = start(folder)
@@ -249,7 +236,7 @@ def test_a_shell_that_comes_late_gets_the_icon(start, bench):
     assert (program.calls()[-1].command, program.calls()[-1].succeeded) == (NIM_ADD, True)
 
 
-def test_a_shell_that_comes_late_and_says_so_gets_the_icon_at_once(start, bench):
+def test_a_late_shell_that_broadcasts_gets_the_icon_at_once(start, bench):
     folder = bench.folder()
     (folder / "tray-refuses").touch()
     program = start(folder)
@@ -258,7 +245,7 @@ def test_a_shell_that_comes_late_and_says_so_gets_the_icon_at_once(start, bench)
     until(program.display.docked_icons, "icon in the tray")
 
 
-def test_without_a_shell_the_program_works_on(start, bench):
+def test_without_a_shell_the_program_still_works(start, bench):
     folder = bench.folder()
     (folder / "tray-refuses").touch()
     program = start(folder)
@@ -272,7 +259,7 @@ def test_without_a_shell_the_program_works_on(start, bench):
     assert program.wait_for_end() == 0
 
 
-def test_without_an_icon_the_window_is_minimised_where_it_would_hide(start, bench):
+def test_without_an_icon_the_window_is_minimised_instead_of_hidden(start, bench):
     folder = bench.folder()
     (folder / "tray-refuses").touch()
     program = start(folder)
@@ -282,7 +269,7 @@ def test_without_an_icon_the_window_is_minimised_where_it_would_hide(start, benc
     assert program.main().shown
 
 
-def test_a_hidden_window_that_has_lost_its_icon_is_minimised(program):
+def test_a_hidden_window_that_loses_its_icon_is_minimised(program):
     program.display.click(*program.icon_centre())
     wait_for_main(program, False)
     program.refuse_tray_calls(True)
@@ -291,8 +278,8 @@ def test_a_hidden_window_that_has_lost_its_icon_is_minimised(program):
     until(lambda: program.main().minimised and program.main().shown, "minimised window")
 
 
-def test_no_message_of_the_shell_brings_the_icon_back_while_the_program_ends(program):
-    """It stands still in the box of a run-time error then, its icon removed, its windows there."""
+def test_while_the_program_ends_a_new_shell_gets_no_icon(program):
+    """The box of a run-time error is open, the icon is gone, the windows still exist."""
     program.clock.set(program.local(datetime.datetime(9999, 12, 30, 12, 0, 10)))
     program.hurry()
     until(program.message_box, "message box")

@@ -1,19 +1,18 @@
-"""The main window and the About box: what stands on them, where, and that the keyboard alone is enough."""
+"""The main window and the About box: their controls, the picture, and the keyboard."""
 
 import datetime
 
 import moon_oracle
 import pytest
 
-from bench.driver import LEFT_UP, SC_MINIMIZE, WM_MOUSEMOVE, WM_SYSCOMMAND
+from bench.driver import LEFT_UP, SC_MINIMIZE, WM_SYSCOMMAND
 from bench.program import RESTORE, SOUTH, START, THIRD
 from bench.user import bring_to_front, choose, focus, moon, show_about
 from bench.waiting import until
 
-TWIPS = 15  # to a pixel
+TWIPS = 15  # per pixel
 
-# Text (the lines and the dark fraction by their place), window class, left, top, width, height in twips, what it lies
-# in, enabled, visible.
+# Text (with fields of the oracle's report); window class; left, top, width, height in twips; parent; enabled; visible.
 MAIN = [
     ("", "TidewellFrame", 90, 3690, 3645, 855, "Tidewell", True, True),
     (RESTORE, "Button", 180, 180, 2595, 255, "", True, True),
@@ -32,20 +31,19 @@ ABOUT = [
     ("OK", "Button", 2820, 1470, 1260, 345, "About Moon", True, True),
 ]
 
-FACE = (0xF5, 0xF5, 0xF5)  # Wine's colour of windows, which shows through where nothing is drawn
+FACE = (0xF5, 0xF5, 0xF5)  # Wine's window colour, where nothing is drawn
 WHITE, BLACK = (255, 255, 255), (0, 0, 0)
 
 
 def pixels(place):
-    """A place in twips as pixels."""
     return [round(length / TWIPS) for length in place]
 
 
 # ---- contents
 
 @pytest.mark.parametrize("form, wanted", [("Tidewell", MAIN), ("About Moon", ABOUT)])
-def test_every_control_stands_in_its_place(program, form, wanted):
-    show_about(program)  # which completes it
+def test_every_control_is_in_its_place(program, form, wanted):
+    show_about(program)  # only then is the box complete
     report = moon_oracle.report(*START.timetuple()[:6], 0, False)
     windows = {window.hwnd: window for window in program.windows()}
     found = [(window.text, window.class_, *window.place, windows[window.parent].text, window.enabled, window.visible)
@@ -56,7 +54,7 @@ def test_every_control_stands_in_its_place(program, form, wanted):
 
 @pytest.mark.parametrize("form, size", [("Tidewell", [0, 0, 257, 342]), ("About Moon", [0, 0, 283, 137])])
 def test_the_windows_have_their_sizes_and_are_topmost(program, form, size):
-    program.tray_message(512)  # each message of the icon makes the About window topmost
+    program.tray_message(512)  # any message of the icon makes the About box topmost
     program.settle()
     window = program.top(form)
     assert window.client == size
@@ -65,15 +63,15 @@ def test_the_windows_have_their_sizes_and_are_topmost(program, form, size):
 
 @pytest.mark.parametrize("form", ["Tidewell", "About Moon"])
 def test_every_control_tells_a_screen_reader_its_name(program, form):
-    """The name of what is shown is its text. (The roles are Wine's matter: it gives them all the same.)"""
+    """It is the shown text. (Wine gives every control the same role.)"""
     show_about(program)
     named = [program.top(form)] + [window for window in program.inside(form) if window.visible and window.text]
     for window in named:
-        assert program.driver.accessible(window.hwnd).name == window.text
+        assert program.driver.accessible_name(window.hwnd) == window.text
     assert len(named) == {"Tidewell": 9, "About Moon": 4}[form]
 
 
-def test_the_pictures_of_the_about_form_lie_below_its_edge(program):
+def test_the_pictures_of_the_about_box_are_below_its_edge(program):
     show_about(program)
     below = [window for window in program.inside("About Moon") if window.place[1] >= 137]
     assert len(below) == 28
@@ -93,18 +91,12 @@ def test_the_third_box_is_cut_off_by_the_frame(program):
     assert beyond.colours() == {FACE}
 
 
-def test_the_title_bar_has_the_window_icon(program):
-    x, y, _, _ = program.main().screen
-    icon = program.display.grab(x + 5, y + 4, 16, 16)
-    assert {(0, 0, 128), (255, 255, 0)} <= icon.colours()  # its night sky and its Moon
-
-
 # ---- picture
 
 def test_the_picture_is_lit_as_the_moon_is(program):
     picture = moon(program)
     assert picture.colours() == {FACE, WHITE, BLACK}
-    # Across the middle, waning: the rim, white up to the terminator, black.
+    # Through the middle, waning: rim, white, terminator, black.
     row = [picture.pixel(x, 65) for x in range(131)]
     dark = float(moon_oracle.report(*START.timetuple()[:6], 0, False)["label1"])
     terminator = 65 + 130 * (0.5 - dark)
@@ -123,13 +115,13 @@ def test_the_southern_view_mirrors_picture_and_icon(program):
     def differing():
         south = moon(program)
         return sum(south.pixel(x, y) != wanted[y * 131 + x] for y in range(131) for x in range(131))
-    until(lambda: differing() <= 131, "mirrored picture")  # the two halves meet in a column that is not the middle
+    until(lambda: differing() <= 131, "mirrored picture")  # the halves meet beside the middle column
     assert (program.calls()[count - 1].icon, program.calls()[-1].icon) == (18, 10)
     program.click(SOUTH)
     until(lambda: moon(program) == north, "northern picture")
 
 
-def test_the_picture_survives_being_painted_anew(program):
+def test_the_picture_survives_repainting(program):
     before = moon(program)
     program.driver.redraw(program.main().hwnd)
     program.settle()
@@ -143,7 +135,7 @@ def test_the_picture_survives_being_painted_anew(program):
 
 # ---- keyboard
 
-def test_tab_goes_round_in_order(program):
+def test_tab_visits_the_controls_in_order(program):
     bring_to_front(program)
     order = [focus(program)]
     for _ in range(3):
@@ -152,7 +144,7 @@ def test_tab_goes_round_in_order(program):
         order.append(focus(program))
     assert order == [RESTORE, SOUTH, "Close", RESTORE]
     program.driver.keys("Shift+Tab")
-    until(lambda: focus(program) == "Close", "going back")
+    until(lambda: focus(program) == "Close", "previous control")
 
 
 def test_space_ticks_and_unticks(program):
@@ -167,14 +159,14 @@ def test_the_keyboard_alone_hides_and_ends_it(program):
     program.driver.keys("Space", "Tab", "Tab", "Space")  # tick, go to Close, press it
     until(lambda: not program.main().shown, "hidden window")
     program.tray_message(LEFT_UP)
-    until(lambda: focus(program) == "Close", "window back, with the focus where it was")
+    until(lambda: focus(program) == "Close", "window back, with the same focus")
     program.driver.keys("Tab", "Space")
     until(lambda: program.control(RESTORE).checked == 0, "no tick")
     program.driver.keys("Shift+Tab", "Enter")
     assert program.wait_for_end() == 0
 
 
-def test_enter_presses_close_only_where_the_focus_is_on_it(program):
+def test_enter_presses_close_only_with_the_focus_on_it(program):
     bring_to_front(program)
     program.driver.keys("Enter", "Escape")
     program.settle()
@@ -186,7 +178,7 @@ def test_enter_presses_close_only_where_the_focus_is_on_it(program):
     assert program.wait_for_end() == 0
 
 
-def test_the_real_keyboard_of_the_screen_works_too(program):
+def test_the_keyboard_of_the_screen_works_too(program):
     bring_to_front(program)
     program.display.type("Tab")
     until(lambda: focus(program) == SOUTH, "next control")
@@ -197,7 +189,7 @@ def test_the_real_keyboard_of_the_screen_works_too(program):
 # ---- About box
 
 @pytest.mark.parametrize("way", ["OK", "Escape", "Enter", "Alt+F4", "close box"])
-def test_every_way_to_close_the_about_box_hides_it_and_the_tray_works_on(program, way):
+def test_every_way_to_close_the_about_box_only_hides_it(program, way):
     show_about(program)
     if way == "OK":
         program.click("OK", "About Moon")
@@ -218,21 +210,8 @@ def test_the_about_box_has_the_keyboard_on_ok(program):
     assert focus(program, "About Moon") == "OK"
 
 
-def test_the_pointer_over_the_about_box_is_no_message_of_the_icon(program):
-    """At the X of a click's number: the box is not that wide, so such a number comes from the icon alone."""
-    show_about(program)
-    x, y, width, height = program.about().screen
-    for step in range(5, width - 5, 20):
-        program.display.point(x + step, y + height // 2)
-    program.driver.send(program.about().hwnd, WM_MOUSEMOVE, 0, 282 | 100 << 16)
-    program.settle()
-    assert program.main().shown
-    assert program.menu() is None
-    assert program.about().shown
-
-
 def test_the_about_box_stays_where_it_was_dragged_to(program):
-    """Each message of the icon makes it topmost where it stands."""
+    """Each message of the icon makes it topmost, but must not move it."""
     show_about(program)
     x, y, _, _ = program.about().screen
     program.display.drag((x + 60, y + 10), (x + 160, y + 90))
@@ -242,7 +221,7 @@ def test_the_about_box_stays_where_it_was_dragged_to(program):
     assert program.about().screen[:2] == [x + 100, y + 80]
 
 
-def test_the_about_box_shows_while_the_main_window_is_hidden(program):
+def test_the_about_box_opens_while_the_main_window_is_hidden(program):
     program.tray_message(LEFT_UP)
     until(lambda: not program.main().shown, "hidden main window")
     show_about(program)

@@ -1,4 +1,4 @@
-"""The check that people run on a real Windows, run under Wine."""
+"""Runs windows_check, which is meant for real Windows, under Wine."""
 
 import re
 import shutil
@@ -10,13 +10,12 @@ from bench.folders import REPOSITORY
 
 BUILD = REPOSITORY / "build/windows-tests"
 
-# What Wine cannot tell, or what takes too long here; all else must be well.
+# Checks that Wine cannot do, or that take too long here. All others must pass.
 NOT_HERE = {"entries of the menu", "memory and handles after many updates", "processor time of a quiet minute"}
 
 
 @pytest.fixture
 def folder(bench):
-    """A folder with the check and the program."""
     tools.build_target(BUILD, "windows_check")
     folder = bench.folders.root / "windows-check"
     shutil.rmtree(folder, ignore_errors=True)
@@ -27,15 +26,15 @@ def folder(bench):
 
 
 def run(bench, folder, *arguments):
-    """Runs the check: its status, its report, and what it says of each check."""
-    # A zone in which the lines before the first tick are others than those after it.
+    """Runs the checks; returns the status, the report, and the outcome of each check."""
+    # In this zone the first tick changes the lines.
     status = bench.wine.start(folder / "windows_check.exe", *arguments, log=folder / "output", cwd=folder,
                               environment={"TZ": "America/St_Johns"}).wait(timeout=600)
     report = (folder / "tidewell-check.txt").read_text(encoding="utf-8")
     return status, report, dict(re.findall(r"^(.+?): (ok|FAILED|not here)", report, re.MULTILINE))
 
 
-def test_all_that_wine_can_tell_is_well(bench, folder):
+def test_all_checks_that_wine_can_do_pass(bench, folder):
     temporary = set(bench.wine.prefix.glob("drive_c/users/*/Temp/*"))
     status, report, outcomes = run(bench, folder, "--quick")
     assert status == 0, report
@@ -50,8 +49,8 @@ def test_all_that_wine_can_tell_is_well(bench, folder):
     assert not bench.driver.processes("Tidewell.exe") + bench.driver.processes("windows_check.exe")
 
 
-def test_a_failure_is_told(bench, folder):
-    """In a program with another word on one of its buttons."""
+def test_a_failure_is_reported(bench, folder):
+    """Of a program with a wrong word on a button."""
     program = folder / "Tidewell.exe"
     right, wrong = "Close".encode("utf-16-le"), "Cloze".encode("utf-16-le")
     program.write_bytes(program.read_bytes().replace(right, wrong))

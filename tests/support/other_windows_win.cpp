@@ -1,6 +1,6 @@
 #include "support/other_windows_win.h"
 
-// After windows.h, which they build on.
+// These need windows.h first.
 #include <oleacc.h>
 #include <tlhelp32.h>
 
@@ -8,7 +8,7 @@ namespace support {
 
 namespace {
 
-constexpr UINT kPatience = 20000;  // ms that a window may take to answer
+constexpr UINT kPatience = 20000;  // ms
 
 struct Gathering {
   DWORD process;

@@ -6,41 +6,41 @@
 #include <string>
 #include <vector>
 
-/// The windows of other programs: finding, reading and clicking them from outside.
+/// Finds, reads and clicks the windows of other programs.
 namespace support {
 
-/// UTF-8 from and to UTF-16.
+/// Convert between UTF-8 and UTF-16.
 [[nodiscard]] std::string Utf8(const std::wstring& text);
 [[nodiscard]] std::wstring Wide(const std::string& bytes);
 
-/// SendMessage. Returns nothing if the window does not answer within 20 s.
+/// SendMessage; nothing if the window does not answer within 20 s.
 std::optional<LRESULT> Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
 [[nodiscard]] std::wstring TextOf(HWND window);
 [[nodiscard]] std::wstring ClassOf(HWND window);
 
-/// Returns its outer edges, in the client area of its parent or on the screen.
+/// Returns a window's rectangle in its parent's client area; a top-level window's on the screen.
 [[nodiscard]] RECT PlaceOf(HWND window);
 
 /// Returns every window of a process, parents before children.
 [[nodiscard]] std::vector<HWND> WindowsOf(DWORD process);
 
-/// Returns the ids of the processes that run an image, like Tidewell.exe.
+/// Returns the ids of the processes of an image, like Tidewell.exe.
 [[nodiscard]] std::vector<DWORD> ProcessesOf(const std::wstring& image);
 
 /// Returns the name that a screen reader gets; nothing if there is none.
 [[nodiscard]] std::optional<std::wstring> AccessibleName(HWND window);
 
-/// The same of what is at a place on the screen.
+/// The same for what is at a point of the screen.
 [[nodiscard]] std::optional<std::wstring> AccessibleNameAt(POINT place);
 
-/// Returns the texts of the tool tips that are shown, of every process.
+/// Returns the texts of the shown tooltips of every process.
 [[nodiscard]] std::vector<std::wstring> ShownTips();
 
-/// Presses keys on the keyboard together, by their virtual-key codes, and lets them go.
+/// Presses keys together, by their virtual-key codes, and releases them.
 void Press(const std::vector<WORD>& keys);
 
-/// Moves the pointer, and clicks there with the left or the right button.
+/// Moves the pointer; moves it and clicks.
 void Point(POINT at);
 void Click(POINT at, bool right = false);
 

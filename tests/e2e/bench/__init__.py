@@ -1,4 +1,4 @@
-"""The end-to-end bench: what a test needs to run the finished Tidewell.exe and look at it from outside.
+"""The end-to-end bench: runs the finished Tidewell.exe and looks at it from outside.
 
 folders.py   where the bench puts things
 tools.py     builds the native helpers in native/
@@ -8,11 +8,12 @@ wine.py      the Wine prefix and the locales
 driver.py    requests to the helper program inside Windows
 clock.py     the movable clock
 program.py   one run of Tidewell: its windows, tray calls and report
-user.py      what a user does with it and sees of it, in several steps
+user.py      what a user does and sees, in several steps
+typewriter.py  another program to type into
 failures.py  what the functions of Windows answer when they fail
 faults.py    runs of a whole life of the program in which calls fail
 fault_choice.py   which calls these are
 fault_verdict.py  what has become of the program in such a run
-oracle.py    the report that is wanted
+oracle.py    the expected report
 settings_file.py  where the options stand in the settings file
 """

@@ -23,8 +23,8 @@ class Clock:
         self.set(at)
 
     def environment(self, preload):
-        """What a program must have in its environment to read this clock. The library is preloaded by name, as a path in
-        LD_PRELOAD must not have blanks."""
+        """The environment in which a program reads this clock. The library is preloaded by name: LD_PRELOAD splits its
+        value at blanks."""
         folders = [str(preload.parent), *filter(None, [os.environ.get("LD_LIBRARY_PATH")])]
         return {"LD_PRELOAD": preload.name, "LD_LIBRARY_PATH": ":".join(folders), "TIDEWELL_E2E_CLOCK": str(self.path)}
 
@@ -38,7 +38,7 @@ class Clock:
         struct.pack_into("<I", self._file, 0, self._version)
 
     def advance(self, **time):
-        """Moves the clock by a time, given as for a timedelta."""
+        """Moves the clock by a timedelta, given by its arguments."""
         self.set(self.at + datetime.timedelta(**time))
 
     @property

@@ -12,23 +12,21 @@ from Xlib.ext import xtest
 from bench.waiting import until
 
 WIDTH, HEIGHT = 1024, 768
-MARGIN = (5, 5)  # where the pointer rests, away from every window
+MARGIN = (5, 5)  # the pointer rests here: no window is near
 LEFT, RIGHT = 1, 3
 
 
 class Picture:
-    """A piece of the screen, as red, green, blue bytes row by row."""
+    """A part of the screen: red, green and blue bytes, row by row."""
 
     def __init__(self, width, height, data):
         self.width, self.height, self.data = width, height, data
 
     def pixel(self, x, y):
-        """The colour (red, green, blue) at a place."""
         at = (y * self.width + x) * 3
         return tuple(self.data[at:at + 3])
 
     def colours(self):
-        """The set of colours in it."""
         return {tuple(self.data[at:at + 3]) for at in range(0, len(self.data), 3)}
 
     def __eq__(self, other):
@@ -39,13 +37,13 @@ class Picture:
 
 
 class Display:
-    """The screen; ends with close()."""
+    """The screen; close() ends it."""
 
     def __init__(self, logs):
         self._logs = logs
         self._processes = []
         read, write = os.pipe()
-        # Without -noreset the server starts anew when its last client leaves, and turns away who comes just then.
+        # Without -noreset the server restarts when its last client leaves, and refuses clients meanwhile.
         self._start("Xvfb", "-displayfd", str(write), "-noreset", "-screen", "0", f"{WIDTH}x{HEIGHT}x24",
                     pass_fds=[write])
         os.close(write)
@@ -54,7 +52,7 @@ class Display:
         if not number:
             raise RuntimeError(f"Xvfb did not start, see {logs}/Xvfb.log")
         self.environment = {"DISPLAY": f":{number}"}
-        # A tray must be there before Wine's shell looks for one.
+        # The tray must exist before Wine's shell looks for one.
         self._start("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "pixel", "--width", "200",
                     "--height", "22", "--SetDockType", "true", environment=self.environment)
         until(lambda: '("panel" "trayer")' in self.tree(), "tray on the screen")
@@ -62,8 +60,7 @@ class Display:
         self.rest()
 
     def _start(self, *command, pass_fds=(), environment=None):
-        # In a session of its own, so that a Ctrl-C on the tests does not end it before Wine; but not for longer than the
-        # tests live, however they end.
+        # A session of its own keeps a Ctrl-C from ending it before Wine. The death signal ends it with the tests.
         with open(self._logs / f"{command[0]}.log", "w") as log:
             self._processes.append(subprocess.Popen(
                 ["setpriv", "--pdeathsig", "KILL", *command], stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=pass_fds,
@@ -92,19 +89,17 @@ class Display:
     # ---- mouse
 
     def point(self, x, y):
-        """Moves the pointer."""
         self._run("xdotool", "mousemove", str(x), str(y))
 
     def rest(self):
-        """Moves the pointer where it touches nothing."""
+        """Moves the pointer off every window."""
         self.point(*MARGIN)
 
     def click(self, x, y, button=LEFT):
-        """A real click."""
         self._run("xdotool", "mousemove", str(x), str(y), "click", str(button))
 
     def clicks_in_a_row(self, pause, *clicks):
-        """Real clicks (x, y, button) with a pause in seconds between them. Not by xdotool, whose start takes longer."""
+        """Clicks at (x, y, button) with a pause in seconds between them. xdotool would take longer to start."""
         for number, (x, y, button) in enumerate(clicks):
             if number:
                 time.sleep(pause)
@@ -118,36 +113,34 @@ class Display:
         self._run("xdotool", "mousemove", str(x), str(y), "mousedown", str(LEFT))
 
     def let_go(self):
-        """Lets go of the left button, wherever the pointer is."""
+        """Releases the left button."""
         self._run("xdotool", "mouseup", str(LEFT))
 
     def drag(self, start, end):
-        """Drags from one place to another."""
         self._run("xdotool", "mousemove", *map(str, start), "mousedown", str(LEFT),
                   "mousemove", *map(str, end), "mouseup", str(LEFT))
 
     def type(self, *keys):
-        """Real key strokes, which go to the X window with the focus (xdotool's key names)."""
+        """Types keys, by xdotool's names, into the X window with the focus."""
         self._run("xdotool", "key", *keys)
 
     # ---- pictures
 
     def grab(self, x=0, y=0, width=WIDTH, height=HEIGHT):
-        """A piece of the screen."""
         data = self._run("import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage",
                          "-depth", "8", "rgb:-")
-        assert len(data) == width * height * 3, f"{width}x{height}+{x}+{y} is not all on the screen"
+        assert len(data) == width * height * 3, f"{width}x{height}+{x}+{y} is partly off the screen"
         return Picture(width, height, data)
 
     def save(self, path, x=0, y=0, width=WIDTH, height=HEIGHT, scale=1):
-        """A piece of the screen as a PNG file."""
+        """Saves a part of the screen as a PNG file."""
         self._run("import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage",
                   "-filter", "point", "-resize", f"{scale}00%", "-strip", str(path))
 
     # ---- tray
 
     def docked_icons(self):
-        """Places (x, y, width, height) of the icons in the tray that Wine's shell has put there."""
+        """Places (x, y, width, height) of the icons that Wine's shell has put into the tray."""
         lines = self.tree().splitlines()
         starts = [number for number, line in enumerate(lines) if '("panel" "trayer")' in line]
         if not starts:
@@ -163,6 +156,6 @@ class Display:
         return icons
 
     def shake_tray(self):
-        """Moves the tray a pixel up and down again: a tray tells its icons where they are when it moves."""
+        """Moves the tray a pixel up and back: when it moves, it tells its icons where they are."""
         self._run("xdotool", "search", "--name", "^panel$",
                   "windowmove", "--relative", "--", "0", "-1", "windowmove", "--relative", "--", "0", "1")

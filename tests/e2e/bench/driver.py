@@ -10,7 +10,7 @@ from types import SimpleNamespace
 
 from bench.waiting import BOUND
 
-# Messages and codes of Windows that tests use.
+# Messages and codes of Windows.
 WM_CLOSE, WM_TIMER, WM_MOUSEMOVE, WM_POWERBROADCAST = 0x10, 0x113, 0x200, 0x218
 WM_TIMECHANGE, WM_SYSCOMMAND, WM_QUERYENDSESSION, WM_ENDSESSION = 0x1E, 0x112, 0x11, 0x16
 WM_QUIT, WM_DISPLAYCHANGE = 0x12, 0x7E
@@ -20,21 +20,21 @@ LEFT_DOWN, LEFT_UP, RIGHT_DOWN, RIGHT_UP = 513, 514, 516, 517
 SW_HIDE, SW_SHOWMINIMIZED, SW_MINIMIZE, SW_SHOWMINNOACTIVE, SW_FORCEMINIMIZE = 0, 2, 6, 7, 11
 LEFT_DOUBLE, RIGHT_DOUBLE = 515, 518
 NIM_ADD, NIM_MODIFY, NIM_DELETE = 0, 1, 2
-VK = {"Tab": 9, "Enter": 13, "Shift": 16, "Control": 17, "Alt": 18, "Escape": 27, "Space": 32, "Left": 37, "Up": 38,
-      "Right": 39, "Down": 40, "F4": 115, "F10": 121}
+VK = {"Tab": 9, "Enter": 13, "Shift": 16, "Alt": 18, "Escape": 27, "Space": 32, "Up": 38, "Right": 39, "Down": 40,
+      "F4": 115}
 
 
 class DriverError(AssertionError):
-    """The driver could not do what was asked."""
+    """The driver refused a request or did not answer."""
 
 
 class Driver:
-    """The helper, running for the whole session; ends with close()."""
+    """The helper. It runs for the whole session; close() ends it."""
 
     def __init__(self, wine, path, log):
         self._launch = functools.partial(wine.start, path, log=log, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         self._start()
-        # The first request that concerns windows starts Wine's shell, free of the environment of any program.
+        # The first request about windows starts Wine's shell. It must not inherit a program's environment.
         self.ask("tips")
 
     def _start(self):
@@ -52,7 +52,7 @@ class Driver:
         self._process.wait()
 
     def ask(self, *words):
-        """One request; returns the answer."""
+        """Sends a request; returns the answer."""
         request = " ".join(map(str, words))
         line = None
         with contextlib.suppress(OSError, queue.Empty):
@@ -61,7 +61,7 @@ class Driver:
             line = self._answers.get(timeout=BOUND)
         if line is None:
             self.close()
-            self._start()  # so that a late answer is not taken for that of the next request
+            self._start()  # a late answer must not pass for the next one's
             raise DriverError(f"no answer to: {request}")
         answer = json.loads(line)
         if isinstance(answer, dict) and "error" in answer:
@@ -69,24 +69,24 @@ class Driver:
         return answer
 
     def processes(self, name):
-        """Ids of the processes that run an image, like Tidewell.exe."""
+        """Ids of the processes of an image, like Tidewell.exe."""
         return self.ask("processes", name)
 
     def windows(self, pid):
-        """Every window of a process, parents before children, as objects (see Window in program.py)."""
+        """Every window of a process, parents before children; see Program.windows()."""
         return [SimpleNamespace(**{"class_" if key == "class" else key: value for key, value in window.items()})
                 for window in self.ask("windows", pid)]
 
     def send(self, hwnd, message, wparam=0, lparam=0):
-        """SendMessage: the window has handled it on return."""
+        """SendMessage: returns when the window has handled it."""
         return self.ask("send", hwnd, message, wparam, lparam)
 
     def post(self, hwnd, message, wparam=0, lparam=0):
-        """PostMessage: for what may block, like a menu."""
+        """PostMessage: for messages that may block, as those that open a menu."""
         return self.ask("post", hwnd, message, wparam, lparam)
 
     def signal(self, hwnd, message, wparam=0, lparam=0):
-        """SendNotifyMessage: before all that is posted, into an open menu too, and without waiting."""
+        """SendNotifyMessage: does not wait, overtakes posted messages, and reaches an open menu."""
         return self.ask("signal", hwnd, message, wparam, lparam)
 
     def broadcast(self, name):
@@ -94,27 +94,27 @@ class Driver:
         return self.ask("broadcast", name)
 
     def notify(self, command, hwnd, icon=1):
-        """Shell_NotifyIcon for the icon of another program's window."""
+        """Shell_NotifyIcon for the icon of any window."""
         return self.ask("notify", command, hwnd, icon)
 
     def input(self, hwnd):
-        """The focus of a window's thread and the foreground window, as handles, and in_menu: whether it is in a menu."""
+        """The focus of a window's thread, the foreground window, and in_menu: whether the thread is in a menu."""
         return SimpleNamespace(**self.ask("input", hwnd))
 
-    def accessible(self, hwnd):
-        """The MSAA name of a window."""
-        return SimpleNamespace(**self.ask("accessible", hwnd))
+    def accessible_name(self, hwnd):
+        """The name that a screen reader gets (MSAA)."""
+        return self.ask("accessible", hwnd)
 
     def tips(self):
-        """Texts of the tool tips on the screen."""
+        """Texts of the tooltips on the screen."""
         return self.ask("tips")
 
     def handles(self, pid):
-        """How many kernel handles, gdi objects and windows a process has."""
+        """The numbers of kernel handles, GDI objects and windows of a process: kernel, gdi, windows."""
         return SimpleNamespace(**self.ask("handles", pid))
 
     def redraw(self, hwnd):
-        """Makes a window and its children paint themselves anew."""
+        """Repaints a window and its children."""
         return self.ask("redraw", hwnd)
 
     def to_front(self, hwnd):
@@ -122,25 +122,25 @@ class Driver:
         return self.ask("front", hwnd)
 
     def place(self, hwnd, x, y, width, height):
-        """Moves a window, also where no screen is, and sizes it, also as its user cannot."""
+        """Moves and sizes a window, even off the screen."""
         return self.ask("place", hwnd, x, y, width, height)
 
     def hold(self, path):
-        """Opens a file (a Windows path) without sharing it, until release()."""
+        """Opens a file (a Windows path) exclusively until release()."""
         return self.ask("hold", path)
 
     def release(self):
         return self.ask("release")
 
     def keys(self, *strokes):
-        """Presses keys on the keyboard of Windows: names of VK or characters, joined by + when held together."""
+        """Presses keys inside Windows: names of VK or characters; + joins keys held together."""
         codes = ["+".join(str(VK.get(key) or ord(key.upper())) for key in stroke.split("+")) for stroke in strokes]
         return self.ask("keys", *codes)
 
     def end(self, pid):
-        """Ends a process at once."""
+        """Kills a process."""
         return self.ask("end", pid)
 
     def own_menu(self, x, y, *entries):
-        """Shows a menu of the driver's own until the next request."""
+        """Shows a menu of the driver until the next request."""
         return self.ask("menu", x, y, "|".join(entries))

@@ -1,4 +1,4 @@
-"""Where the bench puts things: all of it in one folder, by default build/e2e."""
+"""Where the bench puts things: in one folder, by default build/e2e."""
 
 from pathlib import Path
 
@@ -9,7 +9,7 @@ NATIVE = E2E / "native"
 
 
 class Folders:
-    """The folders of one bench, made on first use."""
+    """The folders of one bench; the constructor makes them."""
 
     def __init__(self, root):
         self.root = Path(root).resolve()

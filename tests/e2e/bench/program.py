@@ -19,7 +19,7 @@ from bench.wine import windows_path
 IMAGE = "Tidewell.exe"
 SHELL = "explorer.exe"
 START = datetime.datetime(2024, 2, 28, 12, 0, 10)  # local time; an ordinary day
-READINGS_PER_LOOK = 3  # what Wine makes of one question for the time
+READINGS_PER_LOOK = 3  # how often Wine reads its clock when asked once
 RESTORE, THIRD, SOUTH = "Restore in System Tray", "Automatically Start at Start-up", "Enable Southern Hemisphere View"
 PICTURE_SIZE = 16
 MAGENTA = (255, 0, 255)
@@ -27,7 +27,7 @@ MAGENTA = (255, 0, 255)
 
 @dataclass
 class TrayCall:
-    """One call of Shell_NotifyIconA, with the record as the program handed it over."""
+    """One call of Shell_NotifyIconA, with the program's record."""
 
     command: int
     succeeded: bool
@@ -51,14 +51,14 @@ class TrayCall:
 
     @property
     def icon(self):
-        """The number of the phase picture that the icon shows; None for any other picture."""
+        """The number of the phase picture in the icon; None for any other picture."""
         picture = tuple((p[2], p[1], p[0]) for p in struct.iter_unpack("4B", self.pixels))
         return phase_pictures().get(picture)
 
 
 @functools.cache
 def phase_pictures():
-    """The numbers of the 28 phase pictures by their pixels, transparent ones as magenta."""
+    """The numbers of the 28 phase pictures by their pixels; transparent ones are magenta."""
     colours, pictures, lines = {}, {}, (REPOSITORY / "resources/icons/phases.txt").read_text().splitlines()
     for number, line in enumerate(lines):
         words = line.split()
@@ -71,7 +71,7 @@ def phase_pictures():
 
 
 class Program:
-    """A running Tidewell in a folder of its own. Made by Bench.start()."""
+    """A running Tidewell in its own folder. Bench.start() makes it."""
 
     def __init__(self, bench, folder, zone, locale, at, wish):
         self._bench, self.folder, self.zone, self._wish = bench, folder, zoneinfo.ZoneInfo(zone), wish
@@ -91,29 +91,27 @@ class Program:
 
     @property
     def ended(self):
-        """Whether the process has ended by itself."""
         return self.process.poll() is not None
 
     def wait_until_running(self):
-        """Waits for the main window, on the screen unless it was not wanted there, the icon and the update of the first
-        second."""
+        """Waits for the main window (shown, unless a wish says otherwise), the icon and the first update."""
         until(lambda: self.ended or (self.main() and (self.main().shown or self._wish is not None)), "main window")
-        assert not self.ended, f"the program ended at once with status {self.process.returncode}"
-        assert self.clock.readings, f"the program has another clock than the test's, see {self.folder}/program.log"
+        assert not self.ended, f"the program ended at once, with status {self.process.returncode}"
+        assert self.clock.readings, f"the program does not read the test's clock, see {self.folder}/program.log"
         if self.recorded:
             self.hurry()
             until(lambda: len(self.calls()) >= 2, "icon added and then changed by the first tick")
         return self
 
     def wait_for_end(self):
-        """Waits until the program has ended by itself; returns its status."""
+        """Waits until the program ends by itself; returns its status."""
         until(lambda: self.ended, "end of the program")
         return self.process.returncode
 
     def close(self):
-        """Ends the program in whatever state it is, and takes its icon away."""
+        """Kills the program, in whatever state, and removes its icon."""
         if not self.ended:
-            # By the record, since a program that hangs does not tell its windows. Otherwise Wine's shell finds out, later.
+            # The record knows the window even if the program hangs. Otherwise Wine's shell removes the icon later.
             if calls := self.calls():
                 self.driver.notify(NIM_DELETE, calls[-1].hwnd)
             self.process.kill() if self._wish is None else self.driver.end(self.pid)
@@ -123,12 +121,12 @@ class Program:
     # ---- windows
 
     def windows(self):
-        """All windows: objects with hwnd, parent, class_, text, id, screen, place, client (x, y, width, height each),
+        """All windows: objects with hwnd, parent, class_, text, screen, place, client (each x, y, width, height),
         client_origin, visible, shown, enabled, minimised, checked, exstyle."""
         return self.driver.windows(self.pid)
 
     def top(self, caption, windows=None):
-        """The top-level window with a caption; message boxes and the like are left out."""
+        """The top-level window with a caption, but no message box or the like."""
         for window in self.windows() if windows is None else windows:
             if not window.parent and window.text == caption and not window.class_.startswith("#"):
                 return window
@@ -141,16 +139,15 @@ class Program:
         return self.top("About Moon")
 
     def foreground(self):
-        """The handle of the window in the foreground."""
         return self.driver.input(self.main().hwnd).foreground
 
     def menu(self):
-        """The menu that is open, or None. It is shown for a moment before it has its place."""
+        """The open menu, or None. A menu is visible for a moment before it has its size."""
         return next((window for window in self.windows()
                      if window.class_ == "#32768" and window.shown and window.screen[2]), None)
 
     def message_box(self):
-        """The message box that is open and complete, with the texts of its children as texts, or None."""
+        """The open message box, once complete, with its children's texts as .texts; or None."""
         windows = self.windows()
         for window in windows:
             if window.class_ == "#32770" and window.visible and window.shown:
@@ -161,7 +158,7 @@ class Program:
         return None
 
     def inside(self, caption):
-        """The windows inside the top-level window with a caption, parents before children."""
+        """The windows inside a top-level window, parents before children."""
         windows = self.windows()
         family, found = {self.top(caption, windows).hwnd}, []
         for window in windows:
@@ -171,26 +168,25 @@ class Program:
         return found
 
     def control(self, text, form="Tidewell"):
-        """The control with a text on a form."""
         found = [window for window in self.inside(form) if window.text == text]
         assert len(found) == 1, f"{len(found)} controls with the text {text!r} on {form!r}"
         return found[0]
 
     def settle(self):
-        """Waits until the program has handled every message that it got so far, whether sent or posted: a posted one
-        shows by the third box, which nobody else presses."""
+        """Waits until the program has handled every message, sent or posted. It posts a message to the third box, which
+        nobody else presses, and waits for its effect."""
         box = self.control(THIRD).hwnd
         self.driver.post(box, BM_SETSTATE, 1)
         until(lambda: self.driver.send(box, BM_GETSTATE) & BST_PUSHED, "end of the messages")
         self.driver.send(box, BM_SETSTATE, 0)
 
     def click(self, text, form="Tidewell"):
-        """A real click on a control, by its text; the control must be on the screen."""
+        """Really clicks a control, found by its text."""
         x, y, _, height = self.control(text, form).screen
         self.display.click(x + 8, y + height // 2)
 
     def click_close_box(self, form="Tidewell"):
-        """A real click on the X in the title bar."""
+        """Really clicks the X in the title bar."""
         x, y, width, _ = self.top(form).screen
         self.display.click(x + width - 13, y + 12)
 
@@ -198,58 +194,54 @@ class Program:
 
     @property
     def recorded(self):
-        """Whether the tray calls are recorded."""
         return (self.folder / "shell32.dll").exists()
 
     def calls(self):
-        """The tray calls so far."""
         path = self.folder / "tray-calls"
         data = path.read_bytes() if path.exists() else b""
         return [TrayCall.parse(data[at:at + TrayCall.LENGTH])
                 for at in range(0, len(data) - TrayCall.LENGTH + 1, TrayCall.LENGTH)]
 
     def refuse_tray_calls(self, refuse):
-        """Makes the shell fail every call, as if it were not there, or answer again."""
+        """Makes the shell fail every call, as if it were gone, or answer again."""
         mark = self.folder / "tray-refuses"
         mark.touch() if refuse else mark.unlink()
 
     def tray_message(self, message):
-        """What the shell sends to the program for an event on the icon (LEFT_UP and so on)."""
+        """Sends what the shell sends for an event on the icon, like LEFT_UP."""
         self.driver.signal(self.about().hwnd, WM_MOUSEMOVE, 1, message)
 
     def icon_centre(self):
-        """Where the icon is on the screen, once it is there, for Wine too: the tray lays it out after it has docked."""
+        """Waits until the screen and Wine agree where the icon is: the tray moves it after it docks."""
         icon = until_same(self.display.docked_icons, "icon in the tray")[0]
 
         def known():
             return any(tuple(window.screen) == icon for shell in self.driver.processes(SHELL)
                        for window in self.driver.windows(shell))
 
-        # Wine 10 may take it for still at (0, 0), from before it docked; it drops every click then, whatever the
-        # pointer does, until the tray moves.
-        until(lambda: known() or self.display.shake_tray(), "icon where Wine takes it to be")
+        # Wine 10 may still take it to be at (0, 0), as before it docked. It drops every click until the tray moves.
+        until(lambda: known() or self.display.shake_tray(), "icon at its place for Wine")
         x, y, width, height = icon
         return x + width // 2, y + height // 2
 
     # ---- clock and report
 
     def local(self, at):
-        """An instant with a zone; without one it is local time of the program."""
+        """Gives an instant without a zone the program's."""
         return at if at.tzinfo else at.replace(tzinfo=self.zone)
 
     def hurry(self):
-        """Lets the second pass faster: hands the window the timer's message. The real tick comes all the same, so a
-        test may call this and wait for what the tick brings."""
+        """Posts the timer's message, so a test need not wait for the real tick. That one still comes."""
         self.driver.post(self.main().hwnd, WM_TIMER, 1)
 
     def ticks(self, count=1):
-        """Waits until the program has looked at its clock some times more."""
+        """Waits for more looks at the clock."""
         wanted = self.clock.readings + count * READINGS_PER_LOOK
         until(lambda: self.clock.readings >= wanted, "reading of the clock")
         self.settle()
 
     def move_clock(self, at):
-        """Moves the clock to an instant in another minute and waits for the update; returns its tray call."""
+        """Moves the clock to another minute and waits for the update; returns its tray call."""
         count = len(self.calls())
         self.clock.set(self.local(at))
         self.hurry()
@@ -257,7 +249,7 @@ class Program:
         return self.calls()[-1]
 
     def report(self):
-        """What stands on the window: lines (from top to bottom), label (the dark fraction)."""
+        """The window's texts: lines (from top to bottom), label (the dark fraction)."""
         labels = [window for window in self.inside("Tidewell") if window.class_ == "Static"]
         lines = sorted((label for label in labels if label.place[1] > 150), key=lambda label: label.place[1])
         others = [label for label in labels if label not in lines]
@@ -265,7 +257,7 @@ class Program:
 
 
 class Bench:
-    """Everything a test needs; one for the session."""
+    """What every test shares."""
 
     def __init__(self, exe, folders, tools, display, wine, driver):
         self.exe, self.folders, self.tools = exe, folders, tools
@@ -274,7 +266,7 @@ class Bench:
         self._numbers = itertools.count(1)
 
     def folder(self, recorded=True):
-        """A new program folder with a copy of Tidewell.exe; recorded puts the stand-in for the shell beside it."""
+        """A new folder with a copy of Tidewell.exe; recorded adds the stand-in for the shell."""
         folder = self.folders.programs / f"{next(self._numbers):03}"
         folder.mkdir()
         shutil.copy(self.exe, folder / IMAGE)
@@ -283,15 +275,13 @@ class Bench:
         return folder
 
     def start(self, folder=None, zone="UTC", locale="en_US", at=START, recorded=True, wait=True, wish=None):
-        """Starts Tidewell in a folder (a new one by default), in a zone and a locale, at an instant. With wait it
-        returns when the program is on the screen and its first second over; otherwise when the process is there. With a
-        wish, like SW_SHOWMINNOACTIVE, it starts as from a shortcut that has it."""
+        """Starts Tidewell in a folder (by default a new one), zone and locale, at an instant. Waits for its window and
+        first tick; without wait only for the process. The wish is a shortcut's show command."""
         program = Program(self, folder or self.folder(recorded), zone, locale, at, wish)
         self.running.append(program)
         return program.wait_until_running() if wait else program
 
     def end_programs(self):
-        """Ends what a test has left running."""
         while self.running:
             self.running.pop().close()
         until(lambda: not self.display.docked_icons(), "tray without icons")
@@ -299,7 +289,7 @@ class Bench:
         self.display.rest()
 
     def locale_names(self, locale):
-        """What Windows itself gives for a locale: months, am, pm, decimal."""
+        """What Wine knows of a locale: name, months, am, pm, decimal."""
         log = self.folders.logs / f"locale-{locale}"
         log.unlink(missing_ok=True)
         environment = {"LC_ALL": self.wine.locale(locale)}
@@ -307,7 +297,7 @@ class Bench:
         return SimpleNamespace(**json.loads(log.read_text().splitlines()[-1]))
 
     def picture_of_failure(self, name):
-        """Saves the screen, the windows and the logs of the programs for a failed test."""
+        """Saves the screen, the windows and the logs after a failed test."""
         folder = self.folders.failures / name
         shutil.rmtree(folder, ignore_errors=True)
         folder.mkdir(parents=True)

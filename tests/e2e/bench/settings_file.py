@@ -1,4 +1,4 @@
-"""Where the options stand in the settings file: record 17 of 512 bytes, of which 274 are written."""
+"""The options' places in the settings file: in record 17 of 512 bytes each, of which 274 are written."""
 
 RECORD, RECORD_SIZE = 16 * 512, 274
 RESTORE_IN_TRAY, AUTO_START, SOUTHERN_VIEW = (RECORD + offset for offset in (266, 268, 270))

@@ -1,4 +1,4 @@
-"""Builds what the bench runs: Tidewell.exe, and the native helpers from native/."""
+"""Builds what the bench runs: Tidewell.exe and the helpers in native/."""
 
 import shutil
 import subprocess
@@ -12,7 +12,6 @@ WARNINGS = ["-O1", "-Wall", "-Wextra", "-Werror"]
 
 
 def compiler(names):
-    """The first of the compilers that is installed."""
     for name in names:
         if shutil.which(name):
             return name
@@ -20,19 +19,17 @@ def compiler(names):
 
 
 def build_program(exe):
-    """Brings Tidewell.exe up to date where it lies in a build folder, so that no test drives an older one."""
+    """Rebuilds Tidewell.exe if it lies in a build folder, so no test runs an outdated one."""
     if (exe.parent / "build.ninja").exists():
         build_target(exe.parent, "Tidewell")
 
 
 def build_target(folder, name):
-    """Brings a target of a build folder up to date."""
     subprocess.run(["cmake", "--build", folder, "--target", name, "-j2"], check=True)
 
 
 def build(folder):
-    """Builds the helpers into the folder, each when its source, or its recipe here, is newer than it; returns their
-    paths by name."""
+    """Builds each helper that is older than its sources or this file. Returns their paths by name."""
     recipes = {
         "clock_preload.so": (LINUX_32, ["-ffreestanding", "-fPIC", "-shared", "-nostdlib"],
                              ["clock_preload.c"], ["-lgcc"]),

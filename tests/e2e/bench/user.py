@@ -1,4 +1,4 @@
-"""What a user does and sees, where that takes several steps: the menu, the windows, the options, the picture, the box."""
+"""What a user does and sees, in several steps: menu, windows, options, picture, message box."""
 
 from bench.display import RIGHT
 from bench.driver import BM_CLICK, WM_TIMER
@@ -8,13 +8,13 @@ ENTRIES = ["About", "Show Main Window", "Exit"]
 
 
 def open_menu(program):
-    """Opens the menu by a real click on the icon."""
+    """Opens the menu with a real click on the icon."""
     program.display.click(*program.icon_centre(), RIGHT)
     return until(program.menu, "menu")
 
 
 def place_of(entry, menu):
-    """Where an entry of the open menu is on the screen."""
+    """The centre of an entry of the open menu."""
     x, y, width, height = menu.screen
     return x + width // 2, int(y + height / len(ENTRIES) * (ENTRIES.index(entry) + 0.5))
 
@@ -25,12 +25,11 @@ def choose(program, entry):
 
 
 def wait_for_main(program, shown):
-    """Waits until the main window is shown, or hidden."""
     until(lambda: program.main().shown == shown, f"main window {'shown' if shown else 'hidden'}")
 
 
 def bring_to_front(program, form="Tidewell"):
-    """Gives a window the keyboard by a click on its title bar."""
+    """Clicks a window's title bar; waits until it has the keyboard."""
     x, y, width, _ = program.top(form).screen
     program.display.click(x + width // 2, y + 10)
     until(lambda: program.foreground() == program.top(form).hwnd, "keyboard")
@@ -49,13 +48,13 @@ def show_about(program):
 
 
 def tick(program, box):
-    """Clicks an option; on return it is handled."""
+    """Clicks an option; returns when it is handled."""
     program.driver.send(program.control(box).hwnd, BM_CLICK)
     program.settle()
 
 
 def moon(program):
-    """The picture of the Moon: the 131 pixels square, at once the surroundings of its disc."""
+    """The square of 131 pixels around the Moon's disc."""
     program.display.rest()
     program.driver.redraw(program.main().hwnd)
     x, y = program.main().client_origin
@@ -63,7 +62,7 @@ def moon(program):
 
 
 def see_the_box_and_end(program, text):
-    """One box stands before all other windows, with its text, while timer ticks go on; "OK" ends the program."""
+    """Expects one message box, in front of all windows while the timer ticks; its "OK" ends the program."""
     until(lambda: (box := program.message_box()) and text in box.texts, f"message box that says {text!r}")
     box = program.message_box()
     assert box.text == "Tidewell"

@@ -1,16 +1,16 @@
-"""Waiting for a condition instead of for a time."""
+"""Waiting for conditions, never for times."""
 
 import time
 
-BOUND = 60  # seconds; only a failing test ever waits that long
+BOUND = 60  # seconds; only a failing test waits that long
 
 
 class Timeout(AssertionError):
-    """The condition did not come true within the bound."""
+    """The condition did not become true in time."""
 
 
 def until(condition, what, bound=BOUND, pause=0.02):
-    """Asks condition() again and again; returns its first true result."""
+    """Calls condition() until it is true; returns that result."""
     end = time.monotonic() + bound
     while True:
         result = condition()
@@ -22,7 +22,7 @@ def until(condition, what, bound=BOUND, pause=0.02):
 
 
 def until_same(look, what):
-    """Looks again and again; returns what it sees, when that is something and the same twice running."""
+    """Calls look() until two results in a row are true and equal; returns that."""
     seen = None
 
     def still():

@@ -1,4 +1,4 @@
-"""The Wine prefix of the bench, and starting programs in it."""
+"""The bench's Wine prefix; starts programs in it."""
 
 import contextlib
 import fcntl
@@ -16,11 +16,11 @@ REGISTRY = r"""REGEDIT4
 [HKEY_CURRENT_USER\Software\Wine\Fonts\Replacements]
 "Arial"="Liberation Sans"
 
-; There is no window manager: Wine draws the title bars and moves the focus by itself.
+; There is no window manager: Wine itself draws the title bars and moves the focus.
 [HKEY_CURRENT_USER\Software\Wine\X11 Driver]
 "Managed"="N"
 
-; A shell32.dll beside the program goes before the system's.
+; A shell32.dll beside the program is loaded instead of the system's.
 [HKEY_CURRENT_USER\Software\Wine\AppDefaults\Tidewell.exe\DllOverrides]
 "shell32"="native,builtin"
 
@@ -31,7 +31,7 @@ REGISTRY = r"""REGEDIT4
 
 
 class Wine:
-    """A prefix with its server, on a display; ends with close(), and every program in it."""
+    """A prefix with its server, on a display; close() ends both and every program."""
 
     def __init__(self, folders, display):
         self._folders = folders
@@ -43,26 +43,25 @@ class Wine:
         }
         self._make_prefix()
         self._environment |= display.environment
-        self.close()  # what a run that was killed has left
-        # The server, and the system's programs that start with the first one, must outlive every single program and
-        # have nothing of its environment.
+        self.close()  # a killed run may have left programs
+        # The server and the system's programs outlive every program, so they must not inherit its environment.
         self._server("-p")
-        self.set_density(96)  # a run that was killed may have left another one
+        self.set_density(96)  # a killed run may have left another one
 
     def close(self):
         self._server("-k")
         self._server("-w")
 
-    def _server(self, option, **more):
+    def _server(self, option):
         with open(self._folders.logs / "wineserver.log", "a") as log:
             subprocess.run(["wineserver", option], env=os.environ | self._environment, stdin=subprocess.DEVNULL,
-                           stdout=log, stderr=log, **more)
+                           stdout=log, stderr=log)
 
     def _make_prefix(self):
         complete = self.prefix / "complete"
         version = subprocess.run(["wine", "--version"], check=True, stdout=subprocess.PIPE).stdout
         wanted = hashlib.sha256(REGISTRY.encode() + version).hexdigest()
-        # Wine refuses a prefix that another user owns.
+        # Wine refuses another user's prefix.
         if complete.exists() and complete.stat().st_uid == os.geteuid() and complete.read_text() == wanted:
             return
         if self.prefix.exists():
@@ -77,11 +76,11 @@ class Wine:
         settings.write_text(REGISTRY)
         self.run("regedit", "/S", r"C:\settings.reg")
         shutil.copy(self.prefix / "drive_c/windows/system32/shell32.dll", self.prefix / "drive_c/real_shell32.dll")
-        self.close()  # the server writes the registry to disk only as it ends
+        self.close()  # only then does the server write the registry
         complete.write_text(wanted)
 
     def set_density(self, dots):
-        """Sets how many pixels to the inch the screen has for programs that start from now on."""
+        """Sets the screen's pixels per inch for programs started from now on."""
         status = self.run("reg", "add", r"HKCU\Control Panel\Desktop", "/v", "LogPixels", "/t", "REG_DWORD", "/d", dots, "/f")
         assert status == 0
 
@@ -95,15 +94,15 @@ class Wine:
         return full
 
     def start(self, *command, log, environment=None, **more):
-        """Starts a Windows program; its output goes to the log, since a pipe would stay open with Wine's server."""
+        """Starts a Windows program with its output in a log: Wine's server would keep a pipe open."""
         with open(log, "ab") as output:
             settings = {"stdin": subprocess.DEVNULL, "stdout": output, "stderr": output,
                         "env": os.environ | self._environment | (environment or {})}
             return subprocess.Popen(["wine", *map(str, command)], **settings | more)
 
-    def run(self, *command, environment=None):
-        """Runs a Windows program to its end; returns its status."""
-        return self.start(*command, log=self._folders.logs / "wine.log", environment=environment).wait(timeout=120)
+    def run(self, *command):
+        """Runs a Windows program; returns its status."""
+        return self.start(*command, log=self._folders.logs / "wine.log").wait(timeout=120)
 
 
 @contextlib.contextmanager
@@ -116,5 +115,5 @@ def wine_on_a_screen(folders):
 
 
 def windows_path(path):
-    """A path of the host as Windows sees it."""
+    """The Windows path of a host path."""
     return "Z:" + str(Path(path).resolve()).replace("/", "\\")

@@ -1,8 +1,8 @@
-/* A movable clock for one Wine process. Preloaded (32-bit) into the program, it answers for the C library's readings of
- * the real-time clock from a file that the test maps too: the clock stands still at the instant in the file until the
- * test moves it. The other clocks, on which timers and waiting go, are left alone. Each reading is counted.
+/* A movable clock for one Wine process. Preloaded (32-bit) into the program, it replaces the C library's real-time
+ * clock by a value in a file. The test maps this file and moves the clock; meanwhile it stands still. Timers and waits
+ * use other clocks, which stay as they are. Each reading is counted.
  *
- * Built without the C library's headers, which a cross compiler need not have for 32 bits.
+ * Needs no headers of the C library: a cross compiler may lack the 32-bit ones.
  */
 #include <stddef.h>
 #include <stdint.h>
@@ -22,7 +22,7 @@ int close(int file);
 void* mmap(void* address, size_t length, int protection, int flags, int file, long offset);
 long syscall(long number, ...);
 
-struct clock_file {          /* laid out the same way in bench/clock.py */
+struct clock_file {          /* bench/clock.py has the same layout */
   volatile uint32_t version; /* odd while the test writes */
   volatile uint32_t readings;
   volatile int64_t microseconds; /* since 1970-01-01 0 h, Universal Time */

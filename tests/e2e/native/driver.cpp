@@ -1,29 +1,29 @@
-// The bench's hands and eyes inside Windows: a program that does to Tidewell's windows from outside what a test asks.
+// The bench's hands and eyes inside Windows: acts on Tidewell's windows from outside.
 //
-// Reads one request a line from its input and answers each with one line of JSON; an unknown or failed request answers
-// {"error": ...}. With arguments it answers that one request and ends. Numbers are decimal.
+// Reads one request a line and answers each with one line of JSON: {"error": ...} if it is unknown or fails. With
+// arguments it answers that one request and ends. Numbers are decimal.
 //
-//   processes NAME            ids of the processes that run the image NAME
+//   processes NAME            ids of the processes of the image NAME
 //   windows PID               every window of a process, parents before children
-//   send HWND MSG W L         SendMessage, with its result; gives up after 20 s
+//   send HWND MSG W L         SendMessage; gives up after 20 s
 //   post HWND MSG W L         PostMessage
-//   signal HWND MSG W L       SendNotifyMessage, the shell's own way to tell of an icon
+//   signal HWND MSG W L       SendNotifyMessage, as the shell sends an icon's messages
 //   broadcast NAME            posts the registered message NAME to all top-level windows
-//   notify COMMAND HWND ID    Shell_NotifyIcon for the icon that another window owns
+//   notify COMMAND HWND ID    Shell_NotifyIcon for the icon of a window
 //   input HWND                the focus of the window's thread, whether it is in a menu, and the foreground window
 //   accessible HWND           MSAA name
-//   tips                      texts of the tool tips that are shown, of every process
-//   handles PID               how many kernel handles, GDI objects and windows a process has
-//   redraw HWND               RedrawWindow of the window and its children, at once
+//   tips                      texts of the shown tooltips of every process
+//   handles PID               the numbers of kernel handles, GDI objects and windows of a process
+//   redraw HWND               RedrawWindow, at once, with the window's children
 //   front HWND                SetForegroundWindow
 //   place HWND X Y W H        moves and sizes a window, without activating it
-//   hold PATH                 opens a file, without sharing it; releases the one held before
+//   hold PATH                 opens a file exclusively; releases the one held before
 //   release                   releases it
 //   locale                    the user's month names, day markers and decimal separator
-//   keys KEY KEY...           presses keys one after the other on the keyboard; KEY is a virtual-key code, or several
-//                             joined by + that are held together
-//   end PID                   ends a process at once
-//   menu X Y TEXT|TEXT|...    shows a menu of its own at X, Y until the next request (to compare pictures with)
+//   keys KEY KEY...           presses keys one after the other; KEY is a virtual-key code, or several to hold
+//                             together, joined by +
+//   end PID                   kills a process
+//   menu X Y TEXT|TEXT|...    shows a menu at X, Y until the next request, to compare pictures with
 
 #include <windows.h>
 // After windows.h, which they build on.
@@ -41,7 +41,7 @@
 
 namespace {
 
-using namespace support;  // NOLINT(google-build-using-namespace): what the requests are made of
+using namespace support;  // NOLINT(google-build-using-namespace): used throughout
 
 // ---- JSON
 
@@ -111,7 +111,7 @@ std::string Processes(const Arguments& arguments) {
 std::string Describe(HWND window) {
   RECT screen{};
   RECT client{};
-  // Before the places: a window that is being placed and shown must not be told as shown at its former place.
+  // Read before the places: a window on its way must not be reported as shown at its old place.
   const LONG style = GetWindowLongW(window, GWL_STYLE);
   const BOOL shown = IsWindowVisible(window);
   GetWindowRect(window, &screen);
@@ -124,7 +124,6 @@ std::string Describe(HWND window) {
                  {"parent", Number(parent == GetDesktopWindow() ? nullptr : parent)},
                  {"class", Quoted(ClassOf(window))},
                  {"text", Quoted(TextOf(window))},
-                 {"id", std::to_string(parent == GetDesktopWindow() ? 0 : GetDlgCtrlID(window))},
                  {"screen", Place(screen)},
                  {"place", Place(PlaceOf(window))},
                  {"client", Place(client)},
@@ -188,7 +187,7 @@ std::string Input(const Arguments& arguments) {
 
 std::string Accessible(const Arguments& arguments) {
   const auto name = AccessibleName(AsWindow(arguments.at(0)));
-  return Object({{"name", name ? Quoted(*name) : "null"}});
+  return name ? Quoted(*name) : "null";
 }
 
 std::string Tips(const Arguments&) {
@@ -199,8 +198,8 @@ std::string Tips(const Arguments&) {
   return Array(tips);
 }
 
-// Wine answers GetProcessHandleCount and GetGuiResources with 0 for another process. Hence the handles are tried one by
-// one, and the GDI objects are counted in the table that every 32-bit process has, as Wine lays it out.
+// For another process Wine's GetProcessHandleCount and GetGuiResources return 0. So try the handles one by one, and
+// count the GDI objects in the table that Wine keeps in every 32-bit process.
 
 int KernelHandles(HANDLE process) {
   constexpr std::uintptr_t kBeyondTheLast = 0x10000;
@@ -220,7 +219,7 @@ struct GdiEntry {
   std::uint64_t object;
   std::uint32_t owner;
   std::uint16_t unique;
-  std::uint8_t type;  // 0 where the entry is free
+  std::uint8_t type;  // 0 if the entry is free
   std::uint8_t flags;
   std::uint64_t user;
 };
@@ -253,7 +252,7 @@ std::string Handles(const Arguments& arguments) {
   const int gdi = GdiObjects(process);
   CloseHandle(process);
   if (gdi <= 0) {
-    return Error("no table of GDI objects where it was expected");
+    return Error("no table of GDI objects in its place");
   }
   return Object({{"kernel", std::to_string(kernel)},
                  {"gdi", std::to_string(gdi)},
@@ -330,7 +329,7 @@ std::string End(const Arguments& arguments) {
   return Truth(ended != FALSE);
 }
 
-// The menu runs in a thread of its own, so that requests are still read.
+// The menu has its own thread, so the driver can still read requests.
 struct OwnMenu {
   POINT at;
   std::vector<std::wstring> entries;
@@ -365,7 +364,7 @@ std::string Menu(const Arguments& arguments) {
     own->entries.push_back(entry);
   }
   menuThread = CreateThread(nullptr, 0, ShowOwnMenu, own, 0, &menuThreadId);
-  return std::to_string(GetCurrentProcessId());
+  return "true";
 }
 
 void CloseOwnMenu() {
@@ -385,7 +384,7 @@ void CloseOwnMenu() {
 
 // ---- answering
 
-// The number of arguments says where the last one, which may hold spaces, begins.
+// Only the last argument may hold spaces; their number says where it begins.
 struct Request {
   std::size_t arguments;
   std::string (*answer)(const Arguments&);

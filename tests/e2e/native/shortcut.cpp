@@ -1,5 +1,6 @@
-// Starts a program as a shortcut does, with a wish for its first window (a number of ShowWindow), and lives as long as
-// the program.
+// Starts a program as a shortcut does, with a show command, and ends with it and its status.
+//
+//   shortcut PROGRAM SHOW-COMMAND
 
 #include <windows.h>
 

@@ -1,9 +1,9 @@
-// Runs a program step by step: stops it before each call that may change a file or the registry.
+// Runs a program step by step: stops before each call that may change a file or the registry.
 //
 //   stepper COMMAND LINE
 //
-// Writes the name of the call as a line, and waits for a line: "go" lets the program go on, anything else kills it. At
-// the program's end it writes "ended STATUS".
+// Prints the call's name and reads a line: "go" continues the program, anything else kills it. At the program's end it
+// prints "ended STATUS".
 
 #include <windows.h>
 
@@ -17,9 +17,9 @@ namespace {
 
 constexpr std::array kCalls = {"NtCreateFile",  "NtWriteFile",      "NtSetInformationFile", "NtCreateKey",
                                "NtSetValueKey", "NtDeleteValueKey", "NtDeleteKey"};
-constexpr std::uint8_t kBreak = 0xCC, kLoadNumber = 0xB8;  // INT3; MOV EAX, which each of these calls begins with
+constexpr std::uint8_t kBreak = 0xCC, kLoadNumber = 0xB8;  // INT3; MOV EAX, which begins each of these calls
 
-// The system's library lies at the same place in every process.
+// ntdll.dll has the same address in every process.
 std::uint8_t* Place(const char* call) {
   return reinterpret_cast<std::uint8_t*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), call));
 }
@@ -34,7 +34,7 @@ bool SetBreaks(HANDLE process) {
   return true;
 }
 
-// Does what the instruction under the break would have done.
+// Does what the replaced instruction would have done.
 void StepOver(HANDLE thread, const std::uint8_t* place) {
   CONTEXT context{};
   context.ContextFlags = CONTEXT_CONTROL | CONTEXT_INTEGER;

@@ -1,4 +1,4 @@
-// Another program of the user's: one window to type into. Its text is what has reached it of the keyboard.
+// Another program of the user: one window to type into. Its text shows which keys reached it.
 
 #include <windows.h>
 
