@@ -2,7 +2,7 @@
 
     /usr/bin/python3 -m pytest tests/release
 
-With TIDEWELL_LONG=1 in the environment all tests of the setup run.
+TIDEWELL_LONG=1 in the environment adds the long tests.
 """
 
 import os
@@ -16,13 +16,13 @@ import pytest
 
 HERE = Path(__file__).resolve().parent
 REPOSITORY = HERE.parent.parent
-sys.path.insert(0, str(HERE.parent / "e2e"))  # for its bench
+sys.path.insert(0, str(HERE.parent / "e2e"))  # for the bench
 sys.dont_write_bytecode = True
 
 
 def pytest_addoption(parser):
     parser.addoption("--folder", default=str(REPOSITORY / "build/release"),
-                     help="where the releases are made and installed; two runs at a time need two folders")
+                     help="the folder for the releases and their installations; simultaneous runs need different ones")
 
 
 def pytest_configure(config):
@@ -44,8 +44,8 @@ def folder(request):
 
 
 def copy_of_the_sources(folder):
-    """The sources as they stand, committed or not, in a new folder. Not by git, which a source archive is without and
-    which refuses the checkout of another user."""
+    """A copy of the sources as they are, committed or not. Without git: a source archive has none, and git refuses
+    another user's checkout."""
     shutil.rmtree(folder, ignore_errors=True)
     ignored = shutil.ignore_patterns(".git", "build", "dist", "__pycache__")
     return Path(shutil.copytree(REPOSITORY, folder, symlinks=True, ignore=ignored))
@@ -60,13 +60,13 @@ def run_release(sources, *arguments, prefix=(), log, **more):
 
 @pytest.fixture(scope="session")
 def committed(folder):
-    """A repository that holds the sources as they stand, committed, and a change that is not."""
+    """A repository with the sources as they are, and a change that is not committed."""
     sources = copy_of_the_sources(folder / "committed")
     git = ["git", "-c", "user.name=Test", "-c", "user.email=test@example.org", "-c", "commit.gpgsign=false"]
-    for command in (["init", "-q"], ["add", "-A"], ["commit", "-q", "-m", "The sources as they stand"]):
+    for command in (["init", "-q"], ["add", "-A"], ["commit", "-q", "-m", "The sources as they are"]):
         subprocess.run([*git, *command], cwd=sources, check=True)
     with open(sources / "LICENSE", "a") as file:
-        file.write("What is not committed does not belong into a release.\n")
+        file.write("A release must not contain what is not committed.\n")
     return sources
 
 
@@ -78,7 +78,7 @@ def dist(committed, folder):
 
 @pytest.fixture(scope="session")
 def second_dist(folder):
-    """The files of a second release, made by another user in another folder with another umask, without git."""
+    """A second release, made by another user in another folder, with another umask and without git."""
     sources = copy_of_the_sources(folder / "unpacked as a source archive")
     if os.geteuid() == 0:
         nobody = 65534
@@ -93,7 +93,6 @@ def second_dist(folder):
 
 @pytest.fixture(scope="session")
 def version():
-    """The version, from the one place where it stands."""
     line = next(line for line in (REPOSITORY / "CMakeLists.txt").read_text().splitlines()
                 if line.startswith("project(Tidewell VERSION "))
     return line.split()[2]
@@ -101,14 +100,14 @@ def version():
 
 @pytest.fixture(scope="session")
 def program(committed, dist, folder, version):
-    """Tidewell.exe as it is handed out."""
+    """The released Tidewell.exe."""
     shutil.unpack_archive(dist / f"Tidewell-{version}-portable.zip", folder / "portable")
     return folder / "portable/Tidewell/Tidewell.exe"
 
 
 @pytest.fixture(scope="session")
 def machine(folder):
-    """A Windows with nothing on it: a fresh Wine prefix on a screen of its own (display, wine, driver)."""
+    """A fresh Windows: a new Wine prefix on its own screen."""
     from bench import tools
     from bench.display import Display
     from bench.driver import Driver

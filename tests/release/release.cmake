@@ -1,4 +1,4 @@
-# The tests of what is handed out: they make a release of the sources as they stand, twice, and look at its files.
+# The release tests: they make two releases from the sources as they are, and check the files.
 
 add_test(NAME release
   COMMAND ${TIDEWELL_E2E_PYTHON} -B -m pytest ${CMAKE_CURRENT_LIST_DIR} --folder=${PROJECT_SOURCE_DIR}/build/release

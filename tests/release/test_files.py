@@ -1,4 +1,4 @@
-"""The files of a release against each other."""
+"""The files of a release agree with each other."""
 
 import hashlib
 import json
@@ -39,19 +39,19 @@ def test_all_files_are_there(dist, version):
                                                for part in ("", ".installer", ".locale.en-US"))])
 
 
-def test_another_user_elsewhere_makes_the_same_bytes(dist, second_dist):
+def test_another_user_in_another_folder_makes_the_same_bytes(dist, second_dist):
     first, second = files(dist), files(second_dist)
     assert sorted(first) == sorted(second)
     assert [name for name in first if first[name] != second[name]] == []
 
 
-def test_the_sums_are_those_of_all_other_files(dist):
+def test_sha256sums_lists_all_other_files(dist):
     listed = dict(reversed(line.split("  ", 1)) for line in (dist / "SHA256SUMS").read_text().splitlines())
     assert listed == {name: hashlib.sha256(data).hexdigest() for name, data in files(dist).items()
                       if name != "SHA256SUMS"}
 
 
-def test_a_download_is_checked_as_the_documents_say(dist, version, tmp_path):
+def test_the_documented_check_of_a_download_works(dist, version, tmp_path):
     download = tmp_path / f"Tidewell-{version}-setup.exe"
     for name in (download.name, "SHA256SUMS"):
         shutil.copy(dist / name, tmp_path)
@@ -61,7 +61,7 @@ def test_a_download_is_checked_as_the_documents_say(dist, version, tmp_path):
     assert subprocess.run(check, cwd=tmp_path).returncode == 1
 
 
-def test_the_archive_holds_the_program_and_its_papers_as_committed(dist, version):
+def test_the_archive_holds_the_program_and_the_committed_texts(dist, version):
     date = tuple(map(int, release_date(version).split("-")))
     with zipfile.ZipFile(dist / f"Tidewell-{version}-portable.zip") as archive:
         assert archive.namelist() == ["Tidewell/LICENSE.txt", "Tidewell/NOTICES.txt", "Tidewell/Tidewell.exe"]
@@ -73,7 +73,7 @@ def test_the_archive_holds_the_program_and_its_papers_as_committed(dist, version
 def test_the_winget_manifests_describe_the_setup(dist, version):
     def read(part):
         path = dist / f"winget/QuorvaneSystems.Tidewell{part}.yaml"
-        return yaml.load(path.read_text(encoding="utf-8"), yaml.BaseLoader)  # all values as texts
+        return yaml.load(path.read_text(encoding="utf-8"), yaml.BaseLoader)  # all values as strings
 
     manifest, installer, locale = read(""), read(".installer"), read(".locale.en-US")
     for part, kind in ((manifest, "version"), (installer, "installer"), (locale, "defaultLocale")):
@@ -122,7 +122,7 @@ def test_the_scoop_manifest_describes_the_archive(dist, version):
     assert (dist / update["hash"]["url"].replace("$baseurl/", "")).exists()
 
 
-def test_every_download_lies_under_the_one_address(dist):
+def test_every_download_is_under_the_same_address(dist):
     address = re.search("^downloads=(.+)$", (REPOSITORY / "release").read_text(), re.MULTILINE)[1]
     for name, data in files(dist).items():
         if name.startswith(("winget", "scoop")):

@@ -1,4 +1,4 @@
-"""Tidewell.exe as the loader of Windows sees it: what it needs, and what it lets the system protect."""
+"""The headers of Tidewell.exe: what it needs of Windows, and which protections it allows."""
 
 import datetime
 import re
@@ -31,35 +31,35 @@ def test_it_imports_only_what_windows_7_has(image):
     imported = {f"{library.dll.decode().lower()} {entry.name.decode()}"
                 for library in image.DIRECTORY_ENTRY_IMPORT for entry in library.imports}
     assert len(imported) > 50
-    assert not imported - allowed, f"look them up: those that Windows 7 has belong into {path.name}"
-    assert "comctl32.dll InitCommonControlsEx" in imported, "the manifest's themed controls need this library loaded"
+    assert not imported - allowed, f"look them up: if Windows 7 has them, add them to {path.name}"
+    assert "comctl32.dll InitCommonControlsEx" in imported, "themed controls need this library"
 
 
-def test_the_system_may_move_it_and_forbid_its_data_to_run(image):
+def test_it_allows_address_randomisation_and_data_execution_prevention(image):
     assert image.OPTIONAL_HEADER.DllCharacteristics & (DYNAMIC_BASE | NX_COMPATIBLE | NO_SEH) == 0x540
     assert not image.FILE_HEADER.Characteristics & RELOCATIONS_STRIPPED
     assert len(image.DIRECTORY_ENTRY_BASERELOC) > 10
-    # No section can be both written and run.
+    # No section is both writable and executable.
     assert all(not (section.IMAGE_SCN_MEM_WRITE and section.IMAGE_SCN_MEM_EXECUTE) for section in image.sections)
 
 
-def test_a_terminal_server_leaves_its_folders_and_settings_as_they_are(image):
+def test_it_is_aware_of_terminal_servers(image):
     assert image.OPTIONAL_HEADER.DllCharacteristics & TERMINAL_SERVER_AWARE
 
 
-def test_it_has_no_frames_for_structured_exceptions(image):
-    """Such a frame is put up by an instruction that moves a register to fs:[0]."""
+def test_it_has_no_structured_exception_handlers(image):
+    """Installing one would take an instruction that moves a register to fs:[0]."""
     code = next(section for section in image.sections if section.Name.rstrip(b"\0") == b".text").get_data()
     assert b"\x64\xa3\x00\x00\x00\x00" not in code  # eax
     assert not re.search(b"\x64\x89[\x05\x0d\x15\x1d\x25\x2d\x35\x3d]\x00\x00\x00\x00", code)  # any register
     assert not hasattr(image, "DIRECTORY_ENTRY_LOAD_CONFIG")
 
 
-def test_it_tells_no_time_of_its_making(image):
+def test_it_holds_no_build_time(image):
     assert image.FILE_HEADER.TimeDateStamp == 0
 
 
-def test_its_version_resource_tells_who_made_what_and_when(image, version):
+def test_its_version_resource_names_maker_product_version_and_year(image, version):
     strings = {key.decode(): value.decode() for block in image.FileInfo[0] if block.Key == b"StringFileInfo"
                for table in block.StringTable for key, value in table.entries.items()}
     year = datetime.date.fromisoformat(re.search(rf"^## {re.escape(version)} \((.+)\)$",

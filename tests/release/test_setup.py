@@ -1,4 +1,4 @@
-"""The setup as its users meet it, on a fresh Windows (Wine): install, use, update, remove."""
+"""The setup on a fresh Windows (Wine): install, use, update, remove."""
 
 import os
 import struct
@@ -38,13 +38,13 @@ def test_from_the_first_installation_to_the_last_removal(user, program, version)
     assert len(settings) > 0
 
     [former] = user.running()
-    assert user.install() == 0  # an update, over the running copy
+    assert user.install() == 0  # updates the running copy
     until(lambda: user.main_window([former]), "main window of the new copy")
     assert former not in user.running()
     assert (user.folder / SETTINGS).read_bytes() == settings
     assert user.ticked(SOUTH)
 
-    assert user.remove() == 0  # of the running copy
+    assert user.remove() == 0  # removes the running copy
     assert not user.running()
     assert user.files() - files == {user.folder.parent, user.folder, user.folder / SETTINGS}
     assert not difference(user.registry(), registry)
@@ -59,25 +59,25 @@ def test_from_the_first_installation_to_the_last_removal(user, program, version)
     user.press("Un.exe", "Yes")
     user.press("Un.exe", "Close")
     until(lambda: not user.driver.processes("Un.exe"), "end of the uninstaller")
-    assert user.files() - files == {user.folder.parent}  # which belongs to Windows
+    assert user.files() - files == {user.folder.parent}  # belongs to Windows
     assert not difference(user.registry(), registry)
 
 
-def test_the_start_with_windows_is_an_option_that_updates_keep(user):
+def test_updates_keep_the_option_to_start_with_windows(user):
     def run_setup(with_start, ticks):
         user.open_setup()
         [tree] = until(lambda: user.controls(user.setup_name, "SysTreeView32"), "list of options")
         if ticks:
             place = tree.screen
             picture = until_same(lambda: user.display.grab(*place), "list")
-            user.display.click(place[0] + 10, place[1] + 26)  # the box of the second line
-            until(lambda: user.display.grab(*place) != picture, "other tick")
+            user.display.click(place[0] + 10, place[1] + 26)  # the check box of the second line
+            until(lambda: user.display.grab(*place) != picture, "changed tick")
         user.press_in_setup("Next")
         user.press_in_setup("Install")
         until(lambda: user.controls(user.setup_name, "Button", "Run Tidewell"), "last page")
         assert user.startup_entry.exists() == with_start
         [run] = user.controls(user.setup_name, "Button", "Run Tidewell")
-        user.driver.send(run.hwnd, BM_CLICK)  # which is ticked
+        user.driver.send(run.hwnd, BM_CLICK)  # unticks it
         user.press_in_setup("Finish")
         until(lambda: not user.driver.processes(user.setup_name), "end of the setup")
         assert not user.running()
@@ -106,7 +106,7 @@ def test_the_last_page_starts_the_program(user):
     until(user.main_window, "main window")
 
 
-def test_an_update_of_a_copy_hidden_in_the_tray_stays_out_of_the_way(user):
+def test_an_update_of_a_hidden_copy_shows_no_window(user):
     assert user.install() == 0
     user.start()
     user.tick(RESTORE)
@@ -119,19 +119,19 @@ def test_an_update_of_a_copy_hidden_in_the_tray_stays_out_of_the_way(user):
     until(lambda: user.main_window([former]), "main window of the new copy")
     assert former not in user.running()
     user.driver.post(user.box(SOUTH), BM_CLICK)
-    until(lambda: user.ticked(SOUTH), "tick")  # the start is over then
+    until(lambda: user.ticked(SOUTH), "tick")  # now the start is over
     assert not user.main_window().visible
     assert user.display.docked_icons()
 
 
-def test_a_portable_copy_lives_beside_the_installed_one(user, unpacked):
+def test_setup_and_removal_leave_a_portable_copy_alone(user, unpacked):
     process = user.start(unpacked)
     user.tick(SOUTH)
     settings = (unpacked / SETTINGS).read_bytes()
     running = user.running()
     assert user.install() == 0
     assert user.install() == 0
-    assert user.running() == running  # it is not this one that is updated
+    assert user.running() == running  # the update does not touch it
     assert user.remove() == 0
     assert user.running() == running
     assert process.poll() is None

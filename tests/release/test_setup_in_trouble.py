@@ -1,4 +1,4 @@
-"""The setup where something is in its way: it changes what is Tidewell's, all of it or nothing, and says which."""
+"""The setup in trouble: it changes only Tidewell's files, all or none, and its exit code says which."""
 
 import os
 import shutil
@@ -12,19 +12,19 @@ from bench.waiting import until
 from user import INSTALLED, IN_USE, IS_ELSEWHERE, NOT_HERE, PACKED, SETTINGS, UNINSTALL_KEY, names
 
 long = pytest.mark.long
-OLDER = b"as an older version had it"
+OLDER = b"of an older version"
 
 
 # ---- the state of the machine
 
 def contents(user):
-    """The files on drive C with their bytes, and the folders."""
+    """The files of drive C with their bytes, and the folders."""
     return {path: path.read_bytes() if path.is_file() else "folder" for path in user.files()}
 
 
 @pytest.fixture
 def unchanged(user):
-    """Asserts that nothing has changed since its first call."""
+    """A function that asserts that nothing has changed since its first call."""
     before = []
 
     def check():
@@ -36,7 +36,7 @@ def unchanged(user):
 
 
 def age(user):
-    """Makes the installation an older one, with settings and the start with Windows."""
+    """Turns the installation into an older one with settings that starts with Windows."""
     for name in INSTALLED:
         with open(user.folder / name, "ab") as file:
             file.write(OLDER)
@@ -46,7 +46,7 @@ def age(user):
 
 
 def is_updated(user, program, version):
-    """Asserts that the installation that age() left is a whole new one."""
+    """Asserts that the aged installation is completely new again."""
     assert names(user.folder) == sorted([*INSTALLED, SETTINGS])
     assert all((user.folder / name).read_bytes() == (program.parent / name).read_bytes() for name in PACKED)
     assert OLDER not in (user.folder / "uninstall.exe").read_bytes()
@@ -59,7 +59,7 @@ def is_updated(user, program, version):
 
 @pytest.fixture
 def foreign(folder):
-    """A program of somebody else, which leaves a mark when it runs."""
+    """Somebody else's program, which leaves a file when it runs."""
     made = folder / "foreign.exe"
     script = ("Name Other", f"OutFile '{made}'", "SilentInstall silent", "RequestExecutionLevel user",
               "VIProductVersion 1.0.0.0", "VIAddVersionKey ProductName Tidewell", "VIAddVersionKey CompanyName Other",
@@ -70,7 +70,7 @@ def foreign(folder):
 
 @pytest.fixture
 def disk(user):
-    """Mounts a small disk at a folder; only root may."""
+    """A function that mounts a small disk; needs root."""
     mounted = []
 
     def mount(folder, size):
@@ -87,7 +87,7 @@ def disk(user):
 
 
 def install_on_full_disks(user, sizes, check):
-    """Installs with more and more bytes free, until that is enough; checks after each failure."""
+    """Installs with each number of free bytes until it succeeds; checks after each failure."""
     for size in sizes:
         system = os.statvfs(user.folder)
         (user.folder / "filler").write_bytes(bytes(system.f_bavail * system.f_frsize - size))
@@ -144,7 +144,7 @@ def test_a_folder_with_other_peoples_files_is_refused(user, elsewhere, foreign):
 
 
 @long
-def test_a_folder_in_the_place_of_a_file_is_refused(user):
+def test_a_folder_named_as_a_file_is_refused(user):
     (user.folder / IMAGE).mkdir(parents=True)
     assert user.install() == NOT_HERE
     assert not user.uninstall_entry()
@@ -186,7 +186,7 @@ def test_a_second_installation_is_refused(user, elsewhere, unchanged):
 
 
 @long
-def test_an_installation_whose_program_is_gone_does_not_stand_in_the_way(user, elsewhere):
+def test_an_installation_without_its_program_does_not_block_another(user, elsewhere):
     assert user.install() == 0
     shutil.rmtree(user.folder)
     assert user.install(user.windows_path(elsewhere)) == 0
@@ -199,14 +199,14 @@ def test_a_copy_of_the_uninstaller_removes_nothing(user, unpacked, unchanged):
     assert user.install() == 0
     shutil.copy(user.folder / "uninstall.exe", unpacked)
     unchanged()
-    assert user.remove(unpacked) == 0  # the status of the process that only starts the one that works
+    assert user.remove(unpacked) == 0  # this process only starts the one that does the work
     unchanged()
     assert user.remove_and_wait(unpacked) == NOT_HERE
     unchanged()
 
 
 @long
-def test_what_a_removal_that_was_waited_for_leaves_can_be_installed_over(user):
+def test_the_setup_works_after_a_removal_that_kept_the_uninstaller(user):
     assert user.install() == 0
     assert user.remove_and_wait() == 0
     assert names(user.folder) == ["uninstall.exe"]  # it ran from its place
@@ -242,7 +242,7 @@ def test_an_update_while_a_file_is_held_changes_nothing(user, name, program, ver
     is_updated(user, program, version)
 
 
-def test_a_scanner_that_holds_the_program_ends_no_copy_elsewhere(user, unpacked, unchanged):
+def test_if_a_scanner_holds_the_program_no_other_copy_is_ended(user, unpacked, unchanged):
     assert user.install() == 0
     user.start(unpacked)
     unchanged()
@@ -253,7 +253,7 @@ def test_a_scanner_that_holds_the_program_ends_no_copy_elsewhere(user, unpacked,
 
 
 @long
-def test_a_copy_that_does_not_end_is_left_alone(user, unchanged):
+def test_a_copy_that_hangs_is_left_alone(user, unchanged):
     assert user.install() == 0
     process = user.start()
     unchanged()
@@ -268,7 +268,7 @@ def test_a_copy_that_does_not_end_is_left_alone(user, unchanged):
 
 
 @long
-def test_a_running_copy_that_was_ended_in_vain_is_started_again(user):
+def test_a_failed_update_starts_the_copy_that_it_ended(user):
     assert user.install() == 0
     user.start()
     user.tick(SOUTH)
@@ -281,7 +281,7 @@ def test_a_running_copy_that_was_ended_in_vain_is_started_again(user):
 
 
 @long
-def test_files_that_are_marked_read_only_are_updated(user, program, version):
+def test_read_only_files_are_updated(user, program, version):
     assert user.install() == 0
     age(user)
     for name in INSTALLED:
@@ -292,7 +292,7 @@ def test_files_that_are_marked_read_only_are_updated(user, program, version):
 
 # ---- full disks
 
-SIZES = [pytest.param([100_000, 220_000], id="two"),  # full at the program and at the uninstaller
+SIZES = [pytest.param([100_000, 220_000], id="two"),  # full while it writes the program, the uninstaller
          pytest.param(range(0, 400_000, 8192), id="all", marks=long)]
 
 
@@ -317,11 +317,11 @@ def test_a_first_installation_on_a_full_disk_leaves_nothing(user, disk, unchange
 
 
 @long
-def test_without_room_for_temporary_files_nothing_is_changed(user, disk, unchanged):
+def test_without_room_for_temporary_files_nothing_changes(user, disk, unchanged):
     assert user.install() == 0
     unchanged()
     disk(user.home / "Temp", 4096)
-    assert user.install() == 2  # NSIS's own
+    assert user.install() == 2  # NSIS's own code
     unchanged()
 
 
@@ -331,13 +331,13 @@ CHANGES = "NtSetValueKey", "NtDeleteValueKey", "NtDeleteKey"
 
 
 def look(user):
-    """What the file system tells of the installation, quickly."""
+    """A quick look at the installation's files."""
     places = [user.start_menu_entry, user.startup_entry, *user.folder.rglob("*")]
     return {path: (path.stat().st_ino, path.stat().st_size) for path in places if path.exists()}
 
 
 def works(user, program):
-    """Asserts that one whole copy is there, old or new, with its settings and entries."""
+    """Asserts that a complete copy is there, old or new, with its settings and entries."""
     for name in PACKED:
         new = (program.parent / name).read_bytes()
         assert (user.folder / name).read_bytes() in (new, new + OLDER)
@@ -348,7 +348,8 @@ def works(user, program):
 
 
 def step(user, command, check, last=None):
-    """Runs a command step by step, and kills it before a step. Returns the steps before which something changed."""
+    """Runs a command step by step, killing it before the step numbered last. Returns the numbers of the steps before
+    which something changed."""
     changes, seen, number = [], None, 0
     process = user.step(*command)
     for call in map(str.strip, process.stdout):
@@ -367,7 +368,7 @@ def step(user, command, check, last=None):
 
 
 @pytest.mark.parametrize("every", [pytest.param(12, id="some"), pytest.param(1, id="all", marks=long)])
-def test_an_update_that_is_killed_leaves_a_copy_that_works(user, program, version, every):
+def test_a_killed_update_leaves_a_working_copy(user, program, version, every):
     def prepare():
         assert user.install() == 0
         age(user)
@@ -386,7 +387,7 @@ def test_an_update_that_is_killed_leaves_a_copy_that_works(user, program, versio
 
 
 @long
-def test_a_first_installation_that_is_killed_can_be_repeated(user, program):
+def test_a_killed_first_installation_can_be_repeated(user, program):
     setup = f"C:\\{user.setup_name}", "/S"
     changes = step(user, setup, lambda: None)
     for number in changes:
@@ -399,7 +400,7 @@ def test_a_first_installation_that_is_killed_can_be_repeated(user, program):
 
 
 @long
-def test_a_removal_that_is_killed_can_be_repeated(user):
+def test_a_killed_removal_can_be_repeated(user):
     def prepare():
         shutil.rmtree(user.folder, ignore_errors=True)
         assert user.install() == 0

@@ -1,4 +1,4 @@
-"""A signed release, made as docs/releasing.md says, with a token made for the test."""
+"""A signed release, made by the commands of docs/releasing.md with a token of the test."""
 
 import os
 import re
@@ -13,7 +13,7 @@ pytestmark = pytest.mark.long
 
 
 def commands_of_the_signing_section():
-    """The blocks of commands: a release, a token, the removal of a signature."""
+    """Three blocks of commands: a release, a token, the removal of a signature."""
     section = (REPOSITORY / "docs/releasing.md").read_text().partition("\n## Signing\n")[2].partition("\n## ")[0]
     return re.findall(r"(?<=\n\n)(?: {4}.*\n)+", section)
 
@@ -50,5 +50,5 @@ def test_program_uninstaller_and_setup_are_signed(committed, dist, program, mach
     assert machine.wine.run("C:\\signed\\uninstall.exe", "/S", "_?=C:\\signed") == 0
     assert not (target / "Tidewell.exe").exists()
     shutil.rmtree(target)
-    # The sums and the manifests are those of the signed files.
+    # The sums are those of the signed files.
     subprocess.run(["sha256sum", "--check", "--quiet", "SHA256SUMS"], cwd=setup.parent, check=True)

@@ -1,4 +1,4 @@
-"""What a user does with the setup and the program, on the machine of the fixture."""
+"""What a user does with the setup and the program."""
 
 import os
 import shutil
@@ -23,13 +23,13 @@ def names(folder):
 
 
 def difference(after, before):
-    """What came and what went, apart from what Wine notes of its own doings."""
+    """What was added or removed, without Wine's own notes."""
     return sorted((key, line) for key, line in after ^ before
                   if key and not key.startswith("[HKEY_CURRENT_USER\\Software\\Wine\\"))
 
 
 class User:
-    """A user before the machine."""
+    """A user of the machine."""
 
     def __init__(self, machine, setup):
         self.driver, self.display, self.wine = machine.driver, machine.display, machine.wine
@@ -38,10 +38,10 @@ class User:
         shutil.copy(setup, self.drive_c)
         [self.home] = [path for path in (self.drive_c / "users").iterdir() if path.name != "Public"]
         programs = self.home / "AppData/Roaming/Microsoft/Windows/Start Menu/Programs"
-        self.folder = self.home / "AppData/Local/Programs/Tidewell"  # the one that the setup proposes
+        self.folder = self.home / "AppData/Local/Programs/Tidewell"  # the setup's default
         self.start_menu_entry = programs / "Tidewell.lnk"
         self.startup_entry = programs / "StartUp/Tidewell.lnk"
-        for key in (UNINSTALL_KEY.rpartition("\\")[0], APPROVED_KEY):  # which every real Windows has
+        for key in (UNINSTALL_KEY.rpartition("\\")[0], APPROVED_KEY):  # every real Windows has them
             assert self.wine.run("reg", "add", key, "/f") == 0
 
     def windows_path(self, path):
@@ -50,19 +50,18 @@ class User:
     # ---- the machine
 
     def files(self):
-        """What lies on drive C, but for Windows' own folder and temporary files."""
+        """All files of drive C except Windows' own and temporary ones."""
         own = self.drive_c / "windows", self.home / "Temp"
         return {path for path in self.drive_c.rglob("*") if not any(folder in path.parents for folder in own)}
 
     def registry(self):
-        """All keys with their values."""
         return self._exported("HKEY_CURRENT_USER") | self._exported("HKEY_LOCAL_MACHINE\\Software")
 
     def _exported(self, root):
         exported = self.drive_c / "registry.reg"
         self.wine.run("reg", "export", root, "C:\\registry.reg", "/y")
         if not exported.exists():
-            return set()  # there is no such key
+            return set()  # no such key
         found, key = set(), None
         for line in exported.read_text(encoding="utf-16").splitlines():
             key = line if line.startswith("[") else key
@@ -79,8 +78,8 @@ class User:
     # ---- setup and removal
 
     def install(self, folder=None):
-        """Runs the setup without a word; returns its status. Through the command prompt, as Wine would quote a path
-        with spaces, and the setup ignores it then."""
+        """Runs the setup silently; returns its status. Uses the command prompt: Wine would quote a path with spaces,
+        and the setup ignores a quoted one."""
         place = f" /D={folder}" if folder else ""
         return self.wine.run("cmd", "/c", f"C:\\{self.setup_name} /S{place}")
 
@@ -88,28 +87,28 @@ class User:
         self.wine.start(f"C:\\{self.setup_name}", log=os.devnull)
 
     def remove(self, folder=None):
-        """Runs the uninstaller without a word, as the list of installed programs does, and waits for its end."""
+        """Runs the uninstaller silently, as the list of installed programs does, and waits for its end."""
         folder = folder or self.folder
         status = self.wine.run(self.windows_path(folder / "uninstall.exe"), "/S")
         until(lambda: not self.driver.processes("Un.exe"), "end of the uninstaller")
         return status
 
     def uninstaller(self, folder):
-        """The command that removes and waits for it; the uninstaller itself stays."""
+        """The command that removes and waits for the end; it keeps the uninstaller itself."""
         return self.windows_path(folder / "uninstall.exe"), "/S", f"_?={self.windows_path(folder)}"
 
     def remove_and_wait(self, folder=None):
         return self.wine.run(*self.uninstaller(folder or self.folder))
 
     def step(self, *command):
-        """Starts a program that goes step by step, see tests/e2e/native/stepper.cpp."""
+        """Starts a program step by step; see tests/e2e/native/stepper.cpp."""
         return self.wine.start(self._stepper, *command, log=os.devnull, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                                text=True)
 
     # ---- windows
 
     def controls(self, process, class_, text=""):
-        """The controls of all processes of a name that can be used, by class and the beginning of their text."""
+        """The usable controls of all processes of an image, by class and the beginning of their text."""
         return [window for pid in self.driver.processes(process) for window in self.driver.windows(pid)
                 if window.class_ == class_ and window.shown and window.enabled
                 and window.text.replace("&", "").startswith(text)]
@@ -124,7 +123,6 @@ class User:
     # ---- the program
 
     def start(self, folder=None):
-        """Starts the program and returns its process."""
         former = set(self.driver.processes(IMAGE))
         process = self.wine.start(self.windows_path((folder or self.folder) / IMAGE), log=os.devnull)
         until(lambda: self.main_window(former), "main window")
@@ -134,7 +132,7 @@ class User:
         return self.driver.processes(IMAGE)
 
     def main_window(self, former=()):
-        """The main window, shown or hidden, of a program that does not belong to the former ones."""
+        """The main window, shown or hidden, of a program that is not among the former ones."""
         for pid in set(self.running()) - set(former):
             for window in self.driver.windows(pid):
                 if window.class_ == "TidewellMoon":
@@ -156,10 +154,10 @@ class User:
             self.driver.end(pid)
         until(lambda: not self.running(), "end of the programs")
 
-    # ---- a clean table
+    # ---- the end
 
     def leave(self):
-        """Ends and removes whatever a test has left."""
+        """Ends and removes what a test has left."""
         self.driver.release()
         for process in (self.setup_name, "Un.exe", "uninstall.exe"):
             for pid in self.driver.processes(process):
