@@ -1,8 +1,8 @@
-"""Packs the files of a folder into a zip archive, under a name for the folder, all with one date.
+"""Packs the files of a folder into a zip archive, in a folder NAME, all with one date.
 
     archive.py FOLDER NAME YYYY-MM-DD OUTPUT.zip
 
-The same files give the same bytes, whatever their times and rights are: the zip tools keep those.
+The same files give the same bytes. The zip tools would keep times and rights.
 """
 
 import sys
@@ -16,7 +16,7 @@ def main(folder, name, date, output):
         for path in sorted(Path(folder).iterdir()):
             entry = zipfile.ZipInfo(f"{name}/{path.name}", (*day, 0, 0, 0))
             entry.compress_type = zipfile.ZIP_DEFLATED
-            entry.create_system = 0  # Windows: else the archive holds Unix rights
+            entry.create_system = 0  # Windows; otherwise the archive holds Unix rights
             archive.writestr(entry, path.read_bytes())
 
 

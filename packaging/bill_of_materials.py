@@ -1,9 +1,9 @@
-"""Prints the bill of materials of Tidewell.exe (CycloneDX 1.5): the program and the libraries that are linked into it.
+"""Prints the bill of materials of Tidewell.exe (CycloneDX 1.5): the program and its linked libraries.
 
     bill_of_materials.py TIDEWELL.EXE LINKER.MAP VERSION YYYY-MM-DD
 
-The linker's map tells which libraries those are, and dpkg which Debian packages brought them. A library that nobody has
-looked at for its licence ends the run: it belongs into LIBRARIES, and its notice into NOTICES.
+The linker's map names the libraries, dpkg their Debian packages. An unknown library ends the run: check its
+licence, add it to LIBRARIES and its notice to NOTICES.
 """
 
 import hashlib
@@ -26,7 +26,7 @@ MINGW = {
 }
 WINPTHREADS = MINGW | {"licenses": [{"license": {"id": "MIT"}}, {"license": {"id": "BSD-3-Clause"}}]}
 
-# By archive, else by package: the import libraries of that one leave jumps into Windows in the program.
+# By archive or, for the many import libraries (their jumps into Windows are linked in), by package.
 LIBRARIES = {
     "libgcc.a": ("libgcc", GCC),
     "libgcc_eh.a": ("libgcc", GCC),
@@ -42,7 +42,7 @@ def output(*command):
 
 
 def linked_archives(linker_map):
-    """The archives of which the linker took a member: its map begins with them."""
+    """The archives from which the linker took a member. The map begins with them."""
     text = Path(linker_map).read_text(encoding="utf-8", errors="replace")
     return sorted({os.path.realpath(found) for found in re.findall(r"^(/.+?\.a)\(", text, re.MULTILINE)})
 
@@ -53,7 +53,7 @@ def components(linker_map):
         package = output("dpkg-query", "-S", archive).split(":")[0]
         known = LIBRARIES.get(os.path.basename(archive)) or LIBRARIES.get(package)
         if known is None:
-            raise SystemExit(f"bill_of_materials: {archive} of the package {package} is not known")
+            raise SystemExit(f"bill_of_materials: unknown library {archive} of package {package}")
         name, terms = known
         version, architecture = output("dpkg-query", "-W", "-f", "${Version} ${Architecture}", package).split()
         purl = f"pkg:deb/debian/{quote(package, safe='')}@{quote(version, safe='')}?arch={architecture}"

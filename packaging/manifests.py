@@ -1,8 +1,8 @@
-"""Fills the manifests for winget and Scoop in, so that they describe the files of a release.
+"""Fills in the manifests for winget and Scoop for a release.
 
     manifests.py DIST VERSION YYYY-MM-DD COPYRIGHT DOWNLOADS
 
-Reads winget/ and scoop/ beside this script, in which @NAME@ stands for a value, and writes their like into DIST.
+Reads winget/ and scoop/ beside this script, replaces each @NAME@ by its value, and writes the results into DIST.
 """
 
 import hashlib

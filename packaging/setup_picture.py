@@ -1,4 +1,4 @@
-"""Draws the picture beside the last page of the setup: the night of the window icon, with more of the sky.
+"""Draws the picture on the setup's last page: the window icon's night, with more sky.
 
     setup_picture.py OUTPUT.bmp
 """
@@ -10,12 +10,12 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "resources"))
 import window_icon  # noqa: E402
 
-WIDTH, HEIGHT = 164, 314  # what the page has room for
-LEFT, TOP, UNIT = 5, -8, 22 / WIDTH  # the piece of the plane that is shown
+WIDTH, HEIGHT = 164, 314  # the size that NSIS expects
+LEFT, TOP, UNIT = 5, -8, 22 / WIDTH  # the part of the plane that is shown
 
 
 def bitmap(rows):
-    """A bitmap file of rows of (red, green, blue, alpha), with 24 bits a pixel."""
+    """A bitmap file of 24 bits a pixel from rows of (red, green, blue, alpha)."""
     padding = bytes(-3 * len(rows[0]) % 4)
     pixels = b"".join(bytes(channel for red, green, blue, _ in row for channel in (blue, green, red)) + padding
                       for row in reversed(rows))

@@ -1,6 +1,6 @@
-; The setup of Tidewell: for one user, without an administrator. ../release makes it and hands in VERSION, COPYRIGHT,
-; STAGE (the folder of the files), SIZE (of the files, in bytes), ICON, PICTURE (for the last page), OUTPUT, and SIGN (a
-; command) if it is to be signed.
+; The setup of Tidewell, for one user without administrator rights. ../release builds it and defines VERSION, COPYRIGHT,
+; STAGE (the files' folder), SIZE (of the files, in bytes), ICON, PICTURE (on the last page), OUTPUT, and, for a signed
+; setup, SIGN (a command).
 ;
 ; docs/releasing.md explains the switches and the exit codes.
 !define EXIT_NOT_HERE 4
@@ -12,7 +12,7 @@ ManifestSupportedOS all
 ManifestDPIAware true
 RequestExecutionLevel user
 SetCompressor /SOLID lzma
-SetDateSave off ; the times of the files would make every setup another one
+SetDateSave off ; otherwise each build would give other bytes
 
 !include FileFunc.nsh
 !include LogicLib.nsh
@@ -20,13 +20,13 @@ SetDateSave off ; the times of the files would make every setup another one
 
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Tidewell"
 !define APPROVED_KEY "Software\Microsoft\Windows\CurrentVersion\Explorer\StartupApproved\StartupFolder"
-!define NEW "$INSTDIR\Tidewell.new" ; where all files are complete before any is replaced
+!define NEW "$INSTDIR\Tidewell.new" ; all files are complete here before any is replaced
 !define /math SIZE_ROUNDED ${SIZE} + 1023
 !define /math SIZE_KB ${SIZE_ROUNDED} / 1024
 
 Name Tidewell
 OutFile "${OUTPUT}"
-InstallDir "$LOCALAPPDATA\Programs\Tidewell" ; where the program may write: its settings lie beside it
+InstallDir "$LOCALAPPDATA\Programs\Tidewell" ; the program writes its settings beside itself
 InstallDirRegKey HKCU "${UNINSTALL_KEY}" InstallLocation
 BrandingText "Tidewell ${VERSION}"
 
@@ -57,7 +57,7 @@ VIAddVersionKey ProductVersion "${VERSION}"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE English
 
-Var Name           ; of the file in $INSTDIR that a function below looks at
+Var Name           ; of the file in $INSTDIR that the functions below act on
 Var WasRunning     ; "shown" or "hidden" if a copy had to be ended
 Var StartMenuEntry
 Var StartupEntry
@@ -65,10 +65,10 @@ Var StartupEntry
 !macro Refuse code reason
   MessageBox MB_OK|MB_ICONSTOP "${reason}" /SD IDOK
   SetErrorLevel ${code}
-  Abort ; which calls .onInstFailed, or keeps the page open
+  Abort ; calls .onInstFailed, or keeps the page open
 !macroend
 
-; The program comes first: after a kill its version resource tells whose the other files are.
+; The program comes first: if the setup is killed, its version resource still shows that the folder is ours.
 !macro ForEachFile function
   StrCpy $Name Tidewell.exe
   Call ${function}
@@ -77,18 +77,18 @@ Var StartupEntry
   StrCpy $Name NOTICES.txt
   Call ${function}
   StrCpy $Name uninstall.exe
-  ${If} $EXEPATH != "$INSTDIR\$Name" ; _?= makes it run from its place
+  ${If} $EXEPATH != "$INSTDIR\$Name" ; with _?= the uninstaller runs from here
     Call ${function}
   ${EndIf}
 !macroend
 
-; The setup and the uninstaller each need functions of their own, with the same text.
+; NSIS wants separate functions for the setup and the uninstaller.
 !macro SharedFunctions un
 
-; NSIS's names of these folders are empty if the folders are missing: "\Tidewell.lnk" would be somebody else's file.
+; Not NSIS's variables: if a folder is missing they are empty, and "\Tidewell.lnk" would be somebody else's file.
 Function ${un}FindMenus
-  System::Call 'shell32::SHGetFolderPathW(p 0, i 0x8002, p 0, i 0, w .r1) i .r3' ; the Start menu's, made if missing
-  System::Call 'shell32::SHGetFolderPathW(p 0, i 0x8007, p 0, i 0, w .r2) i .r4' ; its Startup
+  System::Call 'shell32::SHGetFolderPathW(p 0, i 0x8002, p 0, i 0, w .r1) i .r3' ; the Start menu, created if missing
+  System::Call 'shell32::SHGetFolderPathW(p 0, i 0x8007, p 0, i 0, w .r2) i .r4' ; its Startup folder
   ${If} $3 != 0
   ${OrIf} $4 != 0
     !insertmacro Refuse ${EXIT_NOT_HERE} "The folders of the Start menu cannot be found."
@@ -97,14 +97,14 @@ Function ${un}FindMenus
   StrCpy $StartupEntry "$2\Tidewell.lnk"
 FunctionEnd
 
-; If $INSTDIR\$Name is the program that runs, ends it by the messages of the system's Restart Manager.
+; If $INSTDIR\$Name is the running program, ends it by the same messages as the Restart Manager.
 Function ${un}EndProgram
   FindWindow $1 TidewellMoon
   System::Call 'user32::GetWindowThreadProcessId(p r1, *i .r2)'
   System::Call 'kernel32::OpenProcess(i 0x1000, i 0, i r2) p .r2' ; PROCESS_QUERY_LIMITED_INFORMATION
   System::Call 'kernel32::QueryFullProcessImageNameW(p r2, i 0, w .r3, *i ${NSIS_MAX_STRLEN})'
   System::Call 'kernel32::CloseHandle(p r2)'
-  ; The name is free of links, so compare it with a name of that kind; it has \\?\ in front.
+  ; That path has its links resolved. Resolve ours, too; the result begins with \\?\.
   System::Call 'kernel32::CreateFileW(w "$INSTDIR\$Name", i 0, i 7, p 0, i 3, i 0, p 0) p .r2'
   System::Call 'kernel32::GetFinalPathNameByHandleW(p r2, w .r4, i ${NSIS_MAX_STRLEN}, i 0)'
   System::Call 'kernel32::CloseHandle(p r2)'
@@ -119,11 +119,11 @@ Function ${un}EndProgram
   ${EndIf}
   SendMessage $1 0x11 0 1 $2 /TIMEOUT=5000 ; WM_QUERYENDSESSION, ENDSESSION_CLOSEAPP
   ${If} $2 <> 0
-    SendMessage $1 0x16 1 1 /TIMEOUT=5000 ; WM_ENDSESSION, it ends, ENDSESSION_CLOSEAPP
+    SendMessage $1 0x16 1 1 /TIMEOUT=5000 ; WM_ENDSESSION, TRUE, ENDSESSION_CLOSEAPP
   ${EndIf}
 FunctionEnd
 
-; Waits until $INSTDIR\$Name can be replaced or deleted: a scanner holds a file for a moment, a program while it runs.
+; Waits until $INSTDIR\$Name can be replaced or deleted. A scanner may hold it for a moment, or it may be running.
 Function ${un}WaitUntilFree
   again:
   ${For} $5 0 50
@@ -149,12 +149,12 @@ Function ${un}DeleteNew
   Delete "${NEW}\$Name"
 FunctionEnd
 
-; Deletes the new files that have no place yet, also those of a setup that was killed.
+; Deletes new files that were not placed, also those of a killed setup.
 Function ${un}CleanUp
   !insertmacro ForEachFile ${un}DeleteNew
   Delete "${NEW}\Start menu.lnk"
   Delete "${NEW}\Startup.lnk"
-  RMDir "${NEW}" ; which does so only when it is empty
+  RMDir "${NEW}" ; only if it is empty
   ClearErrors
 FunctionEnd
 
@@ -167,7 +167,7 @@ Function CannotWrite
     $INSTDIR"
 FunctionEnd
 
-; Whether the version resource of the program $R1 says that it is ours: $R0 is 1 or 0.
+; Sets $R0 to 1 if the version resource of the program $R1 says that it is ours, otherwise to 0.
 Function IsOurs
   StrCpy $R0 0
   System::Call 'version::GetFileVersionInfoSizeW(w R1, p 0) i .r1'
@@ -186,7 +186,7 @@ Function IsOurs
   ${EndIf}
 FunctionEnd
 
-; A text says nothing of its owner; the program beside it does.
+; A text file does not name its owner, but the program beside it does.
 Function RefuseForeignFile
   StrCpy $R1 "$INSTDIR\$Name"
   StrCpy $R2 $Name "" -4
@@ -201,7 +201,7 @@ Function RefuseForeignFile
   ${EndIf}
 FunctionEnd
 
-; Refuses a second installation, and a folder that has files of our names but is not ours.
+; Refuses a second installation, and a folder with foreign files of our names.
 Function CheckFolder
   ReadRegStr $0 HKCU "${UNINSTALL_KEY}" InstallLocation
   ${If} $0 == $INSTDIR
@@ -241,8 +241,7 @@ SectionEnd
 Section /o "Start with Windows" StartWithWindows
 SectionEnd
 
-; All or nothing: up to the first call of WaitUntilFree nothing that was there is changed, and after it each step leaves
-; a copy that works.
+; All or nothing: before WaitUntilFree no existing file is changed, and after it each step leaves a working copy.
 Section -Install
   Call CheckFolder
   Call CleanUp
@@ -253,7 +252,7 @@ Section -Install
   File "${STAGE}\NOTICES.txt"
   ${GetSize} "${NEW}" "/S=0B /G=0" $0 $1 $2
   WriteUninstaller "${NEW}\uninstall.exe"
-  SetOutPath "$INSTDIR" ; where the entries start the program
+  SetOutPath "$INSTDIR" ; the shortcuts' working folder
   CreateShortcut "${NEW}\Start menu.lnk" "$INSTDIR\Tidewell.exe"
   CreateShortcut "${NEW}\Startup.lnk" "$INSTDIR\Tidewell.exe" "" "" 0 SW_SHOWMINIMIZED
   ${If} ${Errors}
@@ -292,12 +291,12 @@ SectionEnd
 
 Function .onInit
   Call FindMenus
-  ; For an impossible folder NSIS silently takes the default one.
+  ; If the folder is impossible, NSIS silently takes the default one.
   System::Call 'kernel32::GetCommandLineW() p .r0'
   System::Call 'shlwapi::StrStrIW(p r0, w "/D=") p .r0'
   ${If} $0 <> 0
     System::Call 'kernel32::lstrcpynW(w .r1, p r0, i ${NSIS_MAX_STRLEN})'
-    StrCpy $OUTDIR $1 "" 3 ; a variable that NSIS normalises as it does $INSTDIR
+    StrCpy $OUTDIR $1 "" 3 ; NSIS normalises it in the same way as $INSTDIR
     ${If} $OUTDIR != $INSTDIR
       StrCpy $INSTDIR $OUTDIR
       Call CannotWrite
@@ -317,9 +316,9 @@ Function StartAgain
   ${EndIf}
 FunctionEnd
 
-; After a silent update the program goes on; the last page of the other kind offers to start it.
+; A silent update restarts the program. Otherwise the last page offers to start it.
 Function .onInstSuccess
-  SetErrorLevel 0 ; after a page that refused
+  SetErrorLevel 0 ; a page may have refused before
   ${If} ${Silent}
     Call StartAgain
   ${EndIf}
@@ -327,10 +326,10 @@ FunctionEnd
 
 Function .onInstFailed
   GetErrorLevel $0
-  ${If} $0 = -1 ; NSIS itself stops at a full disk
+  ${If} $0 = -1 ; NSIS itself stopped, as at a full disk
     SetErrorLevel ${EXIT_NOT_HERE}
   ${EndIf}
-  SetOutPath $TEMP ; out of the folder that is to go
+  SetOutPath $TEMP ; otherwise CleanUp could not remove the current folder
   Call CleanUp
   Call StartAgain
 FunctionEnd
@@ -347,7 +346,7 @@ Function un.DeleteFile
   Delete "$INSTDIR\$Name"
 FunctionEnd
 
-; The entry that makes the folder ours goes last, so that the removal can be repeated.
+; The registry entry makes the folder ours. It goes last, so that the removal can be repeated.
 Section Uninstall
   !insertmacro ForEachFile un.WaitUntilFree
   Call un.CleanUp
@@ -362,7 +361,7 @@ Section Uninstall
   ${If} ${Errors}
     !insertmacro Refuse ${EXIT_IN_USE} "Not all files could be removed. Please try again.$\n$\n$INSTDIR"
   ${EndIf}
-  RMDir "$INSTDIR" ; which does so only when it is empty
-  DeleteRegValue HKCU "${APPROVED_KEY}" Tidewell.lnk ; what the Task Manager notes of that entry
+  RMDir "$INSTDIR" ; only if it is empty
+  DeleteRegValue HKCU "${APPROVED_KEY}" Tidewell.lnk ; the Task Manager's note on the Startup entry
   DeleteRegKey HKCU "${UNINSTALL_KEY}"
 SectionEnd
