@@ -8,13 +8,13 @@
 
 namespace check {
 
-/// What became of a check. May be thrown, too: whatever finds that a check cannot go on ends it by that.
+/// The result of a check. Whatever finds that a check cannot continue throws it.
 struct Outcome {
   enum class Kind { Ok, Failed, NotHere } kind;
   std::wstring text;
 };
 
-/// As it should be; with what was seen, if that is worth a line.
+/// Good; with what was seen, if that is worth reporting.
 [[nodiscard]] inline Outcome Ok(std::wstring seen = L"") { return {Outcome::Kind::Ok, std::move(seen)}; }
 
 /// This machine cannot tell.
@@ -24,12 +24,12 @@ struct Outcome {
   return {Outcome::Kind::Failed, L"wanted " + wanted + L", got " + got};
 }
 
-/// Ok if the text that was got is the wanted one.
+/// Ok if both texts are the same.
 [[nodiscard]] inline Outcome Same(const std::wstring& wanted, const std::wstring& got) {
   return wanted == got ? Ok() : Failed(L"'" + wanted + L"'", L"'" + got + L"'");
 }
 
-/// Compares several facts; the differences make one outcome.
+/// Compares several facts; all differences make one outcome.
 class Facts {
  public:
   void Want(const std::wstring& fact, const std::wstring& wanted, const std::wstring& got) {
@@ -49,13 +49,12 @@ class Facts {
   std::wstring wanted_, got_;
 };
 
-/// One thing that is held about the program.
 struct Check {
   const wchar_t* name;
   Outcome (*run)(const Stage& stage);
 };
 
-/// The groups, in the order in which they run.
+/// The groups, in their order.
 std::vector<Check> StartChecks();
 std::vector<Check> ReportChecks();
 std::vector<Check> WindowChecks();

@@ -1,7 +1,7 @@
-// What the program costs while it runs.
+// Time, memory and handles.
 
 #include <windows.h>
-// After windows.h, which it builds on.
+// Needs windows.h first.
 #include <psapi.h>
 
 #include "support/other_windows_win.h"
@@ -46,11 +46,11 @@ Outcome Updates(const Stage& stage) {
   UpdateOften(program, ManyUpdates(stage));
   const ULONGLONG time = GetTickCount64() - start;
   return program.TheProcess().Ended()
-             ? Failed(L"a program that runs", L"one that has ended")
+             ? Failed(L"a running program", L"an ended one")
              : Ok(std::to_wstring(ManyUpdates(stage)) + L" in " + std::to_wstring(time) + L" ms");
 }
 
-/// After the first updates the system's caches are full; later ones must not add anything that lasts.
+/// The first updates fill the system's caches. Later ones must not leave anything behind.
 Outcome ResourcesAfterUpdates(const Stage& stage) {
   constexpr long long kMemory = 256 * 1024;
   constexpr long long kFew = 4;
@@ -68,7 +68,7 @@ Outcome ResourcesAfterUpdates(const Stage& stage) {
   return good ? Ok(seen) : Failed(L"as many after as before", seen);
 }
 
-/// Milliseconds of the processor.
+/// In milliseconds.
 long long ProcessorTime(const Process& process) {
   FILETIME created, ended, kernel, user;
   GetProcessTimes(process.Handle(), &created, &ended, &kernel, &user);

@@ -1,4 +1,4 @@
-// The ends: each leaves neither a process nor an icon.
+// The ways to end: each leaves neither a process nor an icon.
 
 #include "report/frmMoon_layout.h"
 #include "support/other_windows_win.h"
@@ -11,7 +11,7 @@ namespace check {
 
 namespace {
 
-/// Ends the program by an action and looks at what is left of it.
+/// Ends the program by an action and checks what is left.
 template <class Action>
 Outcome EndBy(const Program& program, Action action) {
   const auto place = PlaceOfIconIfKnown(program.About());
@@ -43,7 +43,7 @@ Outcome EndOfTheSession(const Stage& stage) {
   Facts facts;
   facts.Want(L"answer to WM_QUERYENDSESSION", TRUE, support::Ask(program.Main(), WM_QUERYENDSESSION).value_or(-1));
   support::Ask(program.Main(), WM_ENDSESSION, FALSE);
-  facts.Want(L"ended by a session that goes on", 0, program.TheProcess().Ended());
+  facts.Want(L"ended although the session continues", 0, program.TheProcess().Ended());
   const Outcome ended = EndBy(program, [&] { support::Ask(program.Main(), WM_ENDSESSION, TRUE); });
   return ended.kind == Outcome::Kind::Ok ? facts.Result() : ended;
 }

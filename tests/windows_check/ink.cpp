@@ -10,7 +10,7 @@ namespace check {
 
 namespace {
 
-/// Whether a pixel is far from the ground: the edges of letters that are smoothed by colours shimmer further out.
+/// Whether a pixel is much darker than the ground. Letters smoothed with ClearType have fainter pixels further out.
 bool IsInk(COLORREF pixel, COLORREF ground) {
   const auto light = [](COLORREF colour) { return GetRValue(colour) + GetGValue(colour) + GetBValue(colour); };
   return light(ground) - light(pixel) > 3 * 64;
@@ -57,7 +57,7 @@ SIZE InkOfControl(HWND control, int from, int border) {
   RECT place = ClientOnScreen(control);
   const RECT parent = ClientOnScreen(GetParent(control));
   if (physical.right - physical.left != place.right - place.left) {
-    throw NotHere(L"the system scales the window: its letters are others");
+    throw NotHere(L"the system scales the window, so its letters differ");
   }
   IntersectRect(&place, &place, &parent);  // the lines are wider than the window
   place.left += from;

@@ -8,10 +8,10 @@
 
 namespace check {
 
-/// Returns the size of the box around the pixels of a text in a font, in the pixels of this program.
+/// Returns the bounds of a text's pixels in a font, in this program's pixels.
 [[nodiscard]] SIZE InkOfText(const std::wstring& text, const forms::FontDescription& font);
 
-/// Returns the same of what a control shows on the screen, without what is left of a place in it, and without a border.
+/// Returns the same for a control on the screen, without what is left of x = `from` and without a border.
 [[nodiscard]] SIZE InkOfControl(HWND control, int from = 0, int border = 0);
 
 }  // namespace check

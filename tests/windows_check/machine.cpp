@@ -14,7 +14,7 @@ Function FunctionOf(const wchar_t* library, const char* name) {
   return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(library), name)));
 }
 
-/// GetVersionEx tells a program no newer version than its manifest names; this one tells.
+/// Not by GetVersionEx, which knows only the versions that this program's manifest names.
 std::wstring Version() {
   OSVERSIONINFOW version{};
   version.dwOSVersionInfoSize = sizeof version;

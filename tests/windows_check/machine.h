@@ -4,7 +4,7 @@
 
 namespace check {
 
-/// Returns what the report begins with: the Windows version and build, the density, the locale and the zone.
+/// Returns the report's first lines: Windows version and build, density, locale, zone.
 [[nodiscard]] std::wstring DescribeMachine();
 
 }  // namespace check

@@ -1,14 +1,14 @@
-// Checks a Tidewell.exe on the Windows that it is started on.
+// Checks a Tidewell.exe on this Windows.
 //
 //   windows_check [--quick] [--only TEXT] [PROGRAM]
 //
-// PROGRAM is by default the Tidewell.exe beside this file; TEXT is a part of the names of the checks that are wanted.
-// --quick makes fewer updates and leaves the quiet minute out. The report goes to the screen and, like the pictures,
-// into the current folder: tidewell-check.txt, tidewell-*.png. All else happens in a folder of its own among the
-// temporary ones. It ends with 0, or with 1 if a check has failed. Leave the mouse alone meanwhile.
+// PROGRAM is by default the Tidewell.exe beside this file. --only runs the checks whose names contain TEXT. --quick
+// makes fewer updates and skips the quiet minute. The report goes to the screen and into the current folder
+// (tidewell-check.txt), the pictures go there, too (tidewell-*.png). The program runs in a temporary folder. The exit
+// status is 1 if a check failed, otherwise 0. Leave the mouse alone meanwhile.
 
 #include <windows.h>
-// After windows.h, which they build on.
+// These need windows.h first.
 #include <objbase.h>
 #include <shellapi.h>
 
@@ -21,7 +21,7 @@
 #include "windows_check/machine.h"
 #include "windows_check/screen.h"
 
-// The windows that the program is checked beside, which are programs of their own elsewhere.
+// From two other programs: the windows beside which Tidewell is checked.
 extern "C" int WINAPI RunEmptyWindow(HINSTANCE instance, HINSTANCE previous, PWSTR commandLine, int showCommand);
 int RunTypewriter();
 
@@ -29,7 +29,7 @@ namespace check {
 
 namespace {
 
-/// Writes to the screen and to the file.
+/// Writes to the screen and to a file.
 class Log {
  public:
   Log() {
@@ -44,7 +44,7 @@ class Log {
     const HANDLE screen = GetStdHandle(STD_OUTPUT_HANDLE);
     DWORD written = 0;
     if (WriteConsoleW(screen, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) == FALSE) {
-      WriteFile(screen, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);  // no console, but a file
+      WriteFile(screen, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);  // not a console but a file
     }
   }
 
@@ -59,7 +59,7 @@ Outcome Run(const Check& check, const Stage& stage) {
   } catch (const Outcome& outcome) {
     return outcome;
   } catch (const std::exception& error) {
-    return Failed(L"an end of the check", support::Wide(error.what()));
+    return Failed(L"the check to finish", support::Wide(error.what()));
   }
 }
 
@@ -133,7 +133,7 @@ int main() {
     std::fprintf(stderr, "windows_check: %s\n", error.what());
   }
   DWORD processes[2];
-  if (GetConsoleProcessList(processes, 2) == 1) {  // a console of its own, which would close at once
+  if (GetConsoleProcessList(processes, 2) == 1) {  // this console is ours and would close at once
     std::puts("Press Enter.");
     std::getchar();
   }

@@ -14,7 +14,7 @@ namespace {
 
 namespace layout = tidewell::frmAboutLayout;
 
-/// The menu opens at the pointer where there is room, or with another corner there.
+/// One of the menu's corners is at the pointer.
 bool IsAtThePointer(const RECT& menu) {
   constexpr int kBorder = 4;
   RECT around = menu;
@@ -42,7 +42,7 @@ Outcome RightClick(const Stage& stage) {
   SavePicture(place, 40, L"menu");
   support::Press({VK_ESCAPE});
   Until(L"the end of the menu after Escape", [&] { return program.Menu() == nullptr; });
-  Sleep(200);  // the foreground goes on by then
+  Sleep(200);  // by then the foreground has moved
   return facts.Result(L"foreground before " + before + L", during " + during + L", after " +
                       NameOf(GetForegroundWindow()));
 }
@@ -52,7 +52,7 @@ Outcome Entries(const Stage& stage) {
   const HWND window = OpenMenu(program);
   const auto menu = reinterpret_cast<HMENU>(support::Ask(window, MN_GETHMENU).value_or(0));
   if (GetMenuItemCount(menu) < 1) {
-    return NotHere(L"the system does not tell of the menus of others");
+    return NotHere(L"the system does not show the menus of other programs");
   }
   std::wstring entries;
   for (UINT entry = 0; entry < 3; ++entry) {

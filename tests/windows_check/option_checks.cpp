@@ -1,4 +1,4 @@
-// The options: what a click leaves in the settings file, and hiding.
+// The options: the settings file after a click, and hiding.
 
 #include <fstream>
 #include <iterator>
@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t kRecordStart = 16 * 512;  // the 17th record
 
-/// The whole file of a first run: zeros, then the record.
+/// The file after a first run: zeros, then the record.
 std::string WantedFile(const tidewell::SettingsRecord& record) {
   const tidewell::SettingsBytes bytes = Pack(record, runtime::SystemCodePage());
   return std::string(kRecordStart, '\0') + std::string(reinterpret_cast<const char*>(bytes.data()), bytes.size());
@@ -34,7 +34,7 @@ void WantFile(Facts& facts, const std::wstring& when, const std::string& wanted,
   facts.Want(L"first byte that differs " + when, static_cast<long long>(wanted.size()), different);
 }
 
-/// Clicks an option twice; after each click the file must hold it, and nothing else.
+/// Clicks an option twice. After each click the file must hold it and nothing else.
 Outcome ClickTwice(const Stage& stage, int index, runtime::Boolean tidewell::SettingsRecord::*option) {
   const Program program(stage);
   Facts facts;
@@ -45,7 +45,7 @@ Outcome ClickTwice(const Stage& stage, int index, runtime::Boolean tidewell::Set
     ClickOn(program.Option(index), true);
     Until(L"the option's tick changed",
           [&] { return support::Ask(program.Option(index), BM_GETCHECK) == tidewell::StateFromOption(value); });
-    support::Ask(program.Main(), WM_NULL);  // the click is handled
+    support::Ask(program.Main(), WM_NULL);  // waits until the click is handled
     record.*option = value;
     WantFile(facts, value == runtime::True ? L"ticked" : L"not ticked", WantedFile(record), File(stage));
   }

@@ -1,4 +1,4 @@
-// The picture of the Moon, in pixels of the screen, at whatever density the system shows it.
+// The picture of the Moon in the screen's pixels, at any density.
 
 #include <cmath>
 #include <sstream>
@@ -23,16 +23,16 @@ using tidewell::kDiscRadius;
 
 constexpr COLORREF kWhite = 0xFFFFFF;
 constexpr COLORREF kBlack = 0;
-constexpr double kDesignedWidth = layout::kClientWidth / 15.0;  // pixels at 96 an inch
+constexpr double kDesignedWidth = layout::kClientWidth / 15.0;  // pixels at 96 dpi
 
-/// What a row of the disc looks like: the terminator as a part of the row's half width, from the middle to the lit
-/// side, and which side is lit.
+/// How the disc's rows look: the terminator's distance from the middle towards the lit side, as a share of a row's half
+/// width, and which side is lit.
 struct Phase {
   double terminator;
   bool litOnTheLeft;
 };
 
-/// Taken from the list of primitives: disc, dark half, rim, terminator, rim.
+/// Reads it from the drawing's primitives: disc, dark half, rim, terminator, rim.
 Phase PhaseOf(const forms::DrawingList& drawing) {
   const auto& darkHalf = std::get<forms::Pie>(drawing.Primitives().at(1));
   const auto& terminator = std::get<forms::Ellipse>(drawing.Primitives().at(3));
@@ -40,7 +40,7 @@ Phase PhaseOf(const forms::DrawingList& drawing) {
   return {.terminator = terminator.fill == kWhite ? -part : part, .litOnTheLeft = darkHalf.from.y > darkHalf.to.y};
 }
 
-/// One row of the picture, measured from the disc's centre and scaled as the screen does.
+/// One row of the picture. It measures from the disc's centre in the design's pixels; the scale is the screen's.
 class Row {
  public:
   Row(const Picture& picture, double scale, int height)
@@ -51,12 +51,12 @@ class Row {
 
   [[nodiscard]] double HalfWidth() const noexcept { return halfWidth_; }
 
-  /// The colour at a place right of the centre, in pixels of the design.
+  /// The colour at a distance right of the centre.
   [[nodiscard]] COLORREF At(double x) const {
     return picture_.At(static_cast<int>(std::lround((kDiscCentre.x + x + 0.5) * scale_ - 0.5)), y_);
   }
 
-  /// How much of the row is lit, in pixels of the design.
+  /// The lit length of the row.
   [[nodiscard]] double Lit() const {
     int lit = 0;
     const int middle = static_cast<int>(std::lround(kDiscCentre.x * scale_));
@@ -80,7 +80,7 @@ std::wstring Colour(COLORREF colour) {
   return text.str();
 }
 
-/// Holds a row to the phase. The rim and the rounding take up to 3 pixels of a length.
+/// Compares a row with the phase. Rim and rounding may change a length by 3 pixels.
 void WantRow(Facts& facts, const Row& row, const Phase& phase, COLORREF ground) {
   constexpr double kTolerance = 3;
   const double side = phase.litOnTheLeft ? -1 : 1;

@@ -10,7 +10,7 @@ namespace check {
 
 namespace {
 
-/// Ends with this process, and with it all of its processes.
+/// The system ends the job with this process, and all its processes with the job.
 HANDLE TheJob() {
   static const HANDLE job = [] {
     const HANDLE made = CreateJobObjectW(nullptr, nullptr);
@@ -38,7 +38,7 @@ Process::Process(const std::wstring& commandLine, int show) {
   CloseHandle(started.hThread);
   process_.reset(started.hProcess);
   id_ = started.dwProcessId;
-  AssignProcessToJobObject(TheJob(), process_.get());  // Windows 7 refuses it in a job of somebody else's
+  AssignProcessToJobObject(TheJob(), process_.get());  // Windows 7 refuses if this process is in a job
 }
 
 Process::~Process() {

@@ -8,10 +8,10 @@
 
 namespace check {
 
-/// A process of the check's own: it ends with the object, and whatever happens with the check.
+/// A process that ends with the object, or with the check, however that ends.
 class Process {
  public:
-  /// Starts a command line. The show command is that of a shortcut, such as SW_SHOWNORMAL.
+  /// Starts a command line, with a shortcut's show command.
   explicit Process(const std::wstring& commandLine, int show = SW_SHOWNORMAL);
   ~Process();
   Process(const Process&) = delete;
@@ -21,10 +21,10 @@ class Process {
   [[nodiscard]] HANDLE Handle() const noexcept { return process_.get(); }
   [[nodiscard]] bool Ended() const noexcept { return WaitForSingleObject(process_.get(), 0) == WAIT_OBJECT_0; }
 
-  /// Returns its exit status. The check fails if it does not end by itself.
+  /// Returns its exit status. The check fails if it does not end.
   [[nodiscard]] DWORD WaitForEnd() const;
 
-  /// Returns its first window of a class; null if there is none.
+  /// Returns its first window of a class, or null.
   [[nodiscard]] HWND Window(const std::wstring& windowClass) const;
 
   /// Waits until such a window is shown.
@@ -35,17 +35,16 @@ class Process {
   DWORD id_ = 0;
 };
 
-/// The command line that starts the check again as another program: "--typewriter" or "--empty-window".
+/// The command line that starts this file as another program: "--typewriter" or "--empty-window".
 [[nodiscard]] std::wstring OwnCommand(const std::wstring& role);
 
-/// A window of the check's own that the user types into, and that takes the keyboard.
+/// A window to type into. The constructor gives it the keyboard.
 class Typewriter {
  public:
   Typewriter();
 
-  /// Types with the real keyboard.
+  /// Types as the keyboard does.
   void Type(const std::wstring& letters) const;
-  /// Waits until a text stands there.
   void WaitForText(const std::wstring& text) const;
   [[nodiscard]] bool HasTheKeyboard() const noexcept { return GetForegroundWindow() == window_; }
 

@@ -1,6 +1,6 @@
 #include "windows_check/program.h"
 
-// After windows.h, which it builds on.
+// Needs windows.h first.
 #include <shellapi.h>
 
 #include "report/frmMoon.h"
@@ -21,7 +21,7 @@ std::wstring Program::Command(const Stage& stage) {
 Program::Program(const Stage& stage, int show) : process_(Command(stage), show) {
   about_ = Until(L"the program's windows", [this] { return process_.Window(tidewell::frmAbout::kWindowClass); });
   main_ = process_.Window(tidewell::frmMoon::kWindowClass);
-  // The start is over when its thread waits for messages; the icon stands then.
+  // The start is over when its thread waits for messages; the icon is there then.
   WaitForInputIdle(process_.Handle(), kPatience);
   support::Ask(main_, WM_NULL);
   if (show == SW_SHOWNORMAL) {
@@ -43,7 +43,7 @@ HWND Program::Option(int index) const noexcept {
 }
 
 HWND Program::Menu() const {
-  // EnumWindows leaves menus out on Windows.
+  // EnumWindows omits menus on Windows.
   HWND menu = nullptr;
   while ((menu = FindWindowExW(nullptr, menu, L"#32768", nullptr)) != nullptr) {
     DWORD owner = 0;

@@ -9,10 +9,10 @@
 
 namespace check {
 
-/// A running Tidewell. It ends with the object, and its icon, too.
+/// A running Tidewell. It ends with the object, and so does its icon.
 class Program {
  public:
-  /// Starts it, by default without a settings file, and waits for its windows.
+  /// Starts it without a settings file and waits for its windows.
   explicit Program(const Stage& stage, int show = SW_SHOWNORMAL);
   ~Program();
   Program(const Program&) = delete;
@@ -20,19 +20,19 @@ class Program {
 
   [[nodiscard]] const Process& TheProcess() const noexcept { return process_; }
   [[nodiscard]] HWND Main() const noexcept { return main_; }
-  [[nodiscard]] HWND About() const noexcept { return about_; }  ///< which owns the icon
+  [[nodiscard]] HWND About() const noexcept { return about_; }  ///< owns the icon
   [[nodiscard]] bool Visible() const noexcept { return IsWindowVisible(main_) != FALSE; }
 
-  /// One of the options of the main window.
+  /// An option of the main window, counted from 0.
   [[nodiscard]] HWND Option(int index) const noexcept;
 
-  /// The menu that is open; null if none is.
+  /// The open menu, or null.
   [[nodiscard]] HWND Menu() const;
 
-  /// Has the report brought up to date, as after a change of the clock, and waits for it.
+  /// Updates the report, as after a change of the clock, and waits for it.
   void Update() const;
 
-  /// Waits until the main window is shown, or hidden.
+  /// Waits until the main window is shown or hidden.
   void WaitUntilShown(bool shown) const;
 
  private:
@@ -43,13 +43,13 @@ class Program {
   HWND about_;
 };
 
-/// A real click at a place in a window, where no other one covers it: the user's programs are not clicked on.
+/// A real click in a window. Throws NotHere if another window covers the place: never click the user's programs.
 void ClickWithin(HWND window, POINT at);
 
-/// A real click in the middle of a control, or at its left, where a check box has its box.
+/// A real click in the middle of a control, or at its left end, for the box of a check box.
 void ClickOn(HWND control, bool atItsLeft = false);
 
-/// What the report calls a window: its class. Texts are the user's.
+/// A window's name in the report: its class. A text could be private.
 [[nodiscard]] std::wstring NameOf(HWND window);
 
 }  // namespace check

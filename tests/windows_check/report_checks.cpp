@@ -1,4 +1,4 @@
-// The report: what stands on the window and in the tip is what the same code gives here for the same minute.
+// The report: the window and the tip show what the same code computes here for the same minute.
 
 #include "report/frmMoon_layout.h"
 #include "runtime/clock.h"
@@ -15,7 +15,7 @@ namespace {
 
 namespace layout = tidewell::frmMoonLayout;
 
-/// The lines and the label, as TextOf puts them together.
+/// The lines and the label, in the form of TextOf.
 std::wstring ShownText(HWND main) {
   Report shown;
   for (std::size_t index = 0; index < shown.lines.size(); ++index) {
@@ -34,7 +34,7 @@ bool IsAmong(const std::wstring& text, const std::vector<Report>& reports) {
   return false;
 }
 
-/// Read at once when the window is there, within the second to the first tick; a busy machine may be too slow for that.
+/// Reads within the second before the first tick. Tries again, as a busy machine may be too slow.
 Outcome BeforeTheFirstTick(const Stage& stage) {
   Outcome outcome = NotHere(L"");
   for (int attempt = 0; attempt < 5; ++attempt) {
@@ -64,7 +64,7 @@ Outcome AfterTheFirstTick(const Stage& stage) {
   return IsAmong(shown, reports) ? Ok(shown) : Failed(L"'" + TextOf(reports.back()) + L"'", L"'" + shown + L"'");
 }
 
-/// The texts that may be the tip of what is under the pointer: tool tips, and the name that a screen reader gets.
+/// The texts that may be the tip under the pointer: tooltips, and the name that a screen reader gets.
 std::vector<std::wstring> TextsAt(POINT place) {
   std::vector<std::wstring> texts = support::ShownTips();
   if (const auto name = support::AccessibleNameAt(place)) {

@@ -1,8 +1,8 @@
 #include "windows_check/screen.h"
 
-// After windows.h, which it builds on.
+// Needs windows.h first.
 #include <objidl.h>
-// After objidl.h.
+// Needs objidl.h first.
 #include <gdiplus.h>
 
 #include "support/other_windows_win.h"
@@ -11,7 +11,7 @@ namespace check {
 
 namespace {
 
-/// SetThreadDpiAwarenessContext, which Windows has since version 10 of 2016.
+/// SetThreadDpiAwarenessContext, which came with Windows 10 version 1607.
 void* SetAwareness(void* context) noexcept {
   using Function = void*(WINAPI*)(void*);
   static const auto set = reinterpret_cast<Function>(

@@ -9,7 +9,7 @@
 
 namespace check {
 
-/// While it lives, places on the screen are counted in real pixels, also where the system scales this program.
+/// While it lives, this thread's coordinates are real pixels, even if the system scales the program.
 class PhysicalPixels {
  public:
   PhysicalPixels() noexcept;
@@ -24,20 +24,19 @@ class PhysicalPixels {
 /// Returns the client area of a window, on the screen.
 [[nodiscard]] RECT ClientOnScreen(HWND window);
 
-/// Pixels.
 class Picture {
  public:
-  /// What a function paints.
+  /// Takes what a function paints.
   Picture(int width, int height, const std::function<void(HDC)>& paint);
 
-  /// What a piece of the screen shows. To be used within PhysicalPixels.
+  /// Takes a part of the screen. Use it within PhysicalPixels.
   explicit Picture(const RECT& place);
 
   [[nodiscard]] int Width() const noexcept { return width_; }
   [[nodiscard]] int Height() const noexcept { return height_; }
   [[nodiscard]] COLORREF At(int x, int y) const;
 
-  /// Writes it as a PNG file into the current folder.
+  /// Saves it as tidewell-NAME.png in the current folder.
   void Save(const std::wstring& name) const;
 
  private:
@@ -45,13 +44,13 @@ class Picture {
   std::vector<std::uint32_t> pixels_;
 };
 
-/// Writes a picture of a place and what is around it, as far as it is on a screen.
+/// Saves a picture of a place and its surroundings, as far as they are on a screen.
 void SavePicture(const RECT& place, int around, const std::wstring& name);
 
-/// Moves the pointer where it covers nothing, and waits until what it was over is painted anew.
+/// Moves the pointer into a corner and waits for the repaint.
 void RestPointer();
 
-/// How long the system may take to paint what has changed.
+/// How long the system may take to repaint.
 inline constexpr DWORD kPainting = 300;  // ms
 
 }  // namespace check

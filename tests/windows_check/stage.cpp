@@ -9,10 +9,10 @@ namespace check {
 namespace fs = std::filesystem;
 
 Stage::Stage(const fs::path& program, bool quick) : quick_(quick) {
-  // The blanks are on purpose: the program must find its folder in any.
+  // The blanks are on purpose: the program must cope with them.
   const fs::path folder = fs::temp_directory_path() / (L"Tidewell check " + std::to_wstring(GetCurrentProcessId()));
   if (!fs::create_directory(folder)) {
-    throw fs::filesystem_error("the folder is there already", folder, std::make_error_code(std::errc::file_exists));
+    throw fs::filesystem_error("the folder already exists", folder, std::make_error_code(std::errc::file_exists));
   }
   folder_ = folder;
   try {

@@ -1,4 +1,4 @@
-// The start: what the program needs of Windows, how soon its window is there, and how else it may be started.
+// The start: imports, time to the window, and other ways to start.
 
 #include <algorithm>
 #include <sstream>
@@ -13,13 +13,12 @@ namespace check {
 
 namespace {
 
-/// A library and a function that is imported from it, as in "user32.dll GetMessageW".
+/// A library and an imported function, as in "user32.dll GetMessageW".
 struct Import {
   std::string library, function;
 };
 
-/// Reads the imports of a program, mapped but not run. Those by number have none of a name, and are no program's of
-/// ours.
+/// Reads a program's imports without running it. Ours has no imports by number.
 std::vector<Import> ImportsOf(const std::filesystem::path& program) {
   const HMODULE module = LoadLibraryExW(program.c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
   auto* const base = reinterpret_cast<const BYTE*>(module);
@@ -39,7 +38,7 @@ std::vector<Import> ImportsOf(const std::filesystem::path& program) {
   return imports;
 }
 
-/// The imports that Windows 7 has, from the list that the release is held to.
+/// The imports that Windows 7 has: the list of the release tests.
 std::string AllowedImports() {
   const HRSRC list = FindResourceW(nullptr, L"IMPORTS", RT_RCDATA);
   const auto* const text = static_cast<const char*>(LockResource(LoadResource(nullptr, list)));
@@ -67,11 +66,11 @@ double StartTime(const std::wstring& command, const std::wstring& windowClass) {
   const Process process(command);
   const HWND window = process.ShownWindow(windowClass);
   QueryPerformanceCounter(&end);
-  support::Ask(window, WM_ENDSESSION, TRUE);  // the program takes its icon away
+  support::Ask(window, WM_ENDSESSION, TRUE);  // so that the program removes its icon
   return 1000.0 * static_cast<double>(end.QuadPart - start.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
-/// The shortest of several, in turn: what else the machine does makes times longer, never shorter.
+/// The shortest of several times: other work of the machine only makes them longer.
 Outcome Start(const Stage& stage) {
   double program = kPatience;
   double empty = kPatience;

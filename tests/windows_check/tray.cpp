@@ -1,6 +1,6 @@
 #include "windows_check/tray.h"
 
-// After windows.h, which it builds on.
+// Needs windows.h first.
 #include <shellapi.h>
 
 #include "support/other_windows_win.h"
@@ -12,7 +12,7 @@ namespace check {
 
 namespace {
 
-constexpr UINT kIcon = 1;  // the program's number for it
+constexpr UINT kIcon = 1;  // its id in the program
 constexpr int kEntries = 3;
 
 bool Notify(DWORD command, HWND owner) {
@@ -23,7 +23,6 @@ bool Notify(DWORD command, HWND owner) {
   return Shell_NotifyIconW(command, &icon) != FALSE;
 }
 
-/// Where the icon is; of a system that has the function.
 HRESULT AskForPlace(HWND owner, RECT& place) {
   NOTIFYICONIDENTIFIER icon{};
   icon.cbSize = sizeof icon;
@@ -32,7 +31,7 @@ HRESULT AskForPlace(HWND owner, RECT& place) {
   return Shell_NotifyIconGetRect(&icon, &place);
 }
 
-/// The window that Wine has for the icon; null elsewhere.
+/// Wine's window for the icon; null on Windows.
 HWND WindowOfIconInWine() {
   for (const DWORD shell : support::ProcessesOf(L"explorer.exe")) {
     for (const HWND window : support::WindowsOf(shell)) {
@@ -44,7 +43,7 @@ HWND WindowOfIconInWine() {
   return nullptr;
 }
 
-/// The place of that window, once the tray has laid it out: not in the corner any more, and twice the same.
+/// The place of that window once the tray has moved it out of the corner and it stays there.
 std::optional<RECT> PlaceOfIconInWine() {
   RECT place{};
   for (int look = 0; look < 20; ++look) {
@@ -62,7 +61,7 @@ std::optional<RECT> PlaceOfIconInWine() {
 
 bool IconStands(HWND owner) {
   RECT place{};
-  return Notify(NIM_MODIFY, owner) || SUCCEEDED(AskForPlace(owner, place));  // no field is named: it changes nothing
+  return Notify(NIM_MODIFY, owner) || SUCCEEDED(AskForPlace(owner, place));  // without flags: changes nothing
 }
 
 bool RemoveIcon(HWND owner) { return Notify(NIM_DELETE, owner); }
@@ -75,8 +74,8 @@ RECT PlaceOfIcon(HWND owner) {
   } else if (FAILED(answer)) {
     throw NotHere(L"Shell_NotifyIconGetRect does not tell where the icon is");
   }
-  if (!ShowsTheIcon(place)) {  // for an icon that is not in sight the system may give the place of the arrow
-    throw NotHere(L"the icon is behind the arrow: drag it onto the task bar");
+  if (!ShowsTheIcon(place)) {  // for a hidden icon the system may return the place of the arrow
+    throw NotHere(L"the icon is behind the arrow: drag it onto the taskbar");
   }
   return place;
 }
@@ -114,7 +113,7 @@ HWND OpenMenu(const Program& program) {
     if (!program.Visible()) {
       throw;
     }
-    ClickOn(program.Main());  // or the system would refuse the foreground to the menu
+    ClickOn(program.Main());  // otherwise the system would refuse the menu the foreground
     SendIconMessage(program, WM_RBUTTONUP);
   }
   const HWND menu = Until(L"the menu", [&] { return program.Menu(); });

@@ -9,35 +9,35 @@ namespace check {
 
 class Program;
 
-/// Whether the icon of a window stands in the tray.
+/// Whether a window's icon is in the tray.
 [[nodiscard]] bool IconStands(HWND owner);
 
-/// Takes the icon of a window away; returns whether the shell did.
+/// Removes a window's icon; returns whether the shell did.
 bool RemoveIcon(HWND owner);
 
-/// Returns where the icon is on the screen, in the pixels of PhysicalPixels. The check ends as "not here" if the system
-/// does not tell, or hides the icon.
+/// Returns where the icon is on the screen, in the pixels of PhysicalPixels. Throws NotHere if the system does not
+/// tell, or hides the icon.
 [[nodiscard]] RECT PlaceOfIcon(HWND owner);
 
-/// The same; nothing instead of the check's end.
+/// The same, but returns nothing instead of throwing.
 [[nodiscard]] std::optional<RECT> PlaceOfIconIfKnown(HWND owner);
 
-/// Whether an icon of the program is shown at a place, be it a dead one: a screen reader gets its tip as its name.
+/// Whether an icon of the program is at a place, even of an ended one. Its tip is its name for a screen reader.
 [[nodiscard]] bool ShowsTheIcon(const RECT& place);
 
 /// A real click in the middle of the icon; see PlaceOfIcon.
 void ClickIcon(const Program& program, bool right = false);
 
-/// Hands the icon's message to the program as the shell does, for where the icon cannot be clicked itself.
+/// Sends the icon's message as the shell does, for an icon that cannot be clicked.
 void SendIconMessage(const Program& program, UINT message);
 
-/// Opens the menu, by a real click on the icon if it can be clicked, and returns it.
+/// Opens the menu, by a real click on the icon if possible, and returns it.
 HWND OpenMenu(const Program& program);
 
 /// A real click on an entry of the open menu, counted from 0.
 void ClickEntry(HWND menu, int entry);
 
-/// Opens the About box by the menu.
+/// Opens the About box from the menu.
 void ShowAbout(const Program& program);
 
 }  // namespace check

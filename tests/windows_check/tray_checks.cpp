@@ -1,4 +1,4 @@
-// The icon in the tray: where it stands, what a click does, who keeps the keyboard, and a shell that starts anew.
+// The icon in the tray: its place, clicks, the keyboard, and a shell that restarts.
 
 #include "support/other_windows_win.h"
 #include "windows_check/program.h"
@@ -27,14 +27,14 @@ Outcome LeftClicks(const Stage& stage) {
   const Program program(stage);
   ClickIcon(program);
   program.WaitUntilShown(false);
-  Sleep(GetDoubleClickTime());  // two clicks, not a double one
+  Sleep(GetDoubleClickTime());  // two clicks, no double click
   ClickIcon(program);
   program.WaitUntilShown(true);
   Until(L"the shown window in the foreground", [&] { return GetForegroundWindow() == program.Main(); });
   return Ok();
 }
 
-/// While somebody types into another program the icon is pointed at and the report brought up to date.
+/// Neither the pointer over the icon nor an update takes the keyboard from another program.
 Outcome Keyboard(const Stage& stage) {
   const Program program(stage);
   const Typewriter typewriter;
@@ -57,17 +57,17 @@ Outcome Keyboard(const Stage& stage) {
                                      : Failed(L"the keyboard at the other program", NameOf(GetForegroundWindow()));
 }
 
-/// As after a crash of the shell. The message goes to the program alone: the user's others keep their icons.
+/// As after a crash of the shell. Only Tidewell gets the message: other programs keep their icons.
 Outcome NewShell(const Stage& stage) {
   const Program program(stage);
   if (!RemoveIcon(program.About())) {
-    return NotHere(L"the shell lets no other program take the icon away");
+    return NotHere(L"the shell lets no other program remove the icon");
   }
   if (IconStands(program.About())) {
-    return Failed(L"no icon", L"one that was taken away");
+    return Failed(L"no icon after its removal", L"an icon");
   }
   support::Ask(program.About(), RegisterWindowMessageW(L"TaskbarCreated"));
-  return IconStands(program.About()) ? Ok() : Failed(L"the icon again", L"none");  // at once, not with the next minute
+  return IconStands(program.About()) ? Ok() : Failed(L"the icon again", L"none");  // at once, not after a minute
 }
 
 }  // namespace

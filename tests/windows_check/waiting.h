@@ -8,7 +8,7 @@ namespace check {
 
 inline constexpr DWORD kPatience = 20000;  ///< ms; only a failing check waits that long
 
-/// Asks again and again until the condition is true; returns what it was. The check fails if it never is.
+/// Calls the condition until it is true; returns that result. The check fails after kPatience.
 template <class Condition>
 auto Until(const std::wstring& what, Condition condition) {
   const DWORD start = GetTickCount();

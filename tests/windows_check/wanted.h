@@ -16,8 +16,7 @@ struct Report {
   forms::DrawingList drawing;
 };
 
-/// The reports that the portable code makes here for each second from one instant to another, with the zone's offset or
-/// with none, as before the first tick.
+/// Computes the reports for each second of an interval, with the zone's offset, or without, as before the first tick.
 [[nodiscard]] std::vector<Report> ReportsFor(runtime::DateValue from, runtime::DateValue to, bool withOffset = true,
                                              bool southern = false);
 

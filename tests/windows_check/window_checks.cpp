@@ -1,4 +1,4 @@
-// The windows: what stands on them, where, and in what font.
+// The windows: their controls, places and fonts.
 
 #include <optional>
 
@@ -27,7 +27,7 @@ std::wstring Text(const RECT& place) {
          std::to_wstring(place.right - place.left) + L" x " + std::to_wstring(place.bottom - place.top) + L")";
 }
 
-/// The style's bits that the kind of a control decides.
+/// The style bits that follow from a control's description.
 LONG WantedStyle(const ControlDescription& description) {
   const LONG shared = WS_CHILD | (description.visible ? WS_VISIBLE : 0) | (description.enabled ? 0 : WS_DISABLED);
   switch (description.kind) {
@@ -46,12 +46,12 @@ LONG ComparedStyle(const ControlDescription& description, HWND control) {
   constexpr LONG kShared = WS_CHILD | WS_VISIBLE | WS_DISABLED | WS_TABSTOP;
   const LONG kind = description.kind == ControlKind::Label ? SS_TYPEMASK | SS_NOPREFIX : LONG{BS_TYPEMASK};
   const LONG style = GetWindowLongW(control, GWL_STYLE);
-  // The system notes by BS_DEFPUSHBUTTON which button Enter presses.
+  // The system sets BS_DEFPUSHBUTTON on the button that Enter would press.
   const LONG seen = style & (kShared | (description.kind == ControlKind::Frame ? 0 : kind));
   return description.kind == ControlKind::Button ? seen & ~LONG{BS_DEFPUSHBUTTON} : seen;
 }
 
-/// Holds a control to its description; the texts of the report are another check's.
+/// Compares a control with its description. Another check compares the report's texts.
 void WantControl(Facts& facts, HWND parent, const ControlDescription& description, bool itsText) {
   const HWND control = GetDlgItem(parent, description.id);
   const std::wstring name = L"control " + std::to_wstring(description.id) + L": ";
@@ -72,7 +72,7 @@ void WantWindow(Facts& facts, HWND window, const std::wstring& caption, int widt
   facts.Want(L"caption", caption, support::TextOf(window));
   facts.Want(L"accessible name", caption, support::AccessibleName(window).value_or(L""));
   facts.Want(L"topmost", 1, (GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0);
-  // Wine carries this message to no other process.
+  // Under Wine this message does not cross processes.
   facts.Want(L"its icon", 1, support::Ask(window, WM_GETICON, ICON_SMALL).value_or(1) != 0);
   const LONG frame = WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MAXIMIZEBOX;
   facts.Want(L"frame", WS_CAPTION | WS_SYSMENU, GetWindowLongW(window, GWL_STYLE) & frame);
@@ -118,7 +118,7 @@ Outcome AboutBox(const Stage& stage) {
   return facts.Result();
 }
 
-/// Tab goes from the first option to the third, the second being disabled, to "Close" and back.
+/// First option, third option (the second is disabled), "Close", first option.
 Outcome TabOrder(const Stage& stage) {
   const Program program(stage);
   const HWND close = GetDlgItem(program.Main(), mainLayout::kCommand1Description.id);
@@ -132,7 +132,7 @@ Outcome TabOrder(const Stage& stage) {
   return facts.Result();
 }
 
-/// Compares the ink of a shown text with that of the same text in the designed font.
+/// Compares the ink of a shown text with that in the designed font.
 void WantFont(Facts& facts, HWND control, const ControlDescription& description, int from = 0, int border = 0) {
   const std::wstring text = support::TextOf(control);
   const SIZE wanted = InkOfText(text, description.font);
@@ -153,7 +153,7 @@ Outcome Fonts(const Stage& stage) {
   Facts facts;
   for (const ControlDescription& line : mainLayout::kLblMoonDescriptions) {
     const HWND control = GetDlgItem(program.Main(), line.id);
-    if (InkOfText(support::TextOf(control), line.font).cx < client.right) {  // or it is written smaller
+    if (InkOfText(support::TextOf(control), line.font).cx < client.right) {  // otherwise it is shown smaller
       WantFont(facts, control, line);
     }
   }
