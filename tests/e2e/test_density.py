@@ -73,7 +73,6 @@ def test_the_moon_grows_with_its_window(bench, dense, dots):
     program = dense(dots)
     assert program.main().client[2:] == [pixels(3855, dots), pixels(5130, dots)]
     bring_to_front(program)
-    bench.display.save(bench.folders.pictures / f"density-{dots}.png", *program.main().screen)
     assert moon(program, dots) == pytest.approx(lit, abs=0.02)
 
 
@@ -90,10 +89,9 @@ def lines_within(program):
 
 
 @pytest.mark.parametrize("dots", [DESIGNED_FOR, 144])
-def test_a_line_with_long_words_is_shown_in_full(bench, dense, dots):
+def test_a_line_with_long_words_is_shown_in_full(dense, dots):
     program = dense(dots, locale="lt_LT", at=datetime.datetime(2026, 11, 23, 12, 0, 10))
     bring_to_front(program)
-    bench.display.save(bench.folders.pictures / f"density-{dots}-lithuanian.png", *program.main().screen)
     assert "Next New Moon : 09-gruod.-26 12:51 priešpiet" in lines_within(program)
 
 
@@ -121,8 +119,6 @@ def test_the_texts_of_the_about_box_grow_with_it(bench, dense, dots):
 
     designed = texts(dense(DESIGNED_FOR))
     bench.end_programs()
-    program = dense(dots)
-    for was, now in zip(designed, texts(program)):
+    for was, now in zip(designed, texts(dense(dots))):
         for extent in (lambda ink: ink.right - ink.left, lambda ink: ink.bottom - ink.top):
             assert extent(now) == pytest.approx(extent(was) * dots / DESIGNED_FOR, rel=0.1)
-    bench.display.save(bench.folders.pictures / f"density-{dots}-about.png", *program.about().screen)

@@ -124,7 +124,8 @@ def test_a_full_disk_is_reported_and_leaves_the_file_as_it_was(bench, small_disk
     assert (small_disk / "vesk.dat").read_bytes() == b""
 
 
-def kill_while_clicking(bench, start, times):
+@pytest.mark.parametrize("times", [10, pytest.param(200, marks=pytest.mark.long)])
+def test_a_killed_program_leaves_a_whole_file(bench, start, times):
     """Kills the program at random moments during many clicks, and checks the file each time."""
     moments = random.Random(1)
     folder = bench.folder(recorded=False)
@@ -148,12 +149,3 @@ def kill_while_clicking(bench, start, times):
         for option in (RESTORE_IN_TRAY, AUTO_START, SOUTHERN_VIEW):
             assert after[option:option + 2] in (bytes(2), TRUE), "half an option"
         bench.end_programs()
-
-
-def test_a_killed_program_leaves_a_whole_file(bench, start):
-    kill_while_clicking(bench, start, 10)
-
-
-@pytest.mark.long
-def test_a_program_killed_200_times_leaves_a_whole_file(bench, start):
-    kill_while_clicking(bench, start, 200)

@@ -222,10 +222,16 @@ def test_a_silently_lost_icon_is_back_with_the_next_minute(program):
     until(program.display.docked_icons, "icon in the tray")
 
 
-def test_a_late_shell_gets_the_icon_with_the_next_minute(start, bench):
+@pytest.fixture
+def without_shell(start, bench):
+    """A program whose shell is not there yet."""
     folder = bench.folder()
     (folder / "tray-refuses").touch()
-    program = start(folder)
+    return start(folder)
+
+
+def test_a_late_shell_gets_the_icon_with_the_next_minute(without_shell):
+    program = without_shell
     assert program.calls()[0].command == NIM_ADD
     assert not program.calls()[0].succeeded
     assert not program.display.docked_icons()
@@ -236,19 +242,14 @@ def test_a_late_shell_gets_the_icon_with_the_next_minute(start, bench):
     assert (program.calls()[-1].command, program.calls()[-1].succeeded) == (NIM_ADD, True)
 
 
-def test_a_late_shell_that_broadcasts_gets_the_icon_at_once(start, bench):
-    folder = bench.folder()
-    (folder / "tray-refuses").touch()
-    program = start(folder)
-    program.refuse_tray_calls(False)
-    program.driver.broadcast("TaskbarCreated")
-    until(program.display.docked_icons, "icon in the tray")
+def test_a_late_shell_that_broadcasts_gets_the_icon_at_once(without_shell):
+    without_shell.refuse_tray_calls(False)
+    without_shell.driver.broadcast("TaskbarCreated")
+    until(without_shell.display.docked_icons, "icon in the tray")
 
 
-def test_without_a_shell_the_program_still_works(start, bench):
-    folder = bench.folder()
-    (folder / "tray-refuses").touch()
-    program = start(folder)
+def test_without_a_shell_the_program_still_works(without_shell):
+    program = without_shell
     program.clock.advance(minutes=1)
     program.hurry()
     until(lambda: len(program.calls()) >= 4, "more tries")
@@ -259,14 +260,11 @@ def test_without_a_shell_the_program_still_works(start, bench):
     assert program.wait_for_end() == 0
 
 
-def test_without_an_icon_the_window_is_minimised_instead_of_hidden(start, bench):
-    folder = bench.folder()
-    (folder / "tray-refuses").touch()
-    program = start(folder)
-    program.click(RESTORE)
-    program.click("Close")
-    until(lambda: program.main().minimised, "minimised window")
-    assert program.main().shown
+def test_without_an_icon_the_window_is_minimised_instead_of_hidden(without_shell):
+    without_shell.click(RESTORE)
+    without_shell.click("Close")
+    until(lambda: without_shell.main().minimised, "minimised window")
+    assert without_shell.main().shown
 
 
 def test_a_hidden_window_that_loses_its_icon_is_minimised(program):

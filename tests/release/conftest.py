@@ -6,6 +6,7 @@ TIDEWELL_LONG=1 in the environment adds the long tests.
 """
 
 import os
+import re
 import shutil
 import subprocess
 import sys
@@ -96,6 +97,13 @@ def version():
     line = next(line for line in (REPOSITORY / "CMakeLists.txt").read_text().splitlines()
                 if line.startswith("project(Tidewell VERSION "))
     return line.split()[2]
+
+
+@pytest.fixture(scope="session")
+def date(version):
+    """The date of the release, as in CHANGELOG.md."""
+    return re.search(rf"^## {re.escape(version)} \((\d+-\d\d-\d\d)\)$", (REPOSITORY / "CHANGELOG.md").read_text(),
+                     re.MULTILINE)[1]
 
 
 @pytest.fixture(scope="session")

@@ -1,6 +1,5 @@
 """The headers of Tidewell.exe: what it needs of Windows, and which protections it allows."""
 
-import datetime
 import re
 from pathlib import Path
 
@@ -59,12 +58,10 @@ def test_it_holds_no_build_time(image):
     assert image.FILE_HEADER.TimeDateStamp == 0
 
 
-def test_its_version_resource_names_maker_product_version_and_year(image, version):
+def test_its_version_resource_names_maker_product_version_and_year(image, version, date):
     strings = {key.decode(): value.decode() for block in image.FileInfo[0] if block.Key == b"StringFileInfo"
                for table in block.StringTable for key, value in table.entries.items()}
-    year = datetime.date.fromisoformat(re.search(rf"^## {re.escape(version)} \((.+)\)$",
-                                                 (REPOSITORY / "CHANGELOG.md").read_text(), re.MULTILINE)[1]).year
-    owner = f"{year} Quorvane Systems"
+    owner = f"{date[:4]} Quorvane Systems"
     assert strings == {
         "CompanyName": "Quorvane Systems", "FileDescription": "Tidewell: the Moon's phase", "FileVersion": version,
         "InternalName": "Tidewell", "LegalCopyright": f"Copyright © {owner}", "OriginalFilename": "Tidewell.exe",

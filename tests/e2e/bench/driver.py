@@ -93,9 +93,9 @@ class Driver:
         """Posts a registered message, like TaskbarCreated, to all top-level windows."""
         return self.ask("broadcast", name)
 
-    def notify(self, command, hwnd, icon=1):
-        """Shell_NotifyIcon for the icon of any window."""
-        return self.ask("notify", command, hwnd, icon)
+    def notify(self, command, hwnd):
+        """Shell_NotifyIcon for Tidewell's icon, by the window that owns it."""
+        return self.ask("notify", command, hwnd)
 
     def input(self, hwnd):
         """The focus of a window's thread, the foreground window, and in_menu: whether the thread is in a menu."""

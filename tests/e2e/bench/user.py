@@ -28,11 +28,11 @@ def wait_for_main(program, shown):
     until(lambda: program.main().shown == shown, f"main window {'shown' if shown else 'hidden'}")
 
 
-def bring_to_front(program, form="Tidewell"):
-    """Clicks a window's title bar; waits until it has the keyboard."""
-    x, y, width, _ = program.top(form).screen
+def bring_to_front(program):
+    """Clicks the main window's title bar; waits until it has the keyboard."""
+    x, y, width, _ = program.main().screen
     program.display.click(x + width // 2, y + 10)
-    until(lambda: program.foreground() == program.top(form).hwnd, "keyboard")
+    until(lambda: program.foreground() == program.main().hwnd, "keyboard")
 
 
 def focus(program, form="Tidewell"):

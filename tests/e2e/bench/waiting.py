@@ -5,11 +5,7 @@ import time
 BOUND = 60  # seconds; only a failing test waits that long
 
 
-class Timeout(AssertionError):
-    """The condition did not become true in time."""
-
-
-def until(condition, what, bound=BOUND, pause=0.02):
+def until(condition, what, bound=BOUND):
     """Calls condition() until it is true; returns that result."""
     end = time.monotonic() + bound
     while True:
@@ -17,8 +13,8 @@ def until(condition, what, bound=BOUND, pause=0.02):
         if result:
             return result
         if time.monotonic() > end:
-            raise Timeout(f"within {bound} s there was no {what}; last: {result!r}")
-        time.sleep(pause)
+            raise AssertionError(f"within {bound} s there was no {what}; last: {result!r}")
+        time.sleep(0.02)
 
 
 def until_same(look, what):

@@ -9,7 +9,7 @@
 //   post HWND MSG W L         PostMessage
 //   signal HWND MSG W L       SendNotifyMessage, as the shell sends an icon's messages
 //   broadcast NAME            posts the registered message NAME to all top-level windows
-//   notify COMMAND HWND ID    Shell_NotifyIcon for the icon of a window
+//   notify COMMAND HWND       Shell_NotifyIcon for icon 1 of a window
 //   input HWND                the focus of the window's thread, whether it is in a menu, and the foreground window
 //   accessible HWND           MSAA name
 //   tips                      texts of the shown tooltips of every process
@@ -170,7 +170,7 @@ std::string Notify(const Arguments& arguments) {
   NOTIFYICONDATAW icon{};
   icon.cbSize = sizeof icon;
   icon.hWnd = AsWindow(arguments.at(1));
-  icon.uID = static_cast<UINT>(AsNumber(arguments.at(2)));
+  icon.uID = 1;
   return Truth(Shell_NotifyIconW(static_cast<DWORD>(AsNumber(arguments.at(0))), &icon) != FALSE);
 }
 
@@ -397,7 +397,7 @@ const std::map<std::string, Request> kRequests = {
     {"post", {4, HandOver<PostMessageW>}},
     {"signal", {4, HandOver<SendNotifyMessageW>}},
     {"broadcast", {1, Broadcast}},
-    {"notify", {3, Notify}},
+    {"notify", {2, Notify}},
     {"input", {1, Input}},
     {"accessible", {1, Accessible}},
     {"tips", {0, Tips}},
