@@ -26,7 +26,7 @@ MINGW = {
 }
 WINPTHREADS = MINGW | {"licenses": [{"license": {"id": "MIT"}}, {"license": {"id": "BSD-3-Clause"}}]}
 
-# By archive or, for the many import libraries (their jumps into Windows are linked in), by package.
+# By archive, but import libraries by package: only their jumps into Windows are linked in.
 LIBRARIES = {
     "libgcc.a": ("libgcc", GCC),
     "libgcc_eh.a": ("libgcc", GCC),

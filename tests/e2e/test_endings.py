@@ -1,4 +1,4 @@
-"""How the program ends, and how it does not."""
+"""What ends the program, and what does not."""
 
 import pytest
 

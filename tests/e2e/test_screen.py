@@ -7,7 +7,7 @@ from bench.driver import LEFT_UP, RIGHT_UP, SC_MINIMIZE, SC_RESTORE, WM_DISPLAYC
 from bench.user import choose, show_about, wait_for_main
 from bench.waiting import until
 
-ICON = {(0, 0, 128), (255, 255, 0)}  # its night sky and Moon
+ICON = {(0, 0, 128), (255, 255, 0)}  # the night sky and the Moon of the window's icon
 
 
 @pytest.mark.parametrize("column", [LEFT_UP, RIGHT_UP])

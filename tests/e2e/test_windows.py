@@ -63,7 +63,7 @@ def test_the_windows_have_their_sizes_and_are_topmost(program, form, size):
 
 @pytest.mark.parametrize("form", ["Tidewell", "About Moon"])
 def test_every_control_tells_a_screen_reader_its_name(program, form):
-    """It is the shown text. (Wine gives every control the same role.)"""
+    """The name is the shown text. (Wine gives every control the same role.)"""
     show_about(program)
     named = [program.top(form)] + [window for window in program.inside(form) if window.visible and window.text]
     for window in named:

@@ -3,9 +3,9 @@
 //   windows_check [--quick] [--only TEXT] [PROGRAM]
 //
 // PROGRAM is by default the Tidewell.exe beside this file. --only runs the checks whose names contain TEXT. --quick
-// makes fewer updates and skips the quiet minute. The report goes to the screen and into the current folder
-// (tidewell-check.txt), the pictures go there, too (tidewell-*.png). The program runs in a temporary folder. The exit
-// status is 1 if a check failed, otherwise 0. Leave the mouse alone meanwhile.
+// makes fewer updates and skips the quiet minute. The report goes to the screen and to tidewell-check.txt in the
+// current folder, the pictures to tidewell-*.png. The program runs in a temporary folder. The exit status is 1 if a
+// check failed, otherwise 0. Leave the mouse alone meanwhile.
 
 #include <windows.h>
 // These need windows.h first.

@@ -23,8 +23,8 @@ class Clock:
         self.set(at)
 
     def environment(self, preload):
-        """The environment in which a program reads this clock. The library is preloaded by name: LD_PRELOAD splits its
-        value at blanks."""
+        """The environment of a program that reads this clock. It names the library without its folder, since LD_PRELOAD
+        splits its value at blanks."""
         folders = [str(preload.parent), *filter(None, [os.environ.get("LD_LIBRARY_PATH")])]
         return {"LD_PRELOAD": preload.name, "LD_LIBRARY_PATH": ":".join(folders), "TIDEWELL_E2E_CLOCK": str(self.path)}
 
@@ -38,7 +38,7 @@ class Clock:
         struct.pack_into("<I", self._file, 0, self._version)
 
     def advance(self, **time):
-        """Moves the clock by a timedelta, given by its arguments."""
+        """Moves the clock by timedelta(**time)."""
         self.set(self.at + datetime.timedelta(**time))
 
     @property

@@ -19,7 +19,7 @@ from bench.wine import windows_path
 IMAGE = "Tidewell.exe"
 SHELL = "explorer.exe"
 START = datetime.datetime(2024, 2, 28, 12, 0, 10)  # local time; an ordinary day
-READINGS_PER_LOOK = 3  # how often Wine reads its clock when asked once
+READINGS_PER_LOOK = 3  # Wine reads its clock so often for one question
 RESTORE, THIRD, SOUTH = "Restore in System Tray", "Automatically Start at Start-up", "Enable Southern Hemisphere View"
 PICTURE_SIZE = 16
 MAGENTA = (255, 0, 255)
@@ -181,12 +181,12 @@ class Program:
         self.driver.send(box, BM_SETSTATE, 0)
 
     def click(self, text, form="Tidewell"):
-        """Really clicks a control, found by its text."""
+        """Clicks a control, found by its text, with the mouse."""
         x, y, _, height = self.control(text, form).screen
         self.display.click(x + 8, y + height // 2)
 
     def click_close_box(self, form="Tidewell"):
-        """Really clicks the X in the title bar."""
+        """Clicks the X in the title bar with the mouse."""
         x, y, width, _ = self.top(form).screen
         self.display.click(x + width - 13, y + 12)
 
@@ -227,7 +227,7 @@ class Program:
     # ---- clock and report
 
     def local(self, at):
-        """Gives an instant without a zone the program's."""
+        """An instant with a zone: by default the program's."""
         return at if at.tzinfo else at.replace(tzinfo=self.zone)
 
     def hurry(self):
