@@ -107,7 +107,7 @@ class Wine:
 
 @contextlib.contextmanager
 def wine_on_a_screen(folders):
-    """A screen, and a prefix on it, in the folders of a bench; once these are nobody else's."""
+    """A screen with a prefix. Waits until no other run uses these folders."""
     with open(folders.root / "lock", "w") as lock:
         fcntl.flock(lock, fcntl.LOCK_EX)  # two runs in one prefix would see each other's windows
         with contextlib.closing(Display(folders.logs)) as display, contextlib.closing(Wine(folders, display)) as wine:

@@ -1,12 +1,16 @@
-// A shell32.dll that lies beside the program and stands between it and the real one, which lies at C:\real_shell32.dll.
+// A shell32.dll beside the program. It hands each call on to the real one, C:\real_shell32.dll.
 //
-// Each call is appended to the file "tray-calls" beside the program as one entry, laid out the same way in
-// bench/program.py: command, result, the 88 bytes of the caller's record, and the record's icon as 16 x 16 pixels
-// (blue, green, red, 0), drawn on magenta. While there is a file "tray-refuses", the shell is not there: every call
-// fails. While there is a file "tray-clicks", somebody ticks the southern view before the shell has answered, and while
-// there is a file "tray-ends-session", the session ends before it has. Where there is a library "planted.dll" beside
-// the program, it is loaded by its mere name, as the system's libraries load others; if that finds it, a file
-// "planted-loaded" tells. Files "faults" and "scenario": see faults.h and scenario.h.
+// It appends each call to the file "tray-calls" beside the program: command, result, the 88 bytes of the caller's
+// record, and the icon as 16 x 16 pixels (blue, green, red, 0) on magenta. bench/program.py has the same layout.
+//
+// Files beside the program change what it does:
+//
+//   tray-refuses        every call fails, as without a shell
+//   tray-clicks         before it answers, somebody ticks the southern view
+//   tray-ends-session   before it answers, the session ends
+//   planted.dll         it loads this library by its bare name, as the system's libraries load others; if that
+//                       works, it makes the file "planted-loaded"
+//   faults, scenario    see faults.h and scenario.h
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
