@@ -1,10 +1,9 @@
-// What a user sees of the windows: fonts, styles, icons, the cursor, the place, the frame, the text of the lines.
+// How the windows look: fonts, icons, cursor, styles, the frame, the place on the screen.
 
 #include <gtest/gtest.h>
 
 #include <map>
 #include <string>
-#include <vector>
 
 #include "report/frmMoon_layout.h"
 #include "support/shown_frmMoon.h"
@@ -23,7 +22,7 @@ namespace about_layout = tidewell::frmAboutLayout;
 
 struct Font {
   std::wstring face;
-  LONG height;  ///< negative: of the characters, without the space above them
+  LONG height;  ///< negative: the characters' height, without the space above them
   LONG weight;
   bool operator==(const Font&) const = default;
 };
@@ -36,7 +35,7 @@ Font FontOf(HWND control) {
   LOGFONTW font{};
   GetObjectW(reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)), sizeof font, &font);
   EXPECT_FALSE(font.lfItalic || font.lfUnderline || font.lfStrikeOut);
-  EXPECT_EQ(font.lfCharSet, DEFAULT_CHARSET) << "the month names of every locale";
+  EXPECT_EQ(font.lfCharSet, DEFAULT_CHARSET) << "month names come in every script";
   return {.face = font.lfFaceName, .height = font.lfHeight, .weight = font.lfWeight};
 }
 
@@ -52,55 +51,6 @@ class Look : public ShownMoon {
   HWND Check1(int index) { return GetDlgItem(Item(layout::kFrame1), layout::kCheck1 + index); }
   HWND Close() { return Item(layout::kCommand1Description.id); }
   static HWND About() { return FindWindowW(L"TidewellAbout", nullptr); }
-
-  /// The widest text that a line may get in English; all digits are equally wide.
-  static std::wstring WidestText(HWND line) {
-    std::wstring widest;
-    LONG width = 0;
-    const HDC dc = GetDC(line);
-    const HGDIOBJ former = SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageW(line, WM_GETFONT, 0, 0)));
-    for (const std::wstring which : {L"Last", L"Next", L"New"}) {
-      for (const std::wstring phase : {L" Full Moon : 28-", L" New Moon : 28-"}) {
-        for (const std::wstring month :
-             {L"Jan", L"Feb", L"Mar", L"Apr", L"May", L"Jun", L"Jul", L"Aug", L"Sep", L"Oct", L"Nov", L"Dec"}) {
-          for (const std::wstring marker : {L"-28 12:28 AM", L"-28 12:28 PM"}) {
-            const std::wstring text = which + phase + month + marker;
-            SIZE size{};
-            GetTextExtentPoint32W(dc, text.data(), static_cast<int>(text.size()), &size);
-            if (size.cx > width) {
-              width = size.cx;
-              widest = text;
-            }
-          }
-        }
-      }
-    }
-    SelectObject(dc, former);
-    ReleaseDC(line, dc);
-    return widest;
-  }
-
-  /// The column of the first and of the last pixel of a line's text, in the client area of the window.
-  struct Extent {
-    int first, last;
-  };
-  Extent TextExtent(HWND line) {
-    RECT place{};
-    GetWindowRect(line, &place);
-    MapWindowPoints(nullptr, form().hwnd(), reinterpret_cast<POINT*>(&place), 2);
-    RedrawWindow(form().hwnd(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    const WindowPixels pixels(form().hwnd());
-    const COLORREF background = GetSysColor(COLOR_3DFACE);
-    Extent extent = {.first = pixels.Width(), .last = -1};
-    for (int y = place.top; y < place.bottom; ++y) {
-      for (int x = 0; x < pixels.Width(); ++x) {
-        if (pixels.At(x, y) != background) {
-          extent = {.first = std::min(extent.first, x), .last = std::max(extent.last, x)};
-        }
-      }
-    }
-    return extent;
-  }
 };
 
 TEST_F(Look, EveryControlHasItsFont) {
@@ -112,25 +62,13 @@ TEST_F(Look, EveryControlHasItsFont) {
   }
   EXPECT_EQ(FontOf(Close()), kDefaultFont);
   EXPECT_EQ(FontOf(Item(layout::kLabel1)), kDefaultFont);
-  ShowWindow(About(), SW_SHOW);  // which completes it
+  ShowWindow(About(), SW_SHOW);  // which makes its controls
   EXPECT_EQ(FontOf(GetDlgItem(About(), about_layout::kLblTitle)), kTitleFont);
   EXPECT_EQ(FontOf(GetDlgItem(About(), about_layout::kLblDescription)), kDescriptionFont);
   EXPECT_EQ(FontOf(GetDlgItem(About(), about_layout::kCmdOK)), kDefaultFont);
 }
 
-/// The labels begin left of the window's edge: a text that were not centred would be cut off there.
-TEST_F(Look, TheLinesStandInTheMiddleWithNothingCutOff) {
-  const int width = 257;
-  for (int index = 0; index < 4; ++index) {
-    SetWindowTextW(Line(index), WidestText(Line(index)).c_str());
-    const Extent extent = TextExtent(Line(index));
-    EXPECT_GT(extent.first, 0) << index;
-    EXPECT_LT(extent.last, width - 1) << index;
-    EXPECT_NEAR(extent.first, width - 1 - extent.last, 3) << index;
-  }
-}
-
-TEST_F(Look, BothIconsAreOfTheSizesThatTheSystemShows) {
+TEST_F(Look, BothIconsHaveTheSystemsSizes) {
   const auto width = [](WPARAM kind, HWND window) {
     const auto icon = reinterpret_cast<HICON>(SendMessageW(window, WM_GETICON, kind, 0));
     ICONINFO info{};
@@ -184,15 +122,14 @@ TEST_F(Look, TheFrameHasAnEtchedEdge) {
     ASSERT_EQ(frame.At(0, y), shadow) << y;
     ASSERT_EQ(frame.At(1, y), light) << y;
   }
-  // The third box lies over the right edge lower down.
+  // Further down the third box covers the right edge.
   for (int y = 2; y < 30; ++y) {
     ASSERT_EQ(frame.At(right - 1, y), shadow) << y;
     ASSERT_EQ(frame.At(right, y), light) << y;
   }
 }
 
-/// With the background erased, nothing that stood in the window before shows through.
-TEST_F(Look, WhatStoodInTheWindowBeforeIsErased) {
+TEST_F(Look, ItsBackgroundIsErased) {
   const HDC dc = GetDC(form().hwnd());
   const RECT all = {0, 0, 257, 342};
   FillRect(dc, &all, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
@@ -220,7 +157,7 @@ TEST_F(Look, TheTimersTickEverySecond) {
 
 const auto systemParametersInfo = systemParametersInfoSlot;
 
-/// A screen with bars at its left and its top.
+/// A screen with bars at the left and the top.
 BOOL WINAPI WithWorkArea(UINT action, UINT size, void* data, UINT change) {
   if (action != SPI_GETWORKAREA) {
     return systemParametersInfo(action, size, data, change);
@@ -238,7 +175,7 @@ TEST_F(Look, TheWindowsStandInTheMiddleOfTheWorkArea) {
   EXPECT_NEAR(place.top - 101, 701 - place.bottom, 1);
 }
 
-/// The same screen, as the system describes it to whoever gives the size of his record.
+/// The same screen, by the call that demands the size of its record.
 BOOL WINAPI WithBars(HMONITOR /*monitor*/, MONITORINFO* info) {
   if (info->cbSize != sizeof *info) {
     return FALSE;
@@ -255,18 +192,6 @@ TEST_F(Look, AboutStandsInTheMiddleOfTheWorkArea) {
   GetWindowRect(About(), &place);
   EXPECT_NEAR(place.left - 201, 1001 - place.right, 1);
   EXPECT_NEAR(place.top - 101, 701 - place.bottom, 1);
-}
-
-TEST_F(Look, MinimisedAndRestoredTheFocusIsWhereItWas) {
-  SetForegroundWindow(form().hwnd());
-  for (const HWND control : {Check1(2), Close(), Check1(0)}) {
-    SetFocus(control);
-    SendMessageW(form().hwnd(), WM_SYSCOMMAND, SC_MINIMIZE | 2, 0);  // the low bits are the system's own
-    ASSERT_TRUE(IsIconic(form().hwnd()));
-    SendMessageW(form().hwnd(), WM_SYSCOMMAND, SC_RESTORE, 0);
-    ASSERT_FALSE(IsIconic(form().hwnd()));
-    EXPECT_EQ(GetFocus(), control);
-  }
 }
 
 }  // namespace
