@@ -12,8 +12,8 @@
 #include "support/module_test.h"
 #include "support/tsv.h"
 
-// The program against a modern ephemeris, in dynamical time: holds the bounds that docs/accuracy.md publishes. The
-// files of reference values are made by tools/accuracy/accuracy.py.
+// Compares the program with a modern ephemeris, in dynamical time. The bounds are those of docs/accuracy.md.
+// tools/accuracy/accuracy.py makes the reference files.
 
 using support::Near;
 using support::Prints;
@@ -24,7 +24,7 @@ namespace {
 
 using AccuracyTest = support::ModuleTest;
 
-/// Sums up the errors of one quantity and prints their size at the end.
+/// Collects the errors of one quantity and prints their size when it is destroyed.
 class Errors {
  public:
   explicit Errors(const char* quantity) : quantity_(quantity) {}
@@ -52,12 +52,12 @@ double JanuaryFirst(std::int16_t year) {
   return CivilToJulian(year, month, 1);
 }
 
-/// Julian days of the phases that the finder gives, each once.
+/// Julian days of the phases found, each once.
 struct FoundPhases {
   std::set<double> newMoons, movedOnNewMoons, fullMoons;
 };
 
-/// Asks the finder on every day as the report does, from a month before 1900 to the end of 2100.
+/// Runs the finder for every day as the report does, from a month before 1900 to the end of 2100.
 FoundPhases FindOnEveryDay() {
   FoundPhases found;
   double day = JanuaryFirst(1900) - 31;
@@ -66,7 +66,7 @@ FoundPhases FindOnEveryDay() {
     const auto nextYear = static_cast<std::int16_t>(year + 1);
     for (const double nextJanuary = JanuaryFirst(nextYear); day < nextJanuary; ++day) {
       FindPhases(year, day, january);
-      // A New Moon stands behind the Full Moon of its search only when it has been moved on.
+      // A New Moon comes after its Full Moon only if it was moved on.
       (NewMoonJD < FullMoonJD ? found.newMoons : found.movedOnNewMoons).insert(NewMoonJD);
       found.fullMoons.insert(FullMoonJD);
     }
@@ -74,8 +74,8 @@ FoundPhases FindOnEveryDay() {
   return found;
 }
 
-/// Holds the phases found to all phases of 1900 to 2100 in a column of the reference file, and the rms of their errors
-/// to the measured one, in minutes: the last digit of a coefficient shows there, and not in the largest error.
+/// Compares the phases found with a column of the reference file, 1900 to 2100. `rms` is the measured error in minutes:
+/// a changed last digit of a coefficient shows there, but not in the largest error.
 void HoldToReference(const char* quantity, const std::set<double>& found, const support::Tsv& file, const char* column,
                      double rms) {
   Errors errors(quantity);
@@ -84,7 +84,7 @@ void HoldToReference(const char* quantity, const std::set<double>& found, const 
     if (want < JanuaryFirst(1900) || want >= JanuaryFirst(2101)) {
       continue;
     }
-    const auto got = found.lower_bound(want - 14);  // the nearest: two of a kind lie 29 days apart
+    const auto got = found.lower_bound(want - 14);  // the nearest: the next one is 29 days later
     ASSERT_NE(got, found.end()) << quantity << ", lunation " << row.Text("lunation");
     const double minutes = (*got - want) * 1440;
     EXPECT_TRUE(Near(0, minutes, 3.5)) << quantity << ", lunation " << row.Text("lunation");

@@ -38,7 +38,7 @@ TEST(NormalizeAngle, BringsAnglesIntoTheTurn) {
   EXPECT_TRUE(Near(179.75, NormalizeAngle(-540.25), 1e-12));
 }
 
-// The whole degrees go through a division by 360 and back; reducing by subtraction would give the whole number.
+// The whole degrees are divided by 360 and multiplied again. Subtracting turns would leave no rounding.
 TEST(NormalizeAngle, CarriesTheRoundingOfTheDivision) {
   const double n = 485047;
   const double q = n / 360;
@@ -69,7 +69,7 @@ TEST(DegToRad, UsesAPiOfTenDecimals) {
   EXPECT_TRUE(Same(-kTenDecimalPi / 2, DegToRad(-90)));
 }
 
-// The two halves are formed and added before the multiplication: another order of the same steps has other last bits.
+// The two halves are added before the multiplication: any other order changes the last bits.
 TEST(DegToRad, RoundsAsTheSumOfTwoQuotients) {
   int otherLastBits = 0;
   for (int i = 1; i <= 1000; ++i) {

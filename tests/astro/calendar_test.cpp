@@ -38,7 +38,7 @@ void ExpectCivil(int year, int month, int day, int hour, int minute) {
   EXPECT_EQ(CalMinute, minute);
 }
 
-/// The Julian day of 19 August 2003, 0 h.
+/// 19 August 2003, 0 h.
 constexpr double kMidnight = 2452870.5;
 
 }  // namespace
@@ -66,7 +66,7 @@ TEST(CivilToJulian, GivesTheJulianDay) {
   EXPECT_TRUE(Same(2436116.31, JulianDay(1957, 10, 4.81)));
 }
 
-TEST(CivilToJulian, LeavesJanuaryAndFebruaryChangedInTheCallersVariables) {
+TEST(CivilToJulian, ChangesJanuaryAndFebruaryInTheCallersVariables) {
   std::int16_t year = 2000;
   std::int16_t month = 1;
   CivilToJulian(year, month, 1.5);
@@ -86,20 +86,20 @@ TEST(CivilToJulian, LeavesJanuaryAndFebruaryChangedInTheCallersVariables) {
   EXPECT_EQ(month, 3);
 }
 
-TEST(CivilToJulian, HasNoCutOverIn1582) {
+TEST(CivilToJulian, IsGregorianBefore1582Too) {
   EXPECT_TRUE(Same(2299149.5, JulianDay(1582, 10, 4)));
   EXPECT_TRUE(Same(2299160.5, JulianDay(1582, 10, 15)));
 }
 
 TEST(CivilToJulian, RoundsDownBelowTheYearZero) {
-  // Days counted back from 1 March of the year 0: 366 a leap year, none in -100.
+  // Counted back from 1 March of the year 0, a leap year. -100 is none.
   const double march0 = JulianDay(0, 3, 1);
   EXPECT_TRUE(Same(march0 - 366, JulianDay(-1, 3, 1)));
   EXPECT_TRUE(Same(march0 - 36524 - 1, JulianDay(-100, 3, 1)));
   EXPECT_TRUE(Same(march0 - 146097, JulianDay(-400, 3, 1)));
 }
 
-// There is no test for the month either: beyond 14 the formula counts on, 30.6001 days a month.
+// The month is not checked either: beyond 14 the formula goes on with 30.6001 days a month.
 TEST(CivilToJulian, CountsOnBeyondTheLastMonth) { EXPECT_TRUE(Same(3430715.5, JulianDay(2000, 32000, 1))); }
 
 TEST(CivilToJulian, OverflowsWhenTheYearLeaves16BitsAndChangesNothing) {
@@ -136,7 +136,7 @@ TEST_F(JulianToCivilTest, GivesDateAndTime) {
   ExpectCivil(2003, 8, 19, 17, 26);
 }
 
-/// Against the standard library's calendar, each day at 6 h, on the way there and back.
+/// Compares both directions with the standard library's calendar, each day at 6 h.
 TEST_F(JulianToCivilTest, AgreesWithTheGregorianCalendarOnEveryDayFrom1583To2199) {
   using std::chrono::sys_days;
   constexpr double kJulianDayOf1970 = 2440587.5;
@@ -161,7 +161,7 @@ TEST_F(JulianToCivilTest, ReadsDaysBeforeTheReformAsJulianDates) {
   ExpectCivil(1582, 10, 4, 0, 0);
 }
 
-TEST_F(JulianToCivilTest, ShowsTheNextHourWithMinute59CloseBelowAFullHour) {
+TEST_F(JulianToCivilTest, ShowsTheNextHourWithMinute59JustBeforeAFullHour) {
   JulianToCivil(kMidnight + (9 * 60 + 59.9997) / 1440);
   ExpectCivil(2003, 8, 19, 10, 59);
   JulianToCivil(kMidnight + 9.99999 / 24);
@@ -193,14 +193,14 @@ TEST_F(JulianToCivilTest, OverflowLeavesTheVariablesAlone) {
 
 TEST_F(JulianToCivilTest, OverflowOfTheLastWholeDayLeavesTheDateAlone) {
   JulianToCivil(2452871.0);
-  // The whole days fit, one more does not.
+  // The whole days fit, but not one more.
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { JulianToCivil(2147483646.75); }));
   EXPECT_EQ(CalWholeDays, 2147483647);
   EXPECT_TRUE(Same(0.25, CalDayPart));
   ExpectCivil(2003, 8, 19, 12, 0);
 }
 
-// Reference values formed independently and held against exact arithmetic.
+// The reference values are independent and checked by exact arithmetic.
 TEST_F(JulianToCivilTest, AgreesWithTheReferenceFileInBothDirections) {
   const support::Tsv file("julian_days.tsv");
   ASSERT_GE(file.Rows().size(), 300U);

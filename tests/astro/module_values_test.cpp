@@ -20,11 +20,11 @@ using namespace runtime;
 
 namespace {
 
-// Narrow enough to prove that two builds agree: each is held to the same file, and the runtimes' sines differ in their
-// last bits alone. The Moon's series are formed from multiples of few angles, in the file from a sine for each row.
+// Narrow enough to prove that two builds agree with each other: the runtimes' sines differ only in their last bits.
+// The program forms the Moon's series from multiples of four angles, the file from one sine per row.
 constexpr double kAngle = 5e-11;     // degrees
-constexpr double kDay = 1e-9;        // days: two of the last bit of a Julian day
-constexpr double kRelative = 1e-12;  // of the value, or of 1 near 0, for all the rest
+constexpr double kDay = 1e-9;        // days: two units in the last place of a Julian day
+constexpr double kRelative = 1e-12;  // all others: of the value, or of 1 near 0
 
 const std::set<std::string> kAngles = {
     "MoonMeanLongitude",     "MoonMeanAnomaly@Moon",   "MoonElongation",       "MoonArgLatitude",
@@ -44,7 +44,7 @@ const std::set<std::string> kAngles = {
 
 using Values = std::map<std::string, double>;
 
-/// Runs the routines as the report does and keeps each value as the routine left it.
+/// Runs the routines as the report does and keeps each value as its routine left it.
 Values Compute(std::int16_t year, std::int16_t month, double dayFraction, double day) {
   const auto julianDay = [](std::int16_t y, std::int16_t m, double d) { return CivilToJulian(y, m, d); };
   const double jd = julianDay(year, month, dayFraction);
@@ -94,7 +94,7 @@ using ModuleValuesTest = support::ModuleTest;
 
 }  // namespace
 
-// Reference values formed independently, in another language.
+// The reference values come from the independent oracle in Python.
 TEST_F(ModuleValuesTest, AgreeWithTheReferenceFile) {
   const support::Tsv file("module_values.tsv");
   ASSERT_GE(file.Rows().size(), 200U);

@@ -41,7 +41,7 @@ void ExpectPublishedColumns(const std::string& name, const MoonSeries<Rows, Grou
   expectColumn("F", &MoonTerm::F);
 }
 
-/// Numbers of the rows, from 1, that go to the wave without conversion.
+/// The rows, counted from 1, whose argument is not converted to radians.
 template <std::size_t Rows, std::size_t Groups>
 std::vector<std::size_t> UnconvertedRows(const MoonSeries<Rows, Groups>& series) {
   std::vector<std::size_t> rows;
@@ -55,8 +55,8 @@ std::vector<std::size_t> UnconvertedRows(const MoonSeries<Rows, Groups>& series)
 
 enum class RowOrder { Printed, Reversed, NoGroups };
 
-/// Sums a series of waves: each group by itself, the first upon the start, in the printed order or, to see that the
-/// order can be told, in another one.
+/// Adds each group of rows separately (the first starts at `start`), then adds the groups. The other orders show that
+/// the order can be told from the sum.
 template <std::size_t Rows, std::size_t Groups, class Wave>
 double Summed(double start, const MoonSeries<Rows, Groups>& series, Wave wave, RowOrder order) {
   const double T = Centuries;
@@ -83,12 +83,12 @@ double Summed(double start, const MoonSeries<Rows, Groups>& series, Wave wave, R
   return sum;
 }
 
-/// The sums of the three series with a sine or a cosine for each row.
+/// The sums of the three series.
 struct Sums {
   double longitude, latitude, parallax;
 };
 
-/// The sums for the arguments that MoonPosition has left. A wave is called with the row and whether it is a cosine.
+/// Sums the series for the arguments that MoonPosition has left. `wave` gets the row and whether it is a cosine.
 template <class Wave>
 Sums SumsOf(Wave wave, RowOrder order) {
   const auto sine = [&](const MoonTerm& term) { return wave(term, false); };
@@ -102,7 +102,7 @@ Sums SumsOf(Wave wave, RowOrder order) {
       .parallax = Summed(0.950724, kParallaxSeries, cosine, order)};
 }
 
-/// The plain wave: the argument is summed, converted unless the row is not, and goes to the library.
+/// The library's sine or cosine of the summed argument.
 double PlainWave(const MoonTerm& term, bool cosine) {
   const double argument =
       term.D * MoonElongation + term.M * SunMeanAnomaly + term.Mp * MoonMeanAnomaly + term.F * MoonArgLatitude;
@@ -110,7 +110,7 @@ double PlainWave(const MoonTerm& term, bool cosine) {
   return cosine ? std::cos(radians) : std::sin(radians);
 }
 
-/// The wave as the program forms it, from the phasors of the four angles.
+/// The same from the phasors of the four angles, as the program forms it.
 double PhasorWave(const MoonTerm& term, bool cosine) {
   if (term.unconverted) {
     return std::sin(term.D * MoonElongation);
@@ -138,7 +138,7 @@ using MoonSeriesTest = support::ModuleTest;
 
 }  // namespace
 
-// Checksums formed independently from the printed tables.
+// The checksums were formed independently from the printed tables.
 TEST(MoonSeries, ColumnsAreThePublishedOnes) {
   ExpectPublishedColumns("longitude", kLongitudeSeries);
   ExpectPublishedColumns("latitude", kLatitudeSeries);
@@ -157,8 +157,8 @@ TEST(MoonSeries, OnlyRow26OfTheLongitudeIsUnconverted) {
   EXPECT_TRUE(UnconvertedRows(kParallaxSeries).empty());
 }
 
-// A sum in the printed order differs from the program's by the roundings of the waves alone, in another order by those
-// of the additions, too.
+// In the printed order only the roundings of the waves differ from the program's; in another order those of the
+// additions differ, too.
 TEST_F(MoonSeriesTest, AreSummedInThePrintedOrder) {
   std::map<RowOrder, std::array<double, 3>> squares;
   for (int i = 0; i < 2000; ++i) {
@@ -176,7 +176,7 @@ TEST_F(MoonSeriesTest, AreSummedInThePrintedOrder) {
   }
 }
 
-// Against a sine for each row, at 20,000 instants of 1900 to 2100.
+// At 20,000 instants of 1900 to 2100, with a sine for each row.
 TEST_F(MoonSeriesTest, AgreeWithTheirPlainSums) {
   support::LargestDifferences largest;
   for (int i = 0; i < 20'000; ++i) {

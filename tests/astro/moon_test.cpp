@@ -37,8 +37,7 @@ class MoonPositionTest : public support::ModuleTest {
 
 }  // namespace
 
-// Worked by hand with the series of Meeus, Astronomical Formulae for Calculators, ch. 30, and the departures that are
-// kept: JD 2451545.0.
+// Worked by hand after Meeus, Astronomical Formulae for Calculators, ch. 30, with the departures. JD 2451545.0.
 TEST_F(MoonPositionTest, GivesTheWorkedValuesOf2000) {
   Centuries = 1;
   SunPosition(0);
@@ -57,7 +56,7 @@ TEST_F(MoonPositionTest, GivesTheWorkedValuesOf2000) {
   EXPECT_TRUE(Prints(-0.0000576, MoonDeclination, 7));
 }
 
-// As above: JD 2415020.0.
+// Likewise, JD 2415020.0.
 TEST_F(MoonPositionTest, GivesTheWorkedValuesOf1900) {
   ComputeAt(0);
   const double additive = 0.000233 * SinDegrees(51.2) + 0.003964 * std::sin(6.0486) + 0.001964 * SinDegrees(259.183275);
@@ -80,7 +79,7 @@ TEST_F(MoonPositionTest, NeverReadsItsArgument) {
   EXPECT_TRUE(Same(declination, MoonDeclination));
 }
 
-// The T^2 part is subtracted behind the conversion: its 0.0091731 are radians.
+// The T^2 part is subtracted after the conversion, so its 0.0091731 are radians.
 TEST_F(MoonPositionTest, VenusTermTakesItsSquareInRadians) {
   ComputeAt(1);
   const double node = 259.183275 - 1934.142 + 0.002078 + 0.0000022;
@@ -92,7 +91,7 @@ TEST_F(MoonPositionTest, VenusTermTakesItsSquareInRadians) {
   EXPECT_GT(std::fabs(AngleDifference(longitudeWith(DegToRad(479.43 - 0.0091731)), MoonMeanLongitude)), 1e-6);
 }
 
-// Each argument is checked against its polynomial and additive terms, written out here a second time.
+// The polynomials and additive terms are written out here a second time.
 TEST_F(MoonPositionTest, FundamentalArgumentsGetTheirAdditiveTerms) {
   for (const double T : {-1.0, -0.37, 0.0, 0.83, 1.2688, 2.99}) {
     const double T2 = T * T;
@@ -168,7 +167,7 @@ TEST_F(MoonPositionTest, ObliquityIsTheSunsAgain) {
   }
 }
 
-// A tilt of the ecliptic below zero tells whether it is normalised: far in the past, where the polynomial is negative.
+// Far in the past the polynomial is negative: only there does normalising show.
 TEST_F(MoonPositionTest, NormalisesTheObliquity) {
   Centuries = -400;
   SunPosition(0);
@@ -212,7 +211,7 @@ TEST_F(MoonPositionTest, VariablesAssignedBeforeAnErrorKeepTheirNewValues) {
   ComputeAt(1);
   const double longitude = MoonLongitude;
   const double anomaly = SunMeanAnomaly;
-  // The mean longitude does not fit the normalisation any more; the steps before it are done.
+  // Normalising the mean longitude overflows, after the steps before it.
   Centuries = 1e9;
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { MoonPosition(0); }));
   EXPECT_GT(MoonMeanLongitude, 1e14);
@@ -228,9 +227,9 @@ TEST_F(MoonPositionTest, RaisesTheErrorOfAnImpossibleMoment) {
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { MoonPosition(0); }));
 }
 
-// Far beyond every calendar the terms of a polynomial are infinite with opposite signs: the first of them counts, and
-// not the NaN that their sum would be.
-TEST(MoonPosition, OverflowsWhereTermsAreInfiniteWithOppositeSigns) {
+// Far beyond every calendar the terms of a polynomial are infinite with opposite signs. The first one overflows, before
+// their sum becomes a NaN.
+TEST(MoonPosition, OverflowsIfTermsAreInfiniteWithOppositeSigns) {
   for (const double T : {1e103, -1e103, 1e154, -1e154, 1e160, -1e160, 1e300, -1e300}) {
     Centuries = T;
     SunMeanAnomaly = 0;

@@ -23,7 +23,7 @@ std::vector<double> Column(auto member) {
 
 }  // namespace
 
-// Checksums formed independently from the printed table.
+// The checksums were formed independently from the printed table.
 TEST(PhaseSeries, ColumnsAreThePublishedOnes) {
   support::ExpectPublishedColumn("phase", "k", Column(&PhaseTerm::coefficient));
   support::ExpectPublishedColumn("phase", "M", Column(&PhaseTerm::M));
@@ -37,7 +37,7 @@ TEST(PhaseSeries, OnlyTheFirstRowChangesWithTime) {
   EXPECT_EQ(Column(&PhaseTerm::perT), want);
 }
 
-// Kept on purpose, against the print.
+// On purpose, against the print.
 TEST(PhaseSeries, Rows10And12ShareTheirArgument) {
   const PhaseTerm& row10 = kPhaseSeries.at(9);
   const PhaseTerm& row12 = kPhaseSeries.at(11);

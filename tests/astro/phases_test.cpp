@@ -41,7 +41,7 @@ double MoonAnomalyOfLunation(double k) {
   return 306.0253 + 385.81691806 * k + 0.0107306 * T * T + 0.00001236 * T * T * T;
 }
 
-/// The Julian day of lunation k, the thirteen terms written out a second time as they are printed.
+/// The Julian day of lunation k; the thirteen terms are written out a second time, as printed.
 double InstantOfLunation(double k, double sign) {
   const double T = k / 1236.85;
   const double M = NormalizeAngle(SunAnomalyOfLunation(k, sign));
@@ -56,13 +56,13 @@ double InstantOfLunation(double k, double sign) {
          0.0005 * sine(M + 2 * Mp);
 }
 
-/// Holds the anomalies that the last evaluation left. A tolerance of 1e-9 tells the two signs of the T^2 term apart.
+/// Checks the anomalies that the last evaluation left. 1e-9 tells the two signs of the T^2 term apart.
 void ExpectLastLunation(double k, double sign) {
   EXPECT_TRUE(NearAngle(SunAnomalyOfLunation(k, sign), SunMeanAnomaly, 1e-9));
   EXPECT_TRUE(NearAngle(MoonAnomalyOfLunation(k), MoonMeanAnomaly, 1e-8));
 }
 
-/// The lit fraction for elongation and anomalies in degrees.
+/// The lit fraction; elongation and anomalies in degrees.
 double LitFractionFor(double D, double M, double Mp) {
   MoonElongation = D;
   SunMeanAnomaly = M;
@@ -73,8 +73,7 @@ double LitFractionFor(double D, double M, double Mp) {
 
 }  // namespace
 
-// Worked by hand with the formulae of Meeus, Astronomical Formulae for Calculators, ch. 32, and the departures that are
-// kept: 19 August 2003.
+// Worked by hand after Meeus, Astronomical Formulae for Calculators, ch. 32, with the departures. 19 August 2003.
 TEST_F(FindPhasesTest, FindsThePhasesAhead) {
   FindPhases(2003, 2452870.5, kJanuary2003);
   EXPECT_TRUE(Prints(63.0137, YearPercent, 4));
@@ -96,7 +95,7 @@ TEST_F(FindPhasesTest, FindsThePhasesAhead) {
   EXPECT_EQ(CalMinute, 35);
 }
 
-// As above: 29 August 2003. The New Moon of the 27th has passed.
+// Likewise, 29 August 2003: the New Moon of the 27th has passed.
 TEST_F(FindPhasesTest, MovesAPassedNewMoonOneLunationOn) {
   FindPhases(2003, 2452880.5, kJanuary2003);
   EXPECT_TRUE(Prints(2452908.6319, NewMoonJD, 4));
@@ -112,7 +111,7 @@ TEST_F(FindPhasesTest, MovesAPassedNewMoonOneLunationOn) {
   EXPECT_EQ(CalMinute, 9);
 }
 
-// As above: 12 September 2003.
+// Likewise, 12 September 2003.
 TEST_F(FindPhasesTest, TakesTheNearestLunation) {
   FindPhases(2003, 2452894.5, kJanuary2003);
   EXPECT_TRUE(Prints(1282.5626, LunationCount(2003, 2452894.5, kJanuary2003), 4));
@@ -148,7 +147,7 @@ TEST_F(FindPhasesTest, AnExactHalfUsesTheLowerLunation) {
   ExpectLastLunation(986.5, -1);
 }
 
-// 15 June 1850, worked by hand: k is -612.83, and the New Moon nearest to it, -613, has passed five days ago.
+// Worked by hand, 15 June 1850: k is -612.83, and its nearest New Moon, -613, was five days ago.
 TEST_F(FindPhasesTest, CountsTheLunationsBefore1900Downward) {
   constexpr double kJune15 = 2396923.5;
   constexpr double kJanuary1850 = 2396758.5;
@@ -158,7 +157,7 @@ TEST_F(FindPhasesTest, CountsTheLunationsBefore1900Downward) {
   EXPECT_TRUE(Near(2396933, FullMoonJD, 1));
 }
 
-// From a year that seems to be 20 days younger: the Full Moon of 10 September has passed on the 12th.
+// 1 January is given 20 days too late: on the 12th the finder gives the Full Moon of 10 September, which has passed.
 TEST_F(FindPhasesTest, LeavesAPassedFullMoonInThePast) {
   const double jd = 2452894.5;
   FindPhases(2003, jd, kJanuary2003 + 20);
@@ -198,7 +197,7 @@ TEST_F(FindPhasesTest, InstantsFollowThePrintedFormulaOverTheAges) {
       const bool newMoonHasPassed = InstantOfLunation(k, -1) < jd;
       const double newMoon = newMoonHasPassed ? InstantOfLunation(k + 1, +1) : InstantOfLunation(k, -1);
       const double fullMoon = InstantOfLunation(k + 0.5, -1);
-      // Some last bits of a Julian day of that size, and of angles of 100 million degrees.
+      // A few last bits of such a Julian day, and of angles of 100 million degrees.
       const double tolerance = 1e-8;
       EXPECT_TRUE(Near(newMoon, NewMoonJD, tolerance)) << year << ", day " << day;
       EXPECT_TRUE(Near(fullMoon, FullMoonJD, tolerance)) << year << ", day " << day;
@@ -215,7 +214,7 @@ TEST_F(FindPhasesTest, EveryYearHas365Days) {
   EXPECT_TRUE(Same(0, YearPercent));
 }
 
-// The flag compares the distances from the reference day: on one so far away that both round to the same it stays 0.
+// The flag compares the distances from the reference day. Far away both round to the same number: the flag is 0.
 TEST_F(FindPhasesTest, EqualDistancesAreNotWaning) {
   FindPhases(2003, 1e25, 1e25);
   EXPECT_TRUE(Same(NewMoonJD - 1e25, FullMoonJD - 1e25));
@@ -237,7 +236,7 @@ TEST_F(FindPhasesTest, GivesTheLitFraction) {
   EXPECT_TRUE(Near(1, LitFractionFor(180 + 360 * 1234, 0, 0), 1e-15));
 }
 
-// Each term by itself, at an angle where it is the largest.
+// Each term separately, at the angle of its largest value.
 TEST_F(FindPhasesTest, LitFractionHasItsSevenTerms) {
   const auto want = [](double i) { return (1 + std::cos(DegToRad(i))) / 2; };
   const auto sine = [](double degrees) { return std::sin(DegToRad(degrees)); };

@@ -28,8 +28,7 @@ class SunPositionTest : public support::ModuleTest {
 
 }  // namespace
 
-// Worked by hand with the formulae of Meeus, Astronomical Formulae for Calculators, ch. 18, and the departures that are
-// kept: JD 2415020.0.
+// Worked by hand after Meeus, Astronomical Formulae for Calculators, ch. 18, with the departures. JD 2415020.0.
 TEST_F(SunPositionTest, GivesTheWorkedValuesOf1900) {
   ComputeAt(0);
   EXPECT_TRUE(Same(279.69668, SunMeanLongitude));
@@ -44,7 +43,7 @@ TEST_F(SunPositionTest, GivesTheWorkedValuesOf1900) {
   EXPECT_TRUE(Prints(-0.0001195, SunDeclination, 7));
 }
 
-// As above: JD 2451545.0.
+// Likewise, JD 2451545.0.
 TEST_F(SunPositionTest, GivesTheWorkedValuesOf2000) {
   ComputeAt(1);
   EXPECT_TRUE(Prints(280.465902, SunMeanLongitude, 6));
@@ -86,10 +85,10 @@ TEST_F(SunPositionTest, LeavesTrueLongitudeAndTrueAnomalyBeyondTheTurn) {
     anomalyBelow = anomalyBelow || SunTrueAnomaly < 0 || SunTrueAnomaly > 360;
   }
   EXPECT_TRUE(longitudeBeyond);
-  EXPECT_FALSE(anomalyBelow) << "near the end of the turn the equation of the centre leads back into it";
+  EXPECT_FALSE(anomalyBelow) << "at the end of the turn the equation of the centre is negative";
 }
 
-TEST_F(SunPositionTest, ApparentLongitudeLiesTheAberrationAndNutationBehind) {
+TEST_F(SunPositionTest, ApparentLongitudeIsLessByAberrationAndNutation) {
   for (int i = 0; i < 396; ++i) {
     const double T = -1 + 0.0101 * i;
     ComputeAt(T);
@@ -101,9 +100,8 @@ TEST_F(SunPositionTest, ApparentLongitudeLiesTheAberrationAndNutationBehind) {
   }
 }
 
-// The quadrant is taken from the cosine of the number of degrees as if it were radians, which has nothing to do with
-// the quadrant of the longitude.
-TEST_F(SunPositionTest, RightAscensionGets180WhereTheCosineOfTheNumberIsNegative) {
+// The cosine takes the number of degrees as radians: it says nothing about the quadrant of the longitude.
+TEST_F(SunPositionTest, RightAscensionGets180IfTheCosineOfTheNumberIsNegative) {
   int with180 = 0;
   int againstTheQuadrant = 0;
   for (int day = 0; day < 366; ++day) {
@@ -134,7 +132,7 @@ TEST_F(SunPositionTest, VariablesAssignedBeforeAnErrorKeepTheirNewValues) {
   ComputeAt(1);
   const double anomaly = SunMeanAnomaly;
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { ComputeAt(1e60); }));
-  // The raw longitude stands, normalising it failed.
+  // Normalising failed: the raw longitude stays.
   EXPECT_TRUE(Same(279.69668 + 36000.76892 * 1e60 + 0.0003025 * std::pow(1e60, 2), SunMeanLongitude));
   EXPECT_TRUE(Same(anomaly, SunMeanAnomaly));
 }

@@ -1,5 +1,5 @@
-// A longitude whose cosine is exactly 0. No double has one: the test binary is linked with --wrap=cos, which leads each
-// call of cos here, and this one answers 0 for one chosen argument.
+// A longitude whose cosine is exactly 0. No double has one, so --wrap=cos leads every call of cos here, and this cos
+// returns 0 for one chosen argument.
 
 #include <gtest/gtest.h>
 

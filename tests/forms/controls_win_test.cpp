@@ -13,7 +13,7 @@ namespace {
 
 const auto theSystems = getDeviceCapsSlot;
 
-/// A screen of 120 by 144 pixels an inch.
+/// A screen of 120 by 144 dpi.
 int WINAPI OfAFineScreen(HDC dc, int what) {
   return what == LOGPIXELSX ? 120 : what == LOGPIXELSY ? 144 : theSystems(dc, what);
 }
@@ -40,7 +40,7 @@ TEST(Control, StandsWhereTheScreensResolutionPutsIt) {
   DestroyWindow(parent);
 }
 
-TEST(Control, HasAFontThatGrowsNoMoreThanItsPlace) {
+TEST(Control, HasAFontThatGrowsNoFasterThanTheControl) {
   const SystemStandIn standIn(getDeviceCapsSlot, &OfAFineScreen);
   const forms::FontDescription description = {
       .face = L"Pixels", .points = 8.25, .bold = false, .scalable = L"Outlines"};
@@ -50,8 +50,8 @@ TEST(Control, HasAFontThatGrowsNoMoreThanItsPlace) {
   EXPECT_STREQ(font.lfFaceName, L"Outlines");
 }
 
-/// The size is rounded by itself: controls of one size are equally large wherever they stand.
-TEST(Control, IsAsLargeAsItsSizeSays) {
+/// The size is rounded on its own, so that controls of one size are equally large everywhere.
+TEST(Control, HasItsSizeAtEveryPlace) {
   const RECT place = forms::ToPixels({7, 8, 22, 23}, {.x = 15, .y = 15});
   EXPECT_EQ(place.left, 0);
   EXPECT_EQ(place.top, 1);
@@ -59,7 +59,7 @@ TEST(Control, IsAsLargeAsItsSizeSays) {
   EXPECT_EQ(place.bottom, 1 + 2);
 }
 
-TEST(Control, ThatTheSystemRefusesIsAnError) {
+TEST(Control, RefusedByTheSystemIsAnError) {
   const forms::ControlDescription label = {.kind = forms::ControlKind::Label, .id = 1, .caption = L"", .place = {}};
   // A child without a parent.
   EXPECT_TRUE(support::Raises(runtime::ErrorNumber::OutOfMemory, [&] { forms::Control(label, nullptr); }));

@@ -28,8 +28,8 @@ TEST(DrawingList, CircleIsOutlinedAndFilled) {
 
 TEST(DrawingList, TransparentCircleHasNoFill) { EXPECT_EQ(Drawn(1, FillStyle::Transparent).fill, std::nullopt); }
 
-// Black is the number 0.
-TEST(DrawingList, ACircleWithoutAFillIsNoneFilledInBlack) {
+// Black is 0, which must not mean "no fill".
+TEST(DrawingList, NoFillAndABlackFillDiffer) {
   Ellipse black = Drawn(1);
   black.fill = 0;
   EXPECT_NE(black, Drawn(1, FillStyle::Transparent));
@@ -50,7 +50,7 @@ TEST(DrawingList, RadiusIsTheLargerHalfAxis) {
   EXPECT_EQ(Drawn(0.5).halfWidth, 65);
 }
 
-TEST(DrawingList, OfANegativeAspectTheMagnitudeCounts) {
+TEST(DrawingList, UsesTheMagnitudeOfANegativeAspect) {
   EXPECT_EQ(Drawn(-2), Drawn(2));
   EXPECT_EQ(Drawn(-0.5), Drawn(0.5));
 }
@@ -78,14 +78,14 @@ TEST(DrawingList, ClsForgetsPrimitivesButKeepsTheStyles) {
   EXPECT_EQ(std::get<Ellipse>(list.Primitives().at(0)).fill, 7U);
 }
 
-TEST(OnScreen, AnEllipseCoversThePixelsOfItsOutline) {
+TEST(OnScreen, AnEllipseIncludesThePixelsOfItsOutline) {
   EXPECT_EQ(OnScreen(Drawn(1), {}).box, (Box{.left = 60, .top = 20, .right = 191, .bottom = 151}));
   EXPECT_EQ(OnScreen(Drawn(50000), {}).box, (Box{.left = 125, .top = 20, .right = 126, .bottom = 151}));
   EXPECT_EQ(OnScreen(Drawn(2), {}).box, (Box{.left = 93, .top = 20, .right = 159, .bottom = 151}));
 }
 
 TEST(OnScreen, AnEllipseIsScaledBeforeItIsRounded) {
-  // Half-axes of 32.5 and 65 pixels around the middle of pixel (125, 85); edges are 33 and 65.5 from it.
+  // Half-axes of 32.5 and 65 around the middle of pixel (125, 85): the edges are 33 and 65.5 away from it.
   EXPECT_EQ(OnScreen(Drawn(2), {.x = 1.25, .y = 1.25}).box, (Box{.left = 116, .top = 25, .right = 198, .bottom = 189}));
   EXPECT_EQ(OnScreen(Drawn(2), {.x = 1.5, .y = 1.5}).box, (Box{.left = 139, .top = 30, .right = 238, .bottom = 227}));
   EXPECT_EQ(OnScreen(Drawn(2), {.x = 2, .y = 2}).box, (Box{.left = 185, .top = 40, .right = 317, .bottom = 302}));
@@ -106,7 +106,7 @@ TEST(OnScreen, APieIsCutStraightAtAnyScale) {
             (Shape{.box = half.box, .outline = 9, .fill = 9, .radials = Radials{.from = half.from, .to = half.to}}));
   for (const double scale : {1.25, 1.5, 2.0}) {
     const Shape shape = OnScreen(half, {.x = scale, .y = scale});
-    EXPECT_EQ(shape.box, OnScreen(Drawn(1), {.x = scale, .y = scale}).box) << "that of the disc";
+    EXPECT_EQ(shape.box, OnScreen(Drawn(1), {.x = scale, .y = scale}).box) << "the disc's own box";
     const int middle = (shape.box.left + shape.box.right) / 2;
     EXPECT_EQ(shape.radials.value().from.x, middle);
     EXPECT_EQ(shape.radials.value().to.x, middle);

@@ -12,9 +12,9 @@ extern "C" decltype(&ShowWindow) showWindowSlot asm("__imp__ShowWindow@8");
 namespace {
 
 decltype(&ShowWindow) systemsShowWindow = nullptr;
-std::optional<int> wish;  ///< of whoever started the program
+std::optional<int> wish;  ///< the show command that the program was started with
 
-/// Windows' own: the first call heeds the wish instead of its command.
+/// Windows does this: the first call follows the wish instead of its own command.
 BOOL WINAPI HeedTheWish(HWND window, int command) {
   const int heeded = wish.value_or(command);
   wish.reset();
@@ -29,7 +29,7 @@ class ShowInForeground : public testing::TestWithParam<int> {
                                        nullptr, nullptr, nullptr, nullptr);
 };
 
-/// A start that asked for no window, whose first window the user wants to see later.
+/// After a start that asked for no window, when the user asks for the window.
 TEST_P(ShowInForeground, ShowsTheFirstWindowWhateverTheStartAskedFor) {
   systemsShowWindow = showWindowSlot;
   wish = GetParam();

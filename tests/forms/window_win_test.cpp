@@ -15,7 +15,7 @@ class Plain : public forms::Window<Plain> {
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) { return DefaultHandling(message, wParam, lParam); }
 };
 
-TEST(Window, ThatTheSystemRefusesIsAnError) {
+TEST(Window, RefusedByTheSystemIsAnError) {
   Plain orphan;
   try {
     orphan.Load(WS_CHILD);  // a child without a parent
@@ -26,7 +26,7 @@ TEST(Window, ThatTheSystemRefusesIsAnError) {
   EXPECT_EQ(orphan.hwnd(), nullptr);
 }
 
-TEST(Window, ThatWasDestroyedIsNone) {
+TEST(Window, HasNoHandleAfterItWasDestroyed) {
   Plain window;
   window.Load(WS_POPUP);
   ASSERT_NE(window.hwnd(), nullptr);

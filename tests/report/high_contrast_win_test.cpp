@@ -1,4 +1,4 @@
-// The picture in high contrast, on the real main window.
+// The picture in high contrast, in the real main window.
 
 #include <gtest/gtest.h>
 
@@ -21,7 +21,7 @@ constexpr COLORREF kBlack = 0;
 bool highContrast = false;
 const auto theSystems = systemParametersInfoSlot;
 
-/// The system, with the high contrast of the test: Wine has none.
+/// The high contrast that the test wants: Wine has none.
 BOOL WINAPI WithHighContrast(UINT action, UINT size, void* data, UINT change) {
   if (action != SPI_GETHIGHCONTRAST) {
     return theSystems(action, size, data, change);
@@ -38,7 +38,7 @@ class HighContrast : public ShownMoon {
  protected:
   ~HighContrast() override { SetSysColors(kElements.size(), kElements.data(), before_.data()); }
 
-  /// Chooses the colours of windows and of their text, and whether that is high contrast.
+  /// Sets the colours of windows and their text, and whether high contrast is on.
   static void Choose(bool contrast, COLORREF face, COLORREF text) {
     highContrast = contrast;
     const std::array<COLORREF, 2> colours = {face, text};
@@ -50,7 +50,7 @@ class HighContrast : public ShownMoon {
     return WindowPixels(form().hwnd());
   }
 
-  /// The pixels of the picture that have another colour than in the same colours without high contrast.
+  /// The number of pixels that high contrast changes in these colours.
   int Ring(COLORREF face, COLORREF text) {
     Choose(false, face, text);
     const WindowPixels without = Painted();
@@ -85,7 +85,7 @@ TEST_F(HighContrast, ARingStandsOutsideTheRimOnBlack) {
       ++ring;
       ASSERT_EQ(with.At(x, y), kYellow);
       ASSERT_NEAR(std::hypot(x - 125, y - 85), 66, 1) << x << ", " << y;
-      ASSERT_EQ(without.At(x, y), kBlack) << "the picture itself is as ever";
+      ASSERT_EQ(without.At(x, y), kBlack) << "the ring covers nothing of the picture";
     }
   }
   constexpr double kPixelsOfAnUnbrokenThinRing = 66 * 4 * std::numbers::sqrt2;
@@ -108,7 +108,7 @@ TEST_F(HighContrast, TheRingIsThereOnDarkBackgroundsAlone) {
   EXPECT_EQ(Ring(RGB(0x59, 0x59, 0x59), kWhite), 0);
 }
 
-TEST_F(HighContrast, ItComesAndGoesWithTheSystemsNotices) {
+TEST_F(HighContrast, ItComesAndGoesWithTheSystemsMessages) {
   Choose(false, kBlack, kYellow);
   Painted();
   for (const UINT notice : {WM_SYSCOLORCHANGE, WM_SETTINGCHANGE}) {

@@ -1,4 +1,4 @@
-// The font of the lines in every locale: that of the design, but where a line would be wider than the window.
+// The font of the lines in every locale: a line too wide for the window gets a smaller one.
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ extern "C" decltype(&GetTextExtentPoint32W) getTextExtentSlot asm("__imp__GetTex
 
 namespace {
 
-constexpr int kRoom = 253;  // the window's 257 pixels but for a margin of 2 on either side
+constexpr int kRoom = 253;  // the window's 257 pixels without 2 on either side
 constexpr int kDesignHeight = 13;
 
 const std::wstring kShort = L"Next New Moon : 09-Dec-26 12:51 AM";
@@ -107,7 +107,7 @@ class LineFonts : public ShownMoon {
 
   int Height() { return -Font().lfHeight; }
 
-  /// The width of a text in the label's font, but of a height.
+  /// The width of a text in the label's font at a height.
   int Width(const std::wstring& text, int height) {
     LOGFONTW logical = Font();
     logical.lfHeight = -height;
@@ -123,8 +123,8 @@ class LineFonts : public ShownMoon {
   }
 };
 
-TEST_F(LineFonts, InEveryLocaleALineFitsInTheLargestSize) {
-  form().Hide();  // which spares the time to paint it
+TEST_F(LineFonts, InEveryLocaleALineHasTheLargestSizeThatFits) {
+  form().Hide();  // painting would take time
   std::size_t smaller = 0;
   const std::set<std::wstring> lines = AllLines();
   for (const std::wstring& line : lines) {
@@ -146,7 +146,7 @@ TEST_F(LineFonts, InEveryLocaleALineFitsInTheLargestSize) {
   std::cout << "  " << smaller << " of " << lines.size() << " lines are written smaller\n";
 }
 
-TEST_F(LineFonts, InEnglishItIsThatOfTheDesign) {
+TEST_F(LineFonts, InEnglishItIsTheDesignsOwn) {
   std::set<std::wstring> lines;
   AddLines({}, lines);
   for (const std::wstring& line : lines) {
@@ -155,7 +155,7 @@ TEST_F(LineFonts, InEnglishItIsThatOfTheDesign) {
   }
 }
 
-TEST_F(LineFonts, ALineThatFitsAgainHasTheFontOfTheDesign) {
+TEST_F(LineFonts, ALineThatFitsAgainGetsTheDesignsFont) {
   Write(kShort);
   const LRESULT design = SendMessageW(Label(), WM_GETFONT, 0, 0);
   EXPECT_EQ(Height(), kDesignHeight);
@@ -173,7 +173,7 @@ TEST_F(LineFonts, TheOthersKeepTheirs) {
   EXPECT_EQ(font.lfHeight, -kDesignHeight);
 }
 
-TEST_F(LineFonts, NoneIsLeftBehind) {
+TEST_F(LineFonts, NoneLeaks) {
   const SystemStandIn create(createFontIndirectSlot, &CountFont);
   const SystemStandIn remove(deleteObjectSlot, &CountDeletion);
   madeFonts = deletedFonts = 0;
@@ -186,7 +186,7 @@ TEST_F(LineFonts, NoneIsLeftBehind) {
   EXPECT_EQ(madeFonts, deletedFonts);
 }
 
-TEST_F(LineFonts, WhatTheSystemRefusesIsFittedWithTheNextReport) {
+TEST_F(LineFonts, AFontThatTheSystemRefusedIsMadeForTheNextReport) {
   const SystemStandIn create(createFontIndirectSlot, &CountFont);
   const SystemStandIn measure(getTextExtentSlot, &Measure);
   for (bool* const refuse : {&refuseFonts, &refuseToMeasure}) {

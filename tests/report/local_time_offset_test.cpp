@@ -38,7 +38,7 @@ class LocalTimeOffsetTest : public support::ModuleTest {
 
 TEST_F(LocalTimeOffsetTest, IgnoresDaylightSavingFromTheStart) { EXPECT_EQ(kAtTheStart, False); }
 
-TEST_F(LocalTimeOffsetTest, IsUniversalTimeUntilTheSystemsReaderIsThere) {
+TEST_F(LocalTimeOffsetTest, IsUniversalTimeUntilTheStartSetsTheReader) {
   support::ResetModule();
   EXPECT_EQ(LocalTimeOffset(), 0);
 }
@@ -83,7 +83,7 @@ TEST_F(LocalTimeOffsetTest, OverflowsWhenTheBiasesLeave32Bits) {
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { LocalTimeOffset(); }));
   zone = {.Result = kDaylight, .Bias = kLowest, .StandardBias = 0, .DaylightBias = -1};
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { LocalTimeOffset(); }));
-  // The sum itself fits, its negative does not.
+  // The sum fits, but not its negative.
   zone = {.Result = kDaylight, .Bias = kLowest + 1, .StandardBias = 0, .DaylightBias = -1};
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { LocalTimeOffset(); }));
 }

@@ -1,4 +1,4 @@
-// The phase picture held to the geometry of its primitives, pixel by pixel, on the real main window.
+// Compares each pixel of the phase picture with the geometry of its primitives, in the real main window.
 
 #include <gtest/gtest.h>
 
@@ -30,8 +30,8 @@ unsigned ColourOf(COLORREF colour) {
   return colour == 0xFFFFFF ? kWhite : colour == 0 ? kBlack : colour == GetSysColor(COLOR_3DFACE) ? kFace : kOther;
 }
 
-/// The pixels of a row, by their distance from the middle, that lie surely inside an ellipse and possibly inside it
-/// when its edge, a pen of one pixel, may run a pixel beside its place.
+/// How far from the middle a row's pixels are surely inside an ellipse, and how far they may be. Its edge is one pixel
+/// wide and may run one pixel off.
 struct Reach {
   double inner, outer;
 };
@@ -54,7 +54,7 @@ Reach ReachOf(double halfWidth, double halfHeight, int row) {
   return reach;
 }
 
-/// The colours that the pixels of a row of the disc may have.
+/// The colours that each pixel in a row of the disc may have.
 class Row {
  public:
   explicit Row(int y) : y_(y) { colours_.fill(kFace); }
@@ -96,7 +96,7 @@ class Row {
 
 class PictureGeometry : public ShownMoon {
  protected:
-  /// Paints the window and looks at its pixels above the labels.
+  /// Paints the window and checks its pixels above the labels.
   void Look() {
     const std::vector<forms::Primitive> primitives = form().Drawing().Primitives();
     UpdateWindow(form().hwnd());
@@ -117,13 +117,13 @@ class PictureGeometry : public ShownMoon {
         }
       }
     }
-    EXPECT_EQ(wrong, 0) << "pixels with colours that they must not have";
+    EXPECT_EQ(wrong, 0) << "pixels of a wrong colour";
     EXPECT_EQ(stray, 0) << "pixels outside the square of the disc";
     EXPECT_EQ(GapsInTheRim(pixels), 0);
   }
 
  private:
-  /// The directions in which no black pixel lies within a pixel of the rim.
+  /// The number of directions without a black pixel within a pixel of the rim.
   static int GapsInTheRim(const WindowPixels& pixels) {
     constexpr int kDirections = 720;
     int gaps = 0;
@@ -166,8 +166,8 @@ BOOL WINAPI LookAtTheEllipse(HDC dc, int left, int top, int right, int bottom) {
   return theSystems(dc, left, top, right, bottom);
 }
 
-/// Wine paints stray pixels for an ellipse that is few pixels wide, within its box and beside it, and not always the
-/// same ones: such a one is not left to the system, and no other gets beyond its box.
+/// For an ellipse a few pixels wide Wine paints stray pixels, also beside its box, and not always the same ones. The
+/// program draws such an ellipse itself and clips any other to its box.
 TEST_F(PictureGeometry, HoldsAroundTheQuarters) {
   const SystemStandIn standIn(ellipseSlot, &LookAtTheEllipse);
   for (int thousandth = 450; thousandth <= 550; ++thousandth) {

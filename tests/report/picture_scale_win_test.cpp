@@ -1,4 +1,4 @@
-// The phase picture on a screen of 192 pixels to the inch, on the real main window.
+// The phase picture at 192 dpi, in the real main window.
 
 #include <gtest/gtest.h>
 
@@ -34,7 +34,7 @@ BOOL WINAPI InHighContrast(UINT action, UINT size, void* data, UINT change) {
   return TRUE;
 }
 
-/// Refuses the ellipses that widen an outline.
+/// Refuses the smaller ellipses that widen an outline inwards.
 BOOL WINAPI RefuseSmallerEllipses(HDC dc, int left, int top, int right, int bottom) {
   return (right - left) % 2 == 0 ? ellipse(dc, left, top, right, bottom) : FALSE;
 }
@@ -43,8 +43,8 @@ class PictureScale : public ShownMoon {
  protected:
   PictureScale() { Load(); }
 
-  /// Draws for a dark fraction and returns the first pixels of the row through the centre of the disc: # for black, .
-  /// for white, O for the ring of high contrast, a blank for the window.
+  /// Draws a dark fraction. Returns the first pixels of the row through the disc's centre: # black, . white, O the ring
+  /// of high contrast, blank the window.
   std::string Edge(double p) {
     double fraction = 1 - p;
     std::int16_t waning = 0;
@@ -67,7 +67,7 @@ class PictureScale : public ShownMoon {
 
 TEST_F(PictureScale, TheRimIsTwiceAsWide) { EXPECT_EQ(Edge(0), "    ##......"); }
 
-TEST_F(PictureScale, SoIsTheRingOfHighContrast) {
+TEST_F(PictureScale, TheRingOfHighContrastIsTwiceAsWide) {
   const SystemStandIn standIn(systemParametersInfoSlot, &InHighContrast);
   const std::array<INT, 2> elements = {COLOR_3DFACE, COLOR_WINDOWTEXT};
   const std::array<COLORREF, 2> before = {GetSysColor(COLOR_3DFACE), GetSysColor(COLOR_WINDOWTEXT)};
@@ -78,8 +78,7 @@ TEST_F(PictureScale, SoIsTheRingOfHighContrast) {
   EXPECT_EQ(edge, "  OO##......");
 }
 
-/// Whenever the pixels of this screen change, which is oftener than those of a coarse one, all of the picture is
-/// painted.
+/// On such a screen the picture's pixels change more often than at 96 dpi.
 TEST_F(PictureScale, ANewPictureIsPaintedWhole) {
   const runtime::DateValue start = now;
   for (int halfHour = 1; halfHour <= 48; ++halfHour) {
@@ -93,7 +92,7 @@ TEST_F(PictureScale, ANewPictureIsPaintedWhole) {
   now = start;
 }
 
-TEST_F(PictureScale, AnOutlineThatIsNotWidenedIsNotWhole) {
+TEST_F(PictureScale, AnOutlineThatIsNotWidenedIsReported) {
   Edge(0);
   const HDC pixel = CreateCompatibleDC(nullptr);
   EXPECT_TRUE(forms::Replay(pixel, form().Drawing(), {.x = 2, .y = 2}));

@@ -1,4 +1,4 @@
-// What the main window shows when the system refuses to paint: it is whole again at the next tick, in the same minute.
+// If the system refuses to paint, the main window is whole again at the next tick, in the same minute.
 
 #include <gtest/gtest.h>
 
@@ -21,13 +21,13 @@ extern "C" decltype(&SetDCPenColor) setDCPenColorSlot asm("__imp__SetDCPenColor@
 
 namespace {
 
-/// How many calls are let through before one is refused; below 0 none is.
+/// The number of calls that succeed before one is refused. Below 0 none is.
 int calls = -1;
 
 template <auto& Slot, auto Answer>
 struct Refusing;
 
-/// A function of the system that refuses the call whose turn it is.
+/// A system function that refuses the call whose turn it is.
 template <class Result, class... Arguments, Result(WINAPI*& Slot)(Arguments...), auto Answer>
 struct Refusing<Slot, Answer> {
   static inline const auto system = Slot;
@@ -43,7 +43,7 @@ BOOL WINAPI RefuseToInvalidate(HWND, const RECT*, BOOL) { return FALSE; }
 class RefusedPainting : public ShownMoon {
  protected:
   RefusedPainting() {
-    // A Moon just past the quarter: its terminator is drawn row by row.
+    // Just after the quarter the terminator is drawn row by row.
     SendMessageW(form().hwnd(), WM_TIMER, 1, 0);
     double fraction = 0.51;
     std::int16_t waning = 0;
@@ -60,14 +60,14 @@ class RefusedPainting : public ShownMoon {
     return Painted();
   }
 
-  /// Paints what is to be painted.
+  /// Paints what is invalid.
   WindowPixels Painted() {
     UpdateWindow(form().hwnd());
     UpdateWindow(GetDlgItem(form().hwnd(), tidewell::frmMoonLayout::kFrame1));
     return WindowPixels(form().hwnd());
   }
 
-  /// Refuses each of the calls that one painting makes of a function, one painting after the other.
+  /// Refuses each call that one painting makes to a function, one painting after another.
   template <auto& Slot, auto Answer>
   void RefuseEach() {
     const WindowPixels whole = PaintedOverBlack();
@@ -80,7 +80,7 @@ class RefusedPainting : public ShownMoon {
       if (calls >= 0) {
         break;
       }
-      ASSERT_FALSE(GetUpdateRect(form().hwnd(), nullptr, FALSE)) << "painted again at once, and so for ever";
+      ASSERT_FALSE(GetUpdateRect(form().hwnd(), nullptr, FALSE)) << "it would be painted again and again";
       SendMessageW(form().hwnd(), WM_TIMER, 1, 0);
       ASSERT_EQ(Painted(), whole);
     }
@@ -111,15 +111,15 @@ TEST_F(RefusedPainting, IsTriedAgainUntilItIsDone) {
       SendMessageW(form().hwnd(), WM_TIMER, 1, 0);
       const WindowPixels painted = Painted();
       EXPECT_NE(painted, whole);
-      EXPECT_EQ(painted.At(110, 85), GetSysColor(COLOR_3DFACE)) << "half a picture shows another phase";
+      EXPECT_EQ(painted.At(110, 85), GetSysColor(COLOR_3DFACE)) << "half a picture would show another phase";
     }
   }
   SendMessageW(form().hwnd(), WM_TIMER, 1, 0);
   EXPECT_EQ(Painted(), whole);
 }
 
-/// A report whose new picture the system would not mark for painting.
-TEST_F(RefusedPainting, BeforeItsBeginning) {
+/// The system refuses to invalidate the new picture.
+TEST_F(RefusedPainting, OfInvalidating) {
   const WindowPixels before = PaintedOverBlack();
   const runtime::DateValue start = now;
   now = start + 3;

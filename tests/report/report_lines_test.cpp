@@ -20,7 +20,7 @@ namespace {
 
 using ReportLinesTest = support::ModuleTest;
 
-/// The moment of a text such as "2003-08-19T12:00:00", as the clock gives it.
+/// The clock's reading for a text such as "2003-08-19T12:00:00".
 runtime::DateValue Moment(const std::string& text) {
   const auto part = [&](std::size_t position, std::size_t length) { return std::stoi(text.substr(position, length)); };
   return runtime::AddTime(runtime::DateSerial(part(0, 4), part(5, 2), part(8, 2)), part(11, 2), part(14, 2),
@@ -31,7 +31,7 @@ std::wstring Wide(const std::string& ascii) { return {ascii.begin(), ascii.end()
 
 }  // namespace
 
-// The whole report against a reference file formed independently, in another language.
+// The reference file comes from the independent oracle in Python.
 TEST_F(ReportLinesTest, AgreeWithTheReferenceFile) {
   const support::Tsv file("report_lines.tsv");
   ASSERT_GE(file.Rows().size(), 50U);

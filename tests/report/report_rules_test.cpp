@@ -1,4 +1,4 @@
-// The rules of the report, with a stand-in for the phase finder: what it does with phases that the sky does not offer.
+// The rules of the report. The stand-in for the phase finder also gives phases that the sky never has.
 
 #include <gtest/gtest.h>
 
@@ -38,12 +38,12 @@ DateValue Local(int year, int month, int day, int hour = 0, int minute = 0, int 
   return runtime::AddTime(runtime::DateSerial(year, month, day), hour, minute, second);
 }
 
-/// The Julian day of an instant in Universal Time, half a minute into its minute, so that the minute comes back.
+/// The Julian day of an instant in Universal Time, half a minute later, so that the minute survives rounding.
 double Instant(int year, int month, int day, int hour = 0, int minute = 0) {
   return Local(year, month, day, hour, minute, 30) + 2415018.5;
 }
 
-/// The present moment of most tests: 19 August 2003, 12:00, between the phases below.
+/// The present of most tests, between the phases below.
 const DateValue kNow = Local(2003, 8, 19, 12);
 const PhasesAnswer kComing = {.newMoon = Instant(2003, 8, 27, 17, 26), .fullMoon = Instant(2003, 9, 10, 16, 35)};
 const PhasesAnswer kPrevious = {.newMoon = Instant(2003, 7, 29, 6, 52), .fullMoon = Instant(2003, 8, 12, 4, 47)};
@@ -57,7 +57,7 @@ class ReportRulesTest : public support::ModuleTest {
 
   static std::wstring Tip() { return {TrayIconData.szTip.begin(), TrayIconData.szTip.end()}; }
 
-  /// The tip, without its padding, of an age in days. The clock is read anew for it.
+  /// The tip for an age in days, without its padding. The report reads the clock again for it.
   static std::wstring TipForAge(double age) {
     PhasesStandIn::calls.clear();
     PhasesStandIn::answers = {kComing, {.newMoon = Instant(2003, 7, 29, 0, 0), .fullMoon = kPrevious.fullMoon}};
@@ -100,7 +100,7 @@ TEST_F(ReportRulesTest, WritesTheEarlierEventAboveAndTheFullLineFirst) {
                                          {1, L"Last New Moon : 12-Aug-03 4:47 AM"}}));
 }
 
-TEST_F(ReportRulesTest, TheCalendarVariablesHoldTheNewMoonThatWasConvertedLast) {
+TEST_F(ReportRulesTest, TheCalendarVariablesHoldTheLastConvertedNewMoon) {
   const ReportStage stage({kNow});
   UpdateMoonReport();
   EXPECT_TRUE(Same(7, CalMonth));
@@ -109,7 +109,7 @@ TEST_F(ReportRulesTest, TheCalendarVariablesHoldTheNewMoonThatWasConvertedLast) 
   EXPECT_EQ(CalMinute, 52);
 }
 
-TEST_F(ReportRulesTest, OfTwoEqualDatesTheNewLineStandsAbove) {
+TEST_F(ReportRulesTest, IfBothDatesAreEqualTheNewLineStandsAbove) {
   PhasesStandIn::answers = {{.newMoon = kComing.newMoon, .fullMoon = kComing.newMoon}};
   const ReportStage stage({Local(2003, 8, 1)});
   UpdateMoonReport();
@@ -122,7 +122,7 @@ TEST_F(ReportRulesTest, ComputesForThePresentAndFor30DaysBeforeTheNearerPhase) {
   const ReportStage stage({kNow});
   UpdateMoonReport();
   ASSERT_EQ(PhasesStandIn::calls.size(), 2U);
-  // The clock reading goes in as Universal Time, the day at 0 h.
+  // The positions take the clock's reading as Universal Time, the finder its day at 0 h.
   EXPECT_TRUE(Same(JulianCenturies(2452871.0), PhasesStandIn::calls.at(0).centuries));
   EXPECT_EQ(PhasesStandIn::calls.at(0).year, 2003);
   EXPECT_TRUE(Same(2452870.5, PhasesStandIn::calls.at(0).jd));
@@ -173,7 +173,7 @@ TEST_F(ReportRulesTest, MinuteWithOffsetIsRoundedHalfToEven) {
   EXPECT_EQ(stage.form.lines.at(3), L"Next Full Moon : 10-Sep-03 4:32 PM");
 }
 
-// An hour of 24 with minute 59 is what JulianToCivil gives in the last moment of a day.
+// JulianToCivil gives hour 24, minute 59 in the last moment of a day.
 TEST_F(ReportRulesTest, Hour24CarriesIntoTheNextDay) {
   PhasesStandIn::answers = {{.newMoon = 2452878.5 + 23.99999 / 24, .fullMoon = kComing.fullMoon}};
   const ReportStage stage({kNow});
@@ -181,7 +181,7 @@ TEST_F(ReportRulesTest, Hour24CarriesIntoTheNextDay) {
   EXPECT_EQ(stage.form.lines.at(2), L"Next New Moon : 28-Aug-03 12:59 AM");
 }
 
-TEST_F(ReportRulesTest, APassedPhaseIsLookedForAgainFromFiveDaysLater) {
+TEST_F(ReportRulesTest, APassedPhaseIsSoughtAgainFiveDaysLater) {
   const PhasesAnswer passed = {.newMoon = Instant(2003, 8, 19, 11, 59), .fullMoon = kPrevious.fullMoon + 29};
   PhasesStandIn::answers = {passed, kComing, kPrevious};
   const ReportStage stage({kNow});
@@ -189,11 +189,11 @@ TEST_F(ReportRulesTest, APassedPhaseIsLookedForAgainFromFiveDaysLater) {
   ASSERT_EQ(PhasesStandIn::calls.size(), 3U);
   EXPECT_TRUE(Same(JulianCenturies(2452876.0), PhasesStandIn::calls.at(1).centuries));
   EXPECT_TRUE(Same(2452875.5, PhasesStandIn::calls.at(1).jd));
-  EXPECT_TRUE(Same(2452848.5, PhasesStandIn::calls.at(2).jd));  // from the phases found anew
+  EXPECT_TRUE(Same(2452848.5, PhasesStandIn::calls.at(2).jd));  // from the second pass
   EXPECT_EQ(stage.form.lines.at(2), L"New New Moon : 27-Aug-03 5:26 PM");
   EXPECT_EQ(stage.form.lines.at(3), L"New Full Moon : 10-Sep-03 4:35 PM");
   EXPECT_EQ(stage.form.lines.at(0), L"Last New Moon : 29-Jul-03 6:52 AM");
-  // The first lines were written, and then written over.
+  // The first lines were written, then overwritten.
   EXPECT_EQ(stage.form.written.at(1).second, L"Next New Moon : 19-Aug-03 11:59 AM");
   EXPECT_EQ(stage.form.written.size(), 6U);
 }
@@ -214,7 +214,7 @@ TEST_F(ReportRulesTest, APhaseAtThisVeryMomentHasPassed) {
   }
 }
 
-TEST_F(ReportRulesTest, WhetherAPhaseHasPassedIsAskedOfTheClockAgain) {
+TEST_F(ReportRulesTest, ReadsTheClockAgainToSeeWhetherAPhaseHasPassed) {
   PhasesStandIn::answers = {{.newMoon = Instant(2003, 8, 19, 12, 1), .fullMoon = kComing.fullMoon}, kComing, kPrevious};
   const ReportStage stage({kNow, Local(2003, 8, 19, 12, 1), kNow});
   UpdateMoonReport();
@@ -222,7 +222,7 @@ TEST_F(ReportRulesTest, WhetherAPhaseHasPassedIsAskedOfTheClockAgain) {
   EXPECT_TRUE(Same(JulianCenturies(2452876.0 + 1.0 / 1440), PhasesStandIn::calls.at(1).centuries));
 }
 
-// CivilToJulian changes January and February in its arguments: the report hands in copies.
+// CivilToJulian changes January and February in its arguments, so the report passes copies.
 TEST_F(ReportRulesTest, JanuaryAndFebruaryKeepTheirYear) {
   PhasesStandIn::answers = {{.newMoon = Instant(2004, 2, 20), .fullMoon = Instant(2004, 3, 6)}};
   const ReportStage stage({Local(2004, 2, 15, 6)});
@@ -296,7 +296,7 @@ TEST_F(ReportRulesTest, TipLeavesTheOtherFieldsOfItsRecordAlone) {
   EXPECT_EQ(TrayIconData.hIcon, 12345U);
 }
 
-TEST_F(ReportRulesTest, LinesAreInTheWordsOfTheLocale) {
+TEST_F(ReportRulesTest, LinesHaveTheLocalesWords) {
   const ReportStage stage({kNow});
   ReportStage::locale.abbreviatedMonths.at(7) = L"ao\u00FBt";
   ReportStage::locale.am = L"";
@@ -308,7 +308,7 @@ TEST_F(ReportRulesTest, LinesAreInTheWordsOfTheLocale) {
 
 TEST_F(ReportRulesTest, AMinuteBeyond16BitsOverflows) {
   PhasesStandIn::answers = {kComing};
-  OffsetMinutes = 32767 - 35;  // the minute of the Full Moon just fits
+  OffsetMinutes = 32767 - 35;  // the Full Moon's minute just fits
   {
     const ReportStage stage({kNow});
     UpdateMoonReport();
@@ -321,7 +321,7 @@ TEST_F(ReportRulesTest, AMinuteBeyond16BitsOverflows) {
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { UpdateMoonReport(); }));
   EXPECT_TRUE(stage.form.written.empty());
   EXPECT_EQ(NextPhasesShown, False);
-  // The picture was drawn before.
+  // The picture is drawn before the error.
   EXPECT_EQ(stage.form.label1, L"0.750000");
 }
 

@@ -14,7 +14,7 @@ using tidewell::SettingsFile;
 constexpr std::size_t kRecordStart = 8192;
 constexpr std::size_t kFileSize = kRecordStart + tidewell::kSettingsRecordSize;
 
-/// The settings file beside the test program itself.
+/// The settings file next to the test program.
 class SettingsFileTest : public testing::Test {
  protected:
   static std::vector<unsigned char> BytesOfEveryValue(std::size_t size) {
@@ -47,7 +47,7 @@ TEST_F(SettingsFileTest, TheFirstWriteMakesTheFile8466BytesLong) {
   }
 }
 
-TEST_F(SettingsFileTest, CarriesEveryReservedByteThroughAndTouchesNothingElse) {
+TEST_F(SettingsFileTest, KeepsEveryReservedByteAndTouchesNothingElse) {
   const auto before = BytesOfEveryValue(9000);
   file_.Write(before);
   const SettingsFile settingsFile;
@@ -56,7 +56,7 @@ TEST_F(SettingsFileTest, CarriesEveryReservedByteThroughAndTouchesNothingElse) {
   EXPECT_EQ(file_.Read(), before);
 }
 
-TEST_F(SettingsFileTest, ReadsAShortRecordAsZerosBehindItsEnd) {
+TEST_F(SettingsFileTest, ReadsZerosAfterTheEndOfAShortRecord) {
   auto bytes = BytesOfEveryValue(kFileSize);
   bytes[kRecordStart + 266] = bytes[kRecordStart + 267] = 0xFF;
   bytes.resize(kRecordStart + 268);

@@ -18,14 +18,14 @@ using namespace runtime;
 
 namespace {
 
-/// A field by its place in the file, and how to fill it with bits, the lowest byte first.
+/// A field: its place in the file, and how to fill it with bytes, lowest first.
 struct FieldPlace {
   std::string name;
   std::size_t offset, width;
   std::function<void(SettingsRecord&)> fill;
 };
 
-// Each number holds the bytes 1, 2, 3, ... from its lowest to its highest.
+// Each number holds the bytes 1, 2, 3, ..., lowest first.
 constexpr std::int16_t k16 = 0x0201;
 constexpr std::uint32_t k32 = 0x04030201;
 constexpr std::uint64_t k64 = 0x0807060504030201;
@@ -54,7 +54,7 @@ std::vector<FieldPlace> Places() {
   return places;
 }
 
-/// Bytes that differ from each of their neighbours.
+/// Each byte differs from its neighbours.
 SettingsBytes PatternBytes(unsigned first) {
   SettingsBytes bytes{};
   for (std::size_t i = 0; i < bytes.size(); ++i) {
@@ -124,7 +124,7 @@ TEST(SettingsRecord, TextsAreCharactersOfTheCodePage) {
   EXPECT_EQ(record.Reserved3.at(195), runtime::PrivateCharacter(0x81));
 }
 
-// Why a code page may have no character twice.
+// This is why no character may stand twice on a code page.
 TEST(SettingsRecord, ACollidingCodePageWouldChangeAByte) {
   SettingsBytes bytes{};
   bytes.at(20) = std::byte{0x8D};

@@ -9,7 +9,7 @@ using support::Raises;
 
 namespace tidewell {
 
-TEST(Surroundings, RefuseAFormAndAClockThatNobodyHasGiven) {
+TEST(Surroundings, RefuseAFormOrAClockThatWasNotSet) {
   const Surroundings nothing;
   EXPECT_TRUE(Raises(ErrorNumber::InternalError, [&] { static_cast<void>(nothing.Form()); }));
   EXPECT_TRUE(Raises(ErrorNumber::InternalError, [&] { nothing.Now(); }));

@@ -59,14 +59,14 @@ TEST(Checked, InvalidOperationsAreInvalidArguments) {
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)Atn(kNaN); }));
 }
 
-TEST(Checked, InfinityPutInOverflowsAtTheFirstStep) {
+TEST(Checked, InfinityOverflowsAtTheFirstStep) {
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { (void)(Checked(kInfinity) + 1); }));
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { (void)Int(kInfinity); }));
 }
 
 TEST(Checked, UnderflowIsNoError) { EXPECT_TRUE(Same(0, Checked(1e-300) * 1e-300)); }
 
-TEST(Checked, AddChangesTheVariableOnlyWhenTheSumExists) {
+TEST(Checked, AddChangesTheVariableOnlyIfItSucceeds) {
   double variable = 1;
   Add(variable, 0.5);
   EXPECT_TRUE(Same(1.5, variable));

@@ -49,7 +49,7 @@ TEST(Clock, ReadsTheZoneOfTheSystem) {
 
 DWORD WINAPI RefuseZone(LPTIME_ZONE_INFORMATION) { return TIME_ZONE_ID_INVALID; }
 
-TEST(Clock, KeepsTheZoneThatItReadLast) {
+TEST(Clock, KeepsTheLastZoneIfTheSystemRefuses) {
   const runtime::TimeZoneReading before = runtime::SystemTimeZone();
   ASSERT_NE(before.Bias, 0);
   const SystemStandIn standIn(zoneSlot, &RefuseZone);
@@ -61,7 +61,7 @@ TEST(Clock, KeepsTheZoneThatItReadLast) {
 
 int WINAPI RefuseLocale(LCID, LCTYPE, LPWSTR, int) { return 0; }
 
-TEST(Locale, IsEnglishWhereTheSystemDoesNotTellIt) {
+TEST(Locale, IsEnglishIfTheSystemRefuses) {
   const SystemStandIn standIn(localeSlot, &RefuseLocale);
   EXPECT_EQ(runtime::ReadUserLocale().abbreviatedMonths, runtime::LocaleNames().abbreviatedMonths);
 }
@@ -74,7 +74,7 @@ TEST(Locale, HasTwelveMonthsAndASeparator) {
   EXPECT_FALSE(locale.decimalSeparator.empty());
 }
 
-TEST(Locale, IsReadAnew) {
+TEST(Locale, IsReadEachTime) {
   const std::wstring before = runtime::ReadUserLocale().decimalSeparator;
   ASSERT_TRUE(SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, L"_"));
   const std::wstring changed = runtime::ReadUserLocale().decimalSeparator;
@@ -82,8 +82,8 @@ TEST(Locale, IsReadAnew) {
   EXPECT_EQ(changed, L"_");
 }
 
-/// The title of a window, written in bytes and read in characters, goes through the system's own conversion.
-TEST(CodePage, IsThatOfTheSystemsCallsInBytes) {
+/// A title set with the ANSI call and read with the wide one goes through the system's own conversion.
+TEST(CodePage, IsThatOfTheAnsiCalls) {
   const HWND window = CreateWindowW(L"STATIC", L"", 0, 0, 0, 1, 1, HWND_MESSAGE, nullptr, nullptr, nullptr);
   for (int value = 1; value < 256; ++value) {
     const char narrow[] = {static_cast<char>(value), '\0'};
@@ -96,7 +96,7 @@ TEST(CodePage, IsThatOfTheSystemsCallsInBytes) {
   DestroyWindow(window);
 }
 
-TEST(CodePage, TakesEveryByteToTextAndBack) {
+TEST(CodePage, CarriesEveryByteToTextAndBack) {
   const runtime::CodePage& page = runtime::SystemCodePage();
   for (int value = 0; value < 256; ++value) {
     const auto byte = static_cast<std::byte>(value);

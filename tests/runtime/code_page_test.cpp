@@ -11,7 +11,7 @@ using support::CollidingPage;
 using support::Latin1Page;
 using support::PageWithPrivateCharacters;
 
-TEST(CodePage, TakesEveryByteToTextAndBack) {
+TEST(CodePage, CarriesEveryByteToTextAndBack) {
   for (const CodePage& page : {Latin1Page(), PageWithPrivateCharacters()}) {
     for (unsigned byte = 0; byte < 256; ++byte) {
       EXPECT_EQ(page.Encode(page.Decode(std::byte(byte))), std::byte(byte)) << byte;
@@ -29,8 +29,8 @@ TEST(CodePage, PrivateCharactersDifferByByte) {
   EXPECT_EQ(runtime::PrivateCharacter(0xFF), L'\xF7FF');
 }
 
-// Why a page may have no character twice: the second byte would not survive.
-TEST(CodePage, OfTwoBytesThatShareACharacterTheFirstIsWritten) {
+// This is why no character may stand twice on a page: the second byte would not survive.
+TEST(CodePage, WritesTheFirstOfTwoBytesThatShareACharacter) {
   const CodePage page = CollidingPage();
   EXPECT_EQ(page.Decode(std::byte{0x81}), page.Decode(std::byte{0x8D}));
   EXPECT_EQ(page.Encode(page.Decode(std::byte{0x8D})), std::byte{0x81});

@@ -47,7 +47,7 @@ TEST(DateSerial, RunsOnBeyondTheEndOfTheMonth) {
   EXPECT_TRUE(Same(DateSerial(2003, 2, 28), DateSerial(2003, 3, 0)));
 }
 
-TEST(DateSerial, RefusesYearsThatNoDateHas) {
+TEST(DateSerial, RefusesYearsOutsideTheCalendar) {
   EXPECT_NO_THROW((void)DateSerial(100, 1, 1));
   EXPECT_NO_THROW((void)DateSerial(9999, 12, 31));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(9999, 12, 32); }));
@@ -57,7 +57,7 @@ TEST(DateSerial, RefusesYearsThatNoDateHas) {
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(-32768, 1, 1); }));
 }
 
-// Although the day lies in a year that dates have.
+// Even if the day leads into a valid year.
 TEST(DateSerial, RefusesSuchAYearWhateverTheDay) {
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(99, 12, 32); }));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(10000, 1, 0); }));
@@ -80,7 +80,7 @@ TEST(PartsOf, TakesADateApart) {
   ExpectParts(0, 1899, 12, 30, 0, 0, 0);
 }
 
-// As in every spreadsheet-like count of days that is linear: the floor is the day.
+// The floor is the day, also of a negative date.
 TEST(PartsOf, IsLinearBelowTheEpoch) {
   ExpectParts(-0.25, 1899, 12, 29, 18, 0, 0);
   ExpectParts(-1, 1899, 12, 29, 0, 0, 0);
@@ -158,7 +158,7 @@ TEST(TimeText, TakesTheMarkersFromTheLocale) {
   EXPECT_EQ(TimeText(0.75, locale), L"6:00 p. m.");
 }
 
-TEST(TimeText, EnglishMarkersStandInWhereTheLocaleHasNone) {
+TEST(TimeText, HasEnglishMarkersIfTheLocaleHasNone) {
   LocaleNames locale;
   locale.am = L"";
   locale.pm = L"";

@@ -15,7 +15,7 @@ namespace runtime {
 using FormatNumberTest = support::ModuleTest;
 
 TEST_F(FormatNumberTest, RoundsInDecimalHalfAwayFromZero) {
-  EXPECT_EQ(FormatNumber(9.99995, L"00.0000"), L"10.0000");  // the double lies just below
+  EXPECT_EQ(FormatNumber(9.99995, L"00.0000"), L"10.0000");  // the double is just below
   EXPECT_EQ(FormatNumber(9.99994, L"00.0000"), L"09.9999");
   EXPECT_EQ(FormatNumber(5.9996, L"00.000"), L"06.000");
   EXPECT_EQ(FormatNumber(2.5, L"0"), L"3");
@@ -27,12 +27,12 @@ TEST_F(FormatNumberTest, RoundsInDecimalHalfAwayFromZero) {
 }
 
 TEST_F(FormatNumberTest, TakesThe15SignificantDigitsFirst) {
-  // 15 digits make 0.4999999999999996 a half.
+  // With 15 digits 0.4999999999999996 is a half.
   EXPECT_EQ(FormatNumber(0.4999999999999996, L"0"), L"1");
   EXPECT_EQ(FormatNumber(0.499999999999999, L"0"), L"0");
-  // They are those of the exact number, which a double's product with a power of ten is not: both products are a half.
-  EXPECT_EQ(FormatNumber(3.000499999999995, L"0.000"), L"3.000");  // the double lies below
-  EXPECT_EQ(FormatNumber(1.000499999999995, L"0.000"), L"1.001");  // and here above
+  // They are the digits of the exact number. Multiplied by a power of ten, both doubles would round to a half.
+  EXPECT_EQ(FormatNumber(3.000499999999995, L"0.000"), L"3.000");  // the double is below
+  EXPECT_EQ(FormatNumber(1.000499999999995, L"0.000"), L"1.001");  // the double is above
   // An exact half goes to the even digit.
   EXPECT_EQ(FormatNumber(100000000000000.5, L"0"), L"100000000000000");
   EXPECT_EQ(FormatNumber(100000000000001.5, L"0"), L"100000000000002");

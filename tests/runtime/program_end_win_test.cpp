@@ -1,4 +1,4 @@
-// The message box with which a run-time error ends the program. A program of its own, since a process ends only once.
+// The message box of a run-time error. It is a program of its own: a process ends only once.
 
 #include <gtest/gtest.h>
 
@@ -46,12 +46,12 @@ void EndOn(auto exception) {
 TEST(RunTimeBox, ShowsTheFirstOfSeveralErrors) {
   const SystemStandIn standIn(messageBoxSlot, &NoteBox);
   EXPECT_EQ(runtime::ReportRuntimeError(), 0);
-  EXPECT_TRUE(boxes.empty()) << "without an error there is nothing to say";
+  EXPECT_TRUE(boxes.empty()) << "there was no error";
   EXPECT_FALSE(runtime::Ending());
 
   EndOn(std::bad_alloc());
   EXPECT_TRUE(runtime::Ending());
-  EXPECT_TRUE(boxes.empty()) << "not in the middle of a handler";
+  EXPECT_TRUE(boxes.empty()) << "no box in the middle of a handler";
   EndOn(runtime::RuntimeError(runtime::ErrorNumber::DiskFull));
   EndOn(std::logic_error("any other"));
 
@@ -62,7 +62,7 @@ TEST(RunTimeBox, ShowsTheFirstOfSeveralErrors) {
   EXPECT_EQ(boxes[0].owner, nullptr);
   EXPECT_EQ(boxes[0].type & MB_TYPEMASK, UINT{MB_OK});
   EXPECT_EQ(boxes[0].type & MB_ICONMASK, UINT{MB_ICONERROR});
-  EXPECT_EQ(boxes[0].type & MB_MODEMASK, UINT{MB_TASKMODAL}) << "the program's own windows are disabled meanwhile";
+  EXPECT_EQ(boxes[0].type & MB_MODEMASK, UINT{MB_TASKMODAL}) << "disables the program's own windows meanwhile";
   EXPECT_TRUE(boxes[0].type & MB_SETFOREGROUND);
   EXPECT_TRUE(boxes[0].type & MB_TOPMOST);
 

@@ -1,4 +1,4 @@
-// Faults of a disk that a test cannot make: the system's reading and writing are replaced.
+// Disk faults. A test cannot make them, so it replaces the system's reading and writing.
 
 #include <gtest/gtest.h>
 
@@ -40,7 +40,7 @@ BOOL WINAPI ReadHalf(HANDLE, LPVOID, DWORD size, LPDWORD read, LPOVERLAPPED) {
   return TRUE;
 }
 
-/// What a routine says of itself: the number of its error, 0 for success.
+/// The number of the routine's error, 0 for success.
 template <class Routine>
 int ErrorOf(Routine routine) {
   try {
@@ -65,7 +65,7 @@ class RandomFileFaults : public testing::Test {
   std::array<std::byte, 274> bytes_{};
 };
 
-TEST_F(RandomFileFaults, AWriteThatIsRefusedIsNoSuccess) {
+TEST_F(RandomFileFaults, ARefusedWriteIsAnError) {
   ASSERT_EQ(WriteError(), 0);
   const SystemStandIn standIn(writeFileSlot, &RefuseToWrite);
   fault = ERROR_WRITE_PROTECT;
@@ -86,12 +86,12 @@ TEST_F(RandomFileFaults, AWriteThatIsRefusedIsNoSuccess) {
   EXPECT_EQ(WriteError(), 7);
 }
 
-TEST_F(RandomFileFaults, ARecordWrittenByHalfIsADiskThatIsFull) {
+TEST_F(RandomFileFaults, HalfAWrittenRecordMeansAFullDisk) {
   const SystemStandIn standIn(writeFileSlot, &WriteHalf);
   EXPECT_EQ(WriteError(), 61);
 }
 
-TEST_F(RandomFileFaults, AReadThatFailsIsNoEmptyRecord) {
+TEST_F(RandomFileFaults, AFailedReadIsAnError) {
   const SystemStandIn standIn(readFileSlot, &RefuseToRead);
   fault = ERROR_LOCK_VIOLATION;
   EXPECT_EQ(ReadError(), 70);
@@ -101,7 +101,7 @@ TEST_F(RandomFileFaults, AReadThatFailsIsNoEmptyRecord) {
   EXPECT_EQ(ReadError(), 0);
 }
 
-TEST_F(RandomFileFaults, FewerBytesThanTheLengthPromisesAreNotTheEndOfTheFile) {
+TEST_F(RandomFileFaults, FewerBytesThanTheFilesLengthAreAnError) {
   ASSERT_EQ(WriteError(), 0);
   const SystemStandIn standIn(readFileSlot, &ReadHalf);
   EXPECT_EQ(ReadError(), 57);

@@ -30,7 +30,7 @@ TEST(RandomFile, CreatesAMissingFileEmpty) {
   EXPECT_EQ(scratch.Read().size(), 0U);
 }
 
-TEST(RandomFile, WritesARecordAtItsPlaceBehindZeros) {
+TEST(RandomFile, WritesARecordAtItsPlaceAfterZeros) {
   const ScratchFile scratch;
   const runtime::RandomFile file(scratch.path(), 512);
   file.Write(17, kBytes);
@@ -87,7 +87,7 @@ TEST(RandomFile, NamesTheErrors) {
   EXPECT_EQ(ErrorOf([&] { runtime::RandomFile(scratch.path(), 512); }), ErrorNumber::PathFileAccessError);
 }
 
-TEST(RandomFile, SaysPermissionDeniedForAFileHeldByAnother) {
+TEST(RandomFile, SaysPermissionDeniedIfAnotherHoldsTheFile) {
   const ScratchFile scratch;
   const runtime::unique_file holder(
       CreateFileW(scratch.path().c_str(), GENERIC_READ, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));

@@ -10,7 +10,7 @@ namespace {
 
 using tidewell::PreviousInstanceTest;
 
-TEST(PreviousInstance, IsFoundAsLongAsItLives) {
+TEST(PreviousInstance, IsFoundWhileItRuns) {
   {
     const PreviousInstanceTest first;
     ASSERT_FALSE(first.AnotherIsRunning()) << "a copy of Tidewell runs in build/wine-prefix";
@@ -19,8 +19,8 @@ TEST(PreviousInstance, IsFoundAsLongAsItLives) {
   EXPECT_FALSE(PreviousInstanceTest().AnotherIsRunning());
 }
 
-/// Another user at the same computer runs a copy of his own.
-TEST(PreviousInstance, IsSoughtInTheUsersSessionAlone) {
+/// Another user at the same computer may run a copy.
+TEST(PreviousInstance, CountsInTheUsersSessionAlone) {
   const runtime::unique_mutex everywhere(CreateMutexW(nullptr, FALSE, L"Global\\" TIDEWELL_NAME " is running"));
   ASSERT_NE(everywhere, nullptr);
   EXPECT_FALSE(PreviousInstanceTest().AnotherIsRunning());
@@ -31,7 +31,7 @@ HANDLE WINAPI Deny(SECURITY_ATTRIBUTES* /*security*/, BOOL /*owned*/, LPCWSTR /*
   return nullptr;
 }
 
-TEST(PreviousInstance, OfHigherRightsIsOne) {
+TEST(PreviousInstance, CountsIfItRunsElevated) {
   const SystemStandIn standIn(createMutexSlot, &Deny);
   EXPECT_TRUE(PreviousInstanceTest().AnotherIsRunning());
 }

@@ -30,7 +30,7 @@ namespace support {
   return WithinTolerance(want, got, got - want, tolerance);
 }
 
-/// As Near, for angles in degrees, compared modulo a turn.
+/// Like Near, for angles in degrees, modulo a turn.
 [[nodiscard]] inline ::testing::AssertionResult NearAngle(double want, double got, double tolerance) {
   return WithinTolerance(want, got, AngleDifference(got, want), tolerance);
 }
@@ -45,7 +45,7 @@ namespace support {
   return Near(want, got, 0.5 * std::pow(10.0, -decimals) + 1e-12);
 }
 
-/// Keeps the largest difference seen for each quantity and prints them at its end.
+/// Keeps the largest difference of each quantity and prints them when it is destroyed.
 class LargestDifferences {
  public:
   LargestDifferences() = default;

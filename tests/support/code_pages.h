@@ -4,7 +4,7 @@
 
 namespace support {
 
-/// A page in which every byte is the character of its own number.
+/// Every byte is the character of its own number.
 [[nodiscard]] inline runtime::CodePage Latin1Page() {
   runtime::CodePage page{};
   for (unsigned byte = 0; byte < page.characters.size(); ++byte) {
@@ -13,7 +13,7 @@ namespace support {
   return page;
 }
 
-/// A page with holes, as the system's are: bytes 0x81, 0x8D and 0x90 are no characters of their own, 0x80 is the euro.
+/// A page with holes, like the system's: 0x81, 0x8D and 0x90 are no characters, 0x80 is the euro.
 [[nodiscard]] inline runtime::CodePage PageWithPrivateCharacters() {
   runtime::CodePage page = Latin1Page();
   page.characters.at(0x80) = L'\x20AC';
@@ -23,7 +23,7 @@ namespace support {
   return page;
 }
 
-/// A page against the rule: two bytes share a character.
+/// A page that breaks the rule: two bytes share a character.
 [[nodiscard]] inline runtime::CodePage CollidingPage() {
   runtime::CodePage page = Latin1Page();
   page.characters.at(0x8D) = page.characters.at(0x81);

@@ -14,7 +14,7 @@ constexpr double kMillion = 1e6;
 
 long long Millionths(double value) {
   const long long millionths = std::llround(value * kMillion);
-  // The double nearest to that many millionths and nothing else: no digit behind the sixth decimal.
+  // No digit after the sixth decimal.
   EXPECT_EQ(static_cast<double>(millionths) / kMillion, value);
   return millionths;
 }

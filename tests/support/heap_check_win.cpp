@@ -1,4 +1,4 @@
-// After each test of a program that this file is part of, its heaps must be whole.
+// Checks the process's heaps after each test.
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -13,7 +13,7 @@ class HeapCheck : public testing::EmptyTestEventListener {
     std::vector<HANDLE> heaps(GetProcessHeaps(0, nullptr));
     heaps.resize(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()));
     EXPECT_TRUE(std::ranges::all_of(heaps, [](HANDLE heap) { return HeapValidate(heap, 0, nullptr) != FALSE; }))
-        << "something was written beside a block of a heap, or into a freed one";
+        << "something wrote beside a heap block or into a freed one";
   }
 };
 

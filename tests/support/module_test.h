@@ -4,10 +4,10 @@
 
 namespace support {
 
-/// Puts the variables of the program, as its headers define them, back to what they are when it starts.
+/// Resets the variables in the program's headers to their values at its start.
 void ResetModule();
 
-/// A test that begins with the module variables of a program that has just started.
+/// A test that begins with the variables as at the program's start.
 class ModuleTest : public ::testing::Test {
  protected:
   ModuleTest() { ResetModule(); }

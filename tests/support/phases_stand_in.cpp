@@ -4,7 +4,7 @@
 
 #include "astro/mMoon.h"
 
-// All that astro/phases.cpp defines: with this definition the linker leaves that file out.
+// astro/phases.cpp defines nothing else, so the linker leaves that file out.
 void mMoon::FindPhases(std::int16_t year, double jd, double jdJan1) {
   using support::PhasesStandIn;
   const auto index = std::min(PhasesStandIn::calls.size(), PhasesStandIn::answers.size() - 1);

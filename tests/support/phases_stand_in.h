@@ -5,7 +5,7 @@
 
 namespace support {
 
-/// What a call of FindPhases finds, and what it was called with.
+/// What a call of FindPhases finds.
 struct PhasesAnswer {
   double newMoon, fullMoon;  // Julian days
   double illumination = 0.25;
@@ -15,11 +15,11 @@ struct PhasesAnswer {
 struct PhasesCall {
   std::int16_t year;
   double jd, jdJan1;
-  double centuries;  // of the moment whose positions were computed before
+  double centuries;  // of the positions computed before the call
 };
 
-/// Takes the place of the program's FindPhases in the test binary that is linked with phases_stand_in.cpp: gives the
-/// answers one after the other, and the last one for good.
+/// Replaces the program's FindPhases in a test program that links phases_stand_in.cpp. It gives one answer after
+/// another, then repeats the last one.
 struct PhasesStandIn {
   static inline std::vector<PhasesAnswer> answers;
   static inline std::vector<PhasesCall> calls;

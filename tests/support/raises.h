@@ -6,7 +6,7 @@
 
 namespace support {
 
-/// Success when the call raises the run-time error of that number.
+/// Success when the call raises that run-time error.
 template <class Call>
 [[nodiscard]] ::testing::AssertionResult Raises(runtime::ErrorNumber want, Call call) {
   try {

@@ -10,7 +10,7 @@
 
 namespace support {
 
-/// Stands in for the main window: keeps what is written on it, and the four lines also in the order of writing.
+/// Stands in for the main window and keeps what is written on it. `written` has the lines in the order of writing.
 class RecordingForm final : public tidewell::ReportForm {
  public:
   forms::DrawingList& Drawing() override { return drawing; }
@@ -22,7 +22,7 @@ class RecordingForm final : public tidewell::ReportForm {
   }
 
   forms::DrawingList drawing;
-  std::wstring label1 = L"Label1";  // the caption of its design
+  std::wstring label1 = L"Label1";  // its caption at design time
   bool southernView = false;
   std::array<std::wstring, 4> lines;
   std::vector<std::pair<std::size_t, std::wstring>> written;

@@ -7,8 +7,8 @@
 
 namespace support {
 
-/// Puts a recording form, a clock and a locale around the report for its lifetime. The clock shows its readings one
-/// after the other, and the last one for good.
+/// Gives the report a recording form, a clock and a locale for its lifetime. The clock gives one reading after another,
+/// then repeats the last one.
 class ReportStage {
  public:
   explicit ReportStage(std::vector<runtime::DateValue> readings) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// A path in the temporary folder under which a test makes its file; what stands there goes before and after.
+/// A path for a test's file, by default in the temporary folder. The file is deleted before and after.
 class ScratchFile {
  public:
   ScratchFile() {

@@ -9,7 +9,7 @@
 #include "runtime/program_folder.h"
 #include "support/scratch_file_win.h"
 
-/// The main window, loaded and shown, at an instant that the test sets.
+/// The main window, loaded and shown, at an instant of the test's.
 class ShownMoon : public testing::Test {
  protected:
   ShownMoon() {
@@ -17,7 +17,7 @@ class ShownMoon : public testing::Test {
     Load();
   }
 
-  /// Loads the window as the program's start does, again if it stood already.
+  /// Loads the window as the program's start does. May be called again.
   void Load() {
     form_.reset();
     form_ = std::make_unique<tidewell::frmMoon>();

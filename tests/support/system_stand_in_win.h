@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-/// Puts a function of the test in the place of one of the system's, for this program and the time of the scope. The
-/// slot is where the linker keeps the address of the system's function:
+/// Replaces a system function by one of the test's, in this program, for its lifetime. The slot is where the linker
+/// keeps the system function's address:
 ///
 ///     extern "C" decltype(&SetTimer) setTimerSlot asm("__imp__SetTimer@16");
 template <class Function>

@@ -32,7 +32,7 @@ Value Parsed(const std::string& text) {
   return value;
 }
 
-/// The folder of the tables; another machine than that of the build says where it is.
+/// The folder of the tables. The environment names it on a machine other than the build's.
 std::string DataFolder() {
   const char* const named = std::getenv("TIDEWELL_TEST_DATA");
   return named != nullptr ? named : TIDEWELL_TEST_DATA;

@@ -6,7 +6,7 @@
 
 namespace support {
 
-/// One row of a reference file, its cells found by the names of the header.
+/// One row of a reference file. Its cells are found by the column's name.
 class TsvRow {
  public:
   TsvRow(const std::vector<std::string>& columns, std::vector<std::string> cells)
@@ -21,8 +21,8 @@ class TsvRow {
   std::vector<std::string> cells_;
 };
 
-/// A file of tests/data: lines of cells parted by tabs. Lines that begin with '#' are remarks; the last of them before
-/// the first row names the columns. A file that is missing or a cell that is no number ends the test with an exception.
+/// A file of tests/data, its cells separated by tabs. Lines that begin with '#' are comments; the last one before the
+/// first row names the columns. Throws if the file is missing or a cell is no number.
 class Tsv {
  public:
   explicit Tsv(const std::string& name);

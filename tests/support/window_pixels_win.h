@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-/// What a window's client area shows, read in one go: reading pixel by pixel takes a while.
+/// The pixels of a window's client area, read at once: one by one would be slow.
 class WindowPixels {
  public:
   explicit WindowPixels(HWND window) {

@@ -118,7 +118,7 @@ TEST_F(DrawMoonPhaseTest, GibbousMoonIsWidenedByAWhiteEllipse) {
   EXPECT_EQ(IconNumber, 19);
 }
 
-TEST_F(DrawMoonPhaseTest, CrescentIsEatenIntoByABlackEllipse) {
+TEST_F(DrawMoonPhaseTest, CrescentIsNarrowedByABlackEllipse) {
   Draw(0.25, 0);
   EXPECT_EQ(form.drawing.Primitives(), Picture(kDarkLeft, Terminator(kBlack, 65 / (0.5 / (0.75 - 0.49999)))));
   EXPECT_TRUE(Near(130 * 0.25, DrawnTerminator().halfWidth, 0.0014));
@@ -127,7 +127,7 @@ TEST_F(DrawMoonPhaseTest, CrescentIsEatenIntoByABlackEllipse) {
   EXPECT_EQ(IconNumber, 4);
 }
 
-TEST_F(DrawMoonPhaseTest, LitFractionBeyondOneIsDarkByAsMuch) {
+TEST_F(DrawMoonPhaseTest, LitFractionAboveOneIsDarkByAsMuch) {
   Draw(1.25, 0);
   EXPECT_EQ(form.label1, L"0.250000");
   EXPECT_TRUE(Same(75, fraction));
@@ -140,7 +140,7 @@ TEST_F(DrawMoonPhaseTest, NegativeAspectJustBelowTheQuarterUsesItsMagnitude) {
   EXPECT_EQ(DrawnTerminator().halfHeight, 65);
 }
 
-TEST_F(DrawMoonPhaseTest, TheDarkFractionOfTheBiasDividesByZeroAndLeavesThePictureUnfinished) {
+TEST_F(DrawMoonPhaseTest, TheBiasAsDarkFractionDividesByZeroAndLeavesThePictureUnfinished) {
   for (const std::int16_t flag : std::initializer_list<std::int16_t>{0, 1}) {
     form.drawing.Cls();
     EXPECT_TRUE(Raises(ErrorNumber::DivisionByZero, [&] { DrawDarkFraction(form, 0.49999, flag); }));
@@ -152,9 +152,9 @@ TEST_F(DrawMoonPhaseTest, TheDarkFractionOfTheBiasDividesByZeroAndLeavesThePictu
   }
 }
 
-// A lit fraction is a multiple of 2^-53 there and 0.49999 is an odd one of 2^-54: the subtraction from 1 never gives
-// it, only its two neighbours.
-TEST_F(DrawMoonPhaseTest, NoLitFractionGivesTheDarkFractionOfTheBias) {
+// Lit fractions there are multiples of 2^-53, but 0.49999 is an odd multiple of 2^-54. So 1 minus a lit fraction gives
+// only its two neighbours.
+TEST_F(DrawMoonPhaseTest, NoLitFractionGivesTheBiasAsDarkFraction) {
   const double lit = 1 - 0.49999;
   for (const double candidate : {std::nextafter(lit, 0), lit, std::nextafter(lit, 1)}) {
     EXPECT_NE(std::fabs(1 - candidate), 0.49999);
@@ -218,7 +218,7 @@ TEST_F(DrawMoonPhaseTest, AnErrorLeavesLabelAndIconAlone) {
   EXPECT_EQ(IconNumber, 19);
 }
 
-// The thresholds as published: an icon shows for values above its own.
+// The published thresholds: an icon shows for values above its own.
 TEST(PhaseToIconNumber, ClimbsItsIrregularLadder) {
   const std::vector<std::pair<double, int>> ladder = {
       {198.22, 28}, {194.27, 27}, {188.2, 26},  {180.56, 25}, {171.0, 24}, {161.0, 23},  {150.58, 22},

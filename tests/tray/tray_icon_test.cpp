@@ -10,11 +10,11 @@ namespace {
 using tidewell::TrayCommand;
 using enum tidewell::TrayCommand;
 
-/// Stands in for the shell: has the icon or not, and refuses what the real one refuses.
+/// Stands in for the shell: refuses what the real one refuses.
 struct Shell {
   bool present = true;
   bool hasIcon = false;
-  int busy = 0;  ///< calls that it lets fail
+  int busy = 0;  ///< the number of calls that fail next
   std::vector<TrayCommand> told;
   tidewell::TrayIcon* removedMeanwhile = nullptr;
 };
@@ -62,7 +62,7 @@ TEST_F(TrayIconTest, IsAddedChangedAndRemoved) {
   EXPECT_EQ(shell.told, (Told{Add, Modify, Delete}));
 }
 
-TEST_F(TrayIconTest, IsRemovedOnlyWhereItWasAdded) {
+TEST_F(TrayIconTest, IsRemovedOnlyIfItWasAdded) {
   icon.Apply(Delete);
   EXPECT_EQ(shell.told, Told{});
   icon.Apply(Add);
@@ -71,7 +71,7 @@ TEST_F(TrayIconTest, IsRemovedOnlyWhereItWasAdded) {
   EXPECT_EQ(shell.told, (Told{Add, Delete}));
 }
 
-TEST_F(TrayIconTest, IsRemovedAtTheSecondTryFromAShellThatIsBusy) {
+TEST_F(TrayIconTest, IsRemovedAtTheSecondTryIfTheShellIsBusy) {
   icon.Apply(Add);
   shell.busy = 1;
   icon.Apply(Delete);
@@ -79,7 +79,7 @@ TEST_F(TrayIconTest, IsRemovedAtTheSecondTryFromAShellThatIsBusy) {
   EXPECT_EQ(shell.told, (Told{Add, Delete, Delete}));
 }
 
-TEST_F(TrayIconTest, ComesWithAShellThatIsLate) {
+TEST_F(TrayIconTest, ComesOnceALateShellStarts) {
   shell.present = false;
   icon.Apply(Add);
   icon.Apply(Modify);
@@ -92,7 +92,7 @@ TEST_F(TrayIconTest, ComesWithAShellThatIsLate) {
   EXPECT_EQ(shell.told, (Told{Add, Modify, Add, Modify, Add}));
 }
 
-TEST_F(TrayIconTest, ComesBackWithANewTaskBarAlsoWhereItIsStillThere) {
+TEST_F(TrayIconTest, ComesBackOnANewTaskBarEvenIfItIsStillThere) {
   icon.Apply(Add);
   shell.hasIcon = false;
   icon.Restore();
@@ -101,7 +101,7 @@ TEST_F(TrayIconTest, ComesBackWithANewTaskBarAlsoWhereItIsStillThere) {
   EXPECT_EQ(shell.told, (Told{Add, Modify, Add, Modify}));
 }
 
-TEST_F(TrayIconTest, StaysAwayOnceItWasRemoved) {
+TEST_F(TrayIconTest, StaysAwayAfterItWasRemoved) {
   icon.Restore();
   EXPECT_EQ(shell.told, Told{});
   icon.Apply(Add);
@@ -111,7 +111,7 @@ TEST_F(TrayIconTest, StaysAwayOnceItWasRemoved) {
   EXPECT_EQ(shell.told, (Told{Add, Delete, Modify}));
 }
 
-TEST_F(TrayIconTest, StaysAwayWhereTheShellsCallRemovedIt) {
+TEST_F(TrayIconTest, StaysAwayIfItIsRemovedDuringTheShellsCall) {
   icon.Apply(Add);
   shell.removedMeanwhile = &icon;
   icon.Apply(Modify);

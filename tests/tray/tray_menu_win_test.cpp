@@ -1,4 +1,4 @@
-// What the tray's menu asks of the system, in what order.
+// What the tray's menu asks of the system, and in which order.
 
 #include <gtest/gtest.h>
 
@@ -53,9 +53,8 @@ class TrayMenu : public ShownMoon {
   }
 };
 
-/// Without the foreground the menu stays open when the user clicks elsewhere, without the message behind it the next
-/// one may close at once.
-TEST_F(TrayMenu, ComesInTheForegroundWithANullMessageBehindIt) {
+/// Without the foreground a click elsewhere leaves the menu open. Without the message the next menu may close at once.
+TEST_F(TrayMenu, OpensInTheForegroundAndPostsANullMessage) {
   {
     const SystemStandIn menu(trackPopupMenuSlot, &NoteMenu);
     const SystemStandIn foreground(setForegroundWindowSlot, &NoteForeground);
@@ -81,10 +80,10 @@ TEST_F(TrayMenu, ASecondRightClickOpensNoSecondOne) {
   EXPECT_EQ(asked, std::vector<std::string>{"menu"});
 }
 
-// ---- a menu that its user has left: windows and their processes, the foreground, and the end of the menu, made up
+// ---- A menu that the user has left. The windows, their processes, the foreground and the menu's end are made up.
 
 const auto kTaskBar = reinterpret_cast<HWND>(0x1000);
-const auto kDesktop = reinterpret_cast<HWND>(0x1001);  // the shell's, like the task bar
+const auto kDesktop = reinterpret_cast<HWND>(0x1001);  // of the shell, like the task bar
 const auto kOther = reinterpret_cast<HWND>(0x1002);
 
 HWND foreground = nullptr;
@@ -119,7 +118,7 @@ BOOL WINAPI RunMenu(HMENU /*menu*/, UINT /*flags*/, int /*x*/, int /*y*/, int /*
   return 0;
 }
 
-/// Waits for a tick of the timer that runs while the menu is open, and hands it on.
+/// Waits for a tick of the menu's timer and dispatches it.
 void Tick() {
   MSG message{};
   GetMessageW(&message, owner, WM_TIMER, WM_TIMER);
@@ -135,7 +134,7 @@ bool EndsWithTheForegroundAt(HWND window) {
 
 class LeftMenu : public TrayMenu {
  protected:
-  /// Opens the menu with a window in the foreground, which keeps it.
+  /// Opens the menu while another window keeps the foreground.
   void OpenMenu(HWND before, void (*meanwhile)()) {
     const SystemStandIn menu(trackPopupMenuSlot, &RunMenu);
     const SystemStandIn setForeground(setForegroundWindowSlot, &RefuseForeground);
@@ -149,11 +148,11 @@ class LeftMenu : public TrayMenu {
   }
 };
 
-TEST_F(LeftMenu, EndsWithTheForegroundAtAnotherProgram) {
+TEST_F(LeftMenu, EndsIfAnotherProgramGetsTheForeground) {
   OpenMenu(kTaskBar, [] {
     EXPECT_FALSE(EndsWithTheForegroundAt(owner));
     EXPECT_FALSE(EndsWithTheForegroundAt(FindWindowW(L"TidewellMoon", nullptr)));
-    EXPECT_FALSE(EndsWithTheForegroundAt(nullptr)) << "it is changing";
+    EXPECT_FALSE(EndsWithTheForegroundAt(nullptr)) << "the foreground is changing";
     EXPECT_TRUE(EndsWithTheForegroundAt(kOther));
     EXPECT_TRUE(EndsWithTheForegroundAt(kDesktop));
   });
@@ -163,7 +162,7 @@ TEST_F(LeftMenu, EndsIfTheUserWasElsewhereBeforeItOpened) {
   OpenMenu(kOther, [] { EXPECT_TRUE(EndsWithTheForegroundAt(kOther)); });
 }
 
-/// The click on the icon has given it the foreground, which the system may refuse to the menu.
+/// The click on the icon gave the task bar the foreground, and the system may refuse it to the menu.
 TEST_F(LeftMenu, StaysWhileTheTaskBarKeepsTheForeground) {
   OpenMenu(kTaskBar, [] { EXPECT_FALSE(EndsWithTheForegroundAt(kTaskBar)); });
 }
