@@ -1,8 +1,8 @@
-"""Holds the documents to the repository: links and paths lead somewhere, versions and some commands are up to date.
+"""Checks the documents: links and paths lead somewhere, versions are right, some commands work.
 
     python3 tests/documents_test.py
 
-after the native build. With TIDEWELL_LONG=1 in the environment the slow commands are run, too.
+Needs the native build. With TIDEWELL_LONG=1 in the environment it runs the slow commands too.
 """
 
 import os
@@ -16,7 +16,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 MADE = {".git", "build", "dist", "node_modules", "__pycache__"}  # not sources
 
-# Run as the documents have them, in a copy of the sources, which must stay as it was: command, and what it says.
+# Commands of the documents and a part of their output. Each runs in a copy of the sources and must not change them.
 COMMANDS = {
     "build/native/tests/core_tests --gtest_filter='NormalizeAngle.*'": "] NormalizeAngle.",
     "resources/make_icons.py OUT --strip docs/moons.png": "",
@@ -47,7 +47,7 @@ def links(text):
 
 
 def anchors(text):
-    """The anchors of a document's headings, as hosts of Git repositories form them."""
+    """The anchors that Git hosts make of a document's headings."""
     headings = HEADING.findall(FENCED.sub("", text))
     return {re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-") for heading in headings}
 
@@ -56,7 +56,7 @@ def broken_links(path, text):
     for link in links(text):
         name, _, anchor = link.partition("#")
         target = path.parent / name if name else path
-        if not re.match(r"[a-z]+:", link) and not (  # of another host
+        if not re.match(r"[a-z]+:", link) and not (  # a web address
                 target.exists() and (not anchor or anchor in anchors(text if target == path else target.read_text()))):
             yield link
 
@@ -67,7 +67,7 @@ def code(text):
 
 
 def broken_paths(text):
-    """The words of code that name something in one of our folders that is not there."""
+    """The paths in code that lead into one of our folders, but to nothing."""
     for word in " ".join(code(text)).split():
         folder, _, rest = word.partition("/")
         if folder and rest and folder not in MADE and (ROOT / folder).is_dir() and not any(ROOT.glob(word)):
@@ -84,14 +84,14 @@ class Documents(unittest.TestCase):
         found = {(ROOT / link).resolve() for link in links((ROOT / "README.md").read_text())}
         self.assertEqual(set(documents()) - found, {ROOT / "README.md"})
 
-    def test_downloads_bear_the_version_and_the_address_of_the_release(self):
+    def test_downloads_have_the_releases_version_and_address(self):
         [version] = re.findall(r"project\(Tidewell VERSION ([\d.]+)", (ROOT / "CMakeLists.txt").read_text())
         [address] = re.findall(r"\ndownloads=(.*)", (ROOT / "release").read_text())
         self.assertIn(f"{address}/{version}/", (ROOT / "README.md").read_text())
         for path, text in documents().items():
             self.assertLessEqual(set(re.findall(r"Tidewell-(\d[\d.]*\d)", text)), {version}, path.name)
 
-    def test_commands_run_and_what_they_make_is_what_is_here(self):
+    def test_commands_work_and_make_the_files_that_are_here(self):
         documented = " ".join(piece for text in documents().values() for piece in code(text))
         environment = {name: value for name, value in os.environ.items() if name != "DISPLAY"}
         slow = SLOW_COMMANDS if os.environ.get("TIDEWELL_LONG") == "1" else {}

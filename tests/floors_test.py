@@ -1,4 +1,4 @@
-"""Holds the layout of the sources: each folder a floor, arrows down only, Windows in its own files.
+"""Checks the layout: a folder includes only lower floors, and only Windows halves include Windows.
 
     python3 tests/floors_test.py
 """
@@ -9,9 +9,9 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 
-# A folder includes only what lies on lower floors, and itself.
+# A folder includes only itself and lower floors.
 FLOORS = {"start": 5, "report": 4, "tray": 3, "forms": 2, "astro": 2, "runtime": 1, "resources": 0}
-GENERATED = {"version.h": "resources"}  # a header made by the build, and the folder that it counts to
+GENERATED = {"version.h": "resources"}  # a generated header, and its folder
 
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)', re.MULTILINE)
 WINDOWS_HALF = re.compile(r"_win\.\w+$|/frm[A-Za-z]+\.\w+$")  # a form's layout, frmMoon_layout.h, is portable
@@ -28,7 +28,7 @@ def folder_of(path):
 
 
 def circle(arrows):
-    """The files of a circle of includes, or None."""
+    """The files of an include cycle, or None."""
     done = set()
 
     def follow(path, above):
@@ -44,13 +44,13 @@ def circle(arrows):
 
 
 def faults(texts):
-    """What is wrong with the layout of sources, given as texts by their paths."""
+    """What is wrong with the layout of sources, given as {path: text}."""
     found, arrows = [], {}
     for path, text in texts.items():
         folder, windows_half = folder_of(path), WINDOWS_HALF.search(path)
         arrows[path] = []
         for bracket, name in INCLUDE.findall(text):
-            if bracket == "<":  # the standard library's headers bear no ".h", so this is one of the system's
+            if bracket == "<":  # standard C++ headers have no ".h": this is a system header
                 if name.endswith(".h") and not windows_half:
                     found.append(f"{path} is no Windows half and includes <{name}>")
                 continue

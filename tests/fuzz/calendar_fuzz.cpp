@@ -1,4 +1,4 @@
-// The calendar and the zone with any 16-bit values and any double, against the calendar of the standard library.
+// Compares the calendar with the standard library's, and checks the zone, for any 16-bit values and any double.
 // Input: year, month, day, hour, minute (16 bits each), a Julian day or day of the month (a double), the zone's result
 // and three biases (32 bits each), the daylight flag (16 bits).
 
@@ -31,7 +31,7 @@ void DayFractions(std::int16_t day, std::int16_t hour, std::int16_t minute) {
   }
 }
 
-/// Any arguments. For a date of the calendar the result is the one of the proleptic Gregorian calendar.
+/// Takes any arguments. A valid date gives the proleptic Gregorian calendar's day.
 void CivilToJulianDay(const std::int16_t year, const std::int16_t month, const double day) {
   std::int16_t writtenYear = year;
   std::int16_t writtenMonth = month;
@@ -64,7 +64,7 @@ void JulianDayToCivil(double jd) {
   Require(Within(1, CalMonth, 12) && CalMonth == std::floor(CalMonth), "a month");
   Require(Within(1, CalDay, 32) && CalDay == std::floor(CalDay), "a day");
   Require(Within(0, CalHour, 24) && Within(0, CalMinute, 59), "a time of day");
-  // Nearer to day 0 a Julian day has more digits than a day of the month, to which the last instants are rounded up.
+  // Close to day 0 a Julian day has more digits than a day of the month: the last instants are rounded up.
   Require(CalDay <= 31 || std::fabs(jd) < 64, "a day of the month");
   if (jd >= kGregorianStartJD && CalYear <= 32767) {
     const std::chrono::year_month_day want{std::chrono::sys_days{} +

@@ -1,4 +1,4 @@
-// Dates: any double taken apart, any parts put together.
+// Takes any double apart as a date, and makes dates of any parts.
 // Input: two dates (doubles), year, month, day, hours, minutes, seconds (16 bits each).
 
 #include <chrono>
@@ -18,7 +18,7 @@ void TakenApart(DateValue date) {
   DateParts parts{};
   const auto error = ErrorOf([&] { parts = PartsOf(date); });
   RequireArithmetic(error);
-  // The first and the last day lie half a second inside, where rounding leads out of the calendar.
+  // Rounding may lead out of the calendar in the half second at either end.
   Require(error || Within(-657435, date, 2958466), "a date of the years 100 to 9999");
   if (error) {
     Require(!Within(-657434, date, 2958465.9999), "every date of the years 100 to 9999 has its parts");

@@ -1,5 +1,5 @@
-# The fuzz targets (libFuzzer, so clang only). As tests they run for a few seconds from the inputs of corpus.txt, always
-# with the same random numbers. To go on from there, keeping what is found in a folder of one's own:
+# The fuzz targets (libFuzzer, so clang only). As tests they start from the inputs of corpus.txt, always use the same
+# random numbers and take a few seconds. To fuzz longer and keep new inputs in the folder FOUND:
 #   build/clang/tests/fuzz_calendar -max_total_time=120 FOUND build/clang/tests/corpus/calendar
 
 set(fuzz_folder ${CMAKE_CURRENT_LIST_DIR})
@@ -14,8 +14,7 @@ add_custom_command(
 )
 add_custom_target(fuzz_corpus ALL DEPENDS ${corpus}.made)
 
-# The core once more, with the fuzzer's eyes: clang's "undefined" leaves out the conversion of a double that does not
-# fit.
+# The core again, instrumented for the fuzzer. clang's "undefined" leaves out float-cast-overflow.
 set(fuzz_sanitizers -fsanitize=fuzzer-no-link,address,undefined,float-cast-overflow -fno-sanitize-recover=all
                     -fno-omit-frame-pointer)
 get_target_property(core_sources tidewell_core SOURCES)
@@ -26,12 +25,12 @@ target_compile_options(tidewell_core_fuzzed PUBLIC ${fuzz_sanitizers} -O1)
 target_link_options(tidewell_core_fuzzed PUBLIC -fsanitize=fuzzer,address,undefined)
 target_link_libraries(tidewell_core_fuzzed PUBLIC tidewell_options)
 
-# Makes <name>_fuzz.cpp a program that is run as a test.
+# Builds <name>_fuzz.cpp and runs it as a test.
 function(tidewell_fuzz_target name longest_input)
   add_executable(fuzz_${name} ${fuzz_folder}/${name}_fuzz.cpp)
   target_include_directories(fuzz_${name} PRIVATE ${fuzz_folder}/..)
   target_link_libraries(fuzz_${name} PRIVATE tidewell_core_fuzzed)
-  # By a list of the files, since the fuzzer writes what it finds into a folder that it is given.
+  # A list of files, since the fuzzer would write new inputs into a folder.
   add_test(NAME fuzz.${name} COMMAND fuzz_${name} -runs=10000 -seed=1 -timeout=20 -max_len=${longest_input}
                                      -seed_inputs=@${corpus}/${name}.list -artifact_prefix=fuzz_${name}-)
 endfunction()

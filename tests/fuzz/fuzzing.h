@@ -11,13 +11,13 @@
 
 #include "runtime/runtime_error.h"
 
-// What the fuzz targets share. A target calls the code with what the bytes make of it and ends the process when a
-// result breaks a rule. An exception that is no RuntimeError is not caught, and ends the process, too.
+// What the fuzz targets share. A target turns the bytes into arguments, calls the code and ends the process if a result
+// breaks a rule. It catches only RuntimeError: any other exception ends the process too.
 
 namespace fuzzing {
 
-/// The fuzzer's bytes, taken from the front as numbers in the machine's byte order. When they are used up, zeros
-/// follow, so that a short input means something, too.
+/// Takes numbers from the front of the fuzzer's bytes, in the machine's byte order. After the last byte zeros follow,
+/// so that a short input is valid.
 class Input {
  public:
   Input(const std::uint8_t* bytes, std::size_t size) : next_(bytes), left_(size) {}
@@ -41,7 +41,7 @@ class Input {
   std::size_t left_;
 };
 
-/// Ends the process, which the fuzzer reports with the input, when a rule is broken.
+/// Ends the process if a rule is broken. The fuzzer then reports the input.
 inline void Require(bool holds, const char* rule) {
   if (!holds) {
     std::fprintf(stderr, "broken rule: %s\n", rule);
@@ -49,7 +49,7 @@ inline void Require(bool holds, const char* rule) {
   }
 }
 
-/// Makes the call and returns the number of the RuntimeError that it raised.
+/// The number of the RuntimeError that the call raises, if any.
 template <class Call>
 [[nodiscard]] std::optional<runtime::ErrorNumber> ErrorOf(Call call) {
   try {
@@ -60,7 +60,7 @@ template <class Call>
   return std::nullopt;
 }
 
-/// Requires that a call ended with a result or with one of the errors that arithmetic has.
+/// Requires success or one of the errors of arithmetic.
 inline void RequireArithmetic(std::optional<runtime::ErrorNumber> error) {
   using runtime::ErrorNumber;
   Require(!error || *error == ErrorNumber::Overflow || *error == ErrorNumber::InvalidProcedureCall ||
@@ -73,5 +73,5 @@ inline void RequireArithmetic(std::optional<runtime::ErrorNumber> error) {
 
 }  // namespace fuzzing
 
-/// The entry that the fuzzer calls. What it returns says only that the input may be kept.
+/// The fuzzer calls this. 0 means that the input may be kept.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);

@@ -2,8 +2,8 @@
 
     make_corpus.py FOLDER
 
-Each target gets a folder FOLDER/target with a file an input, and a list of these files, FOLDER/target.list. What
-the folder held before goes.
+Each target gets a folder FOLDER/target with one file per input, and a list of them, FOLDER/target.list. An old
+FOLDER is removed first.
 """
 
 import re
@@ -56,7 +56,7 @@ def main(folder):
     for target, name, data in inputs(CORPUS.read_text()):
         path = folder / target / name
         path.parent.mkdir(parents=True, exist_ok=True)
-        with open(path, "xb") as file:  # refuses a name that stands twice
+        with open(path, "xb") as file:  # fails for a duplicate name
             file.write(data)
         paths.setdefault(target, []).append(str(path))
     for target, files in paths.items():

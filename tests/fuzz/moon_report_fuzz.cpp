@@ -1,6 +1,6 @@
-// The report at any instant of the years 100 to 9999, with any offset and a clock that may be set while it runs.
-// Input: day and part of the day of the clock (32 bits each), offset (a double), days by which the second and the third
-// reading of the clock differ (16 bits each), the southern view (16 bits).
+// The report at any instant of the years 100 to 9999, with any offset. The clock may be set while the report runs.
+// Input: the clock's day and part of the day (32 bits each), offset (a double), days to the clock's second and third
+// reading (16 bits each), the southern view (16 bits).
 
 #include <string>
 
@@ -69,7 +69,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     RequireReport(stage.form);
     return 0;
   }
-  // A phase that is looked for may lie some weeks beside the clock.
+  // The phases may be weeks away from the clock.
   const auto inside = [](double date) { return Within(kFirstDay + kYear, date, kLastDay - kYear); };
   Require(!(inside(now) && inside(second) && Within(-32708, OffsetMinutes, 32707)),
           "within the calendar the report has no error");

@@ -1,4 +1,4 @@
-// The program's number patterns with any double, against the number's 15 digits as the C library writes them.
+// Compares the program's number patterns with the 15 digits of the C library, for any double.
 // Input: the double, the separator (8 bits).
 
 #include <array>
@@ -20,10 +20,10 @@ struct Pattern {
 constexpr std::array<Pattern, 4> kPatterns = {
     {{L"00", 2, 0}, {L"00.0000", 2, 4}, {L"00.000", 2, 3}, {L"0.000000", 1, 6}}};
 
-/// As many decimals as the 15 digits of the smallest double have, and more.
+/// More decimals than the 15 digits of the smallest double need.
 constexpr std::size_t kPlaces = 345;
 
-/// A decimal number without its point: the digits of the number times ten to the power kPlaces, all of one length.
+/// The digits of a number times 10^kPlaces. All have the same length.
 using Scaled = std::string;
 
 Scaled ScaledOf(std::string_view integers, std::string_view decimals) {
@@ -70,9 +70,9 @@ void Formatted(double value, const Pattern& pattern) {
     Require(error == ErrorNumber::Overflow, "more than 15 digits are error 6");
     return;
   }
-  Require(!error, "any other has a text");
+  Require(!error, "any other number has a text");
 
-  Require(text.starts_with(L'-') == (value < 0), "a negative value, and no other, has a minus sign");
+  Require(text.starts_with(L'-') == (value < 0), "only a negative value has a minus sign");
   std::string unsignedText(text.begin() + (value < 0 ? 1 : 0), text.end());
   const std::string separator(DecimalSeparator.begin(), DecimalSeparator.end());
   std::string decimals;
@@ -105,7 +105,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     Formatted(value, pattern);
   }
   if (std::fabs(value) < 1e12) {
-    // The first two characters of a number's text are a whole number, of one digit behind a minus sign.
+    // The text's first two characters: two digits, or a minus sign and one digit.
     const int number = LeadingInteger(FormatNumber(value, L"00.000"));
     Require(value < 0 ? Within(-9, number, 0) : Within(0, number, 99), "the leading number has two characters");
   }

@@ -1,6 +1,6 @@
 // Any settings file with any code page, and any record.
-// Input: first character and step of the code page (16 bits each), the 274 bytes of the file, 212 characters (16 bits
-// each), pairs of bytes whose characters are swapped.
+// Input: the code page's first character and step (16 bits each), the file's 274 bytes, 212 characters (16 bits each),
+// pairs of bytes whose characters are swapped.
 
 #include <algorithm>
 #include <utility>
@@ -16,7 +16,7 @@ using tidewell::SettingsRecord;
 
 namespace {
 
-/// A code page in which no two bytes share a character: 256 steps of an odd width around the 16-bit characters.
+/// A code page in which no two bytes share a character, because the step is odd.
 CodePage TakeCodePage(Input& input) {
   const auto first = input.Take<std::uint16_t>();
   const auto step = static_cast<std::uint16_t>(input.Take<std::uint16_t>() | 1U);
@@ -27,7 +27,7 @@ CodePage TakeCodePage(Input& input) {
   return page;
 }
 
-/// Swaps the characters of pairs of bytes, as long as there is input: any order of a page's characters.
+/// Swaps the characters of pairs of bytes while there is input. This reaches any order of the characters.
 void Shuffle(CodePage& page, Input& input) {
   while (!input.Empty()) {
     const auto one = input.Take<std::uint8_t>();
@@ -36,13 +36,14 @@ void Shuffle(CodePage& page, Input& input) {
   }
 }
 
-/// A character becomes its byte and back: itself, or the question mark's byte if the page lacks it.
+/// Each character comes back, or becomes the question mark's byte if the page lacks it.
 template <class Text>
 void RequireTextCarried(const Text& before, const Text& after, const CodePage& page) {
   for (std::size_t i = 0; i < before.size(); ++i) {
     if (after.at(i) != before.at(i)) {
-      Require(after.at(i) == page.Decode(std::byte{'?'}), "another character stands as byte 3F");
-      Require(std::ranges::find(page.characters, before.at(i)) == page.characters.end(), "the page's are carried");
+      Require(after.at(i) == page.Decode(std::byte{'?'}), "a character that changed became byte 3F");
+      Require(std::ranges::find(page.characters, before.at(i)) == page.characters.end(),
+              "a character of the page comes back");
     }
   }
 }
@@ -61,14 +62,14 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   Shuffle(page, input);
 
   SettingsRecord record = tidewell::Unpack(file, page);
-  Require(tidewell::Pack(record, page) == file, "a file that is read and written stays the same to the bit");
+  Require(tidewell::Pack(record, page) == file, "reading and writing keep every bit of the file");
 
   SettingsRecord back = tidewell::Unpack(tidewell::Pack(foreign, page), page);
   RequireTextCarried(foreign.Reserved2, back.Reserved2, page);
   RequireTextCarried(foreign.Reserved3, back.Reserved3, page);
   back.Reserved2 = foreign.Reserved2;
   back.Reserved3 = foreign.Reserved3;
-  Require(back == foreign, "the numbers of a record are carried");
+  Require(back == foreign, "the numbers of a record come back");
 
   record.SouthernView = tidewell::OptionFromState(tidewell::StateFromOption(record.SouthernView));
   Require(record.SouthernView == runtime::True || record.SouthernView == runtime::False, "an option is True or False");

@@ -1,5 +1,5 @@
-"""Mistakes that no operator makes: in the order of steps, in the departures from the published formulae, in which error
-comes first, in what Windows is asked. Each text stands exactly once in its file."""
+"""Mistakes that no operator makes: in the order of steps, in departures from the published formulae, in which error
+comes first, in the calls to Windows. Each text occurs exactly once in its file."""
 
 import re
 
@@ -109,7 +109,7 @@ BY_HAND = {
         ("click-stores-the-other-option", "      Settings.RestoreInTray = option;",
          "      Settings.AutoStart = option;"),
         ("session-end-hides", "        EndProgram();", "        Unload();"),
-        ("end-behind-the-icon", "void frmMoon::EndProgram() {\n",
+        ("end-after-the-icon", "void frmMoon::EndProgram() {\n",
          "void frmMoon::EndProgram() {\n  std::int16_t gone = 0;\n  about_.UpdateMoonIcon(2, gone);\n"),
     ],
     "forms/drawing_list_win.cpp": [
@@ -124,7 +124,7 @@ BY_HAND = {
     ],
     "forms/place_win.cpp": [
         ("lost-window-is-seen", "MONITOR_DEFAULTTONULL", "MONITOR_DEFAULTTONEAREST"),
-        ("bars-not-heeded", "monitor.rcWork", "monitor.rcMonitor"),
+        ("bars-ignored", "monitor.rcWork", "monitor.rcMonitor"),
     ],
     "forms/controls_win.cpp": [
         ("font-of-ansi-characters", "DEFAULT_CHARSET", "ANSI_CHARSET"),
@@ -174,13 +174,13 @@ BY_HAND = {
     ],
 }
 
-# Generated mutants that change nothing anybody sees: the beginning of their names as patterns, and why.
+# Generated mutants that change nothing visible: a pattern for the beginning of their names, and why.
 EQUIVALENT = {
     r"(?:astro/mMoon|tray/icon_number)\.h: inline \S+ \w+ = 0; -> .* = 1;": "written before it is read",
     r"tray/tray_icon_data\.h: \S+ \w+ = 0; -> .* = 1;": "About fills the record before the shell sees it",
-    r"tray/phase_drawing\.cpp: drawing\.SetDrawStyle": "nothing is drawn but solid lines",
-    r"runtime/code_page\.h: .*, 256> .* 257>": "a byte leads to 256 characters",
-    r"runtime/code_page_win\.cpp: .*&back, 1, .*&back, 2, ": "one character of a page for bytes is one byte",
+    r"tray/phase_drawing\.cpp: drawing\.SetDrawStyle": "all lines are solid",
+    r"runtime/code_page\.h: .*, 256> .* 257>": "a byte has only 256 values",
+    r"runtime/code_page_win\.cpp: .*&back, 1, .*&back, 2, ": "a character of such a page is one byte",
     r"runtime/random_file_win\.cpp: DWORD \w+ = 0; -> .* = 1;": "the system sets it",
 }
 
@@ -191,10 +191,10 @@ def explanation(name):
 
 
 def by_hand():
-    """The mutants of the table. ValueError for a text that does not stand exactly once in its file."""
+    """The mutants of the table. Raises ValueError unless each text occurs exactly once in its file."""
     for file, mistakes in BY_HAND.items():
         text = (REPOSITORY / file).read_text(encoding="utf-8")
         for name, find, replacement in mistakes:
             if text.count(find) != 1:
-                raise ValueError(f"{name}: its text stands {text.count(find)} times in {file}")
+                raise ValueError(f"{name}: its text occurs {text.count(find)} times in {file}")
             yield Mutant(name, file, text.index(find), text.index(find) + len(find), replacement)

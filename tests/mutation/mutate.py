@@ -1,16 +1,15 @@
 #!/usr/bin/env python3
-"""Checks the tests: makes one small mistake at a time in the program, a mutant, and sees whether a test fails.
+"""Checks the tests: makes one small mistake in the program, a mutant, and sees whether a test fails; then the next.
 
-Those of mutants.py are made by hand, all others by operators.py; of these it tries a choice that changes with the week.
-It happens in a copy of the tree, so that the work tree stays as it is and a mutant costs one compiled file. Each is
+mutants.py holds mistakes made by hand. operators.py generates others; a sample of them is tried, another one each
+week. The mistakes are made in a copy of the tree. Each mutant is
 
-    killed          a test or an assertion at compile time fails, or a test runs on without end
-    does not build  not counted
+    killed          a test or a static assertion fails, or a test never ends
+    does not build  and is not counted
     equivalent      all tests pass, and mutants.EQUIVALENT says why
     survived        all tests pass: one is missing
 
-The exit status is 1 if one made by hand survives, or more of the generated ones than the tests' share allows; 2 if the
-check itself cannot be made.
+The exit status is 1 if a mutant made by hand survives, or too many generated ones; 2 if the check itself fails.
 """
 
 import argparse
@@ -36,11 +35,11 @@ END_TO_END_SECONDS = 3600
 
 
 class CannotCheck(Exception):
-    """The check itself fails: the tests cannot be built, or fail without any mutant."""
+    """The tests cannot be built, or fail without a mutant."""
 
 
 def run(command, folder, seconds):
-    """Runs a command; returns its status, None for one that ran on without end, and its output."""
+    """Runs a command; returns its status (None after a timeout) and its output."""
     process = subprocess.Popen(command, cwd=folder, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                                stdin=subprocess.DEVNULL, text=True, errors="replace", start_new_session=True)
     try:
@@ -59,16 +58,16 @@ def run_or_fail(command, folder, seconds, what):
 
 
 def first_failure(output):
-    """The name of the first test that failed, in GoogleTest's words or in pytest's."""
+    """The name of the first failed test in GoogleTest's or pytest's output."""
     found = re.search(r"^\[  FAILED  \] ([\w/.]+)", output, re.M) or re.search(r"^FAILED \S*?(\w+\.py::[^\s-]+)", output, re.M)
     return found[1] if found else "the test program ended"
 
 
 class NativeTests:
-    """The tests of the portable code, built for this machine without the sanitizers and hardly optimised."""
+    """The tests of the portable code, built for this machine without sanitizers or optimisation."""
 
     programs = ("core_tests", "report_rules_tests", "tray_icon_tests", "zero_cosine_tests")
-    share = 0.95  # of the generated mutants has to die
+    share = 0.95  # of the generated mutants must die
 
     def __init__(self, tree, jobs):
         self.tree = tree
@@ -83,7 +82,7 @@ class NativeTests:
         return run(self.build_command, self.tree, BUILD_SECONDS)
 
     def failing_test(self):
-        """The first test that fails, None when all pass."""
+        """The first test that fails, or None."""
         for program in self.programs:
             status, output = run([self.folder / "tests" / program, "--gtest_brief=1", "--gtest_fail_fast"], self.folder,
                                  TEST_SECONDS)
@@ -93,7 +92,7 @@ class NativeTests:
 
 
 class WindowsTests:
-    """The tests of the windows under Wine; what they let pass is tried with the end-to-end tests, which take longer."""
+    """The window tests under Wine. The slower end-to-end tests try only the mutants that these let pass."""
 
     programs = ("window_tests", "program_end_tests")
     share = 0.75  # of few
@@ -134,7 +133,7 @@ class WindowsTests:
 
 
 def try_mutant(mutant, tests):
-    """Makes the mistake, builds and tests, and mends it again. Returns what became of the mutant and by which test."""
+    """Makes the mistake, builds, tests, and undoes it. Returns the result and the test or the reason."""
     path = tests.tree / mutant.file
     good = path.read_text(encoding="utf-8")
     path.write_text(good[:mutant.begin] + mutant.replacement + good[mutant.end:], encoding="utf-8")
@@ -154,9 +153,9 @@ def try_mutant(mutant, tests):
 
 
 def try_mutants(mutants, tests):
-    """Tries the mutants, prints what becomes of each, and returns the numbers of the results."""
+    """Tries the mutants, prints each result and returns how many there are of each kind."""
     results = Counter()
-    for mutant in sorted(mutants, key=lambda each: each.file):  # the file that is mended is the next one to be changed
+    for mutant in sorted(mutants, key=lambda each: each.file):  # one file after another compiles less
         began = time.monotonic()
         result, remark = try_mutant(mutant, tests)
         results[result] += 1
@@ -172,7 +171,7 @@ def chosen(arguments):
     hand = [mutant for mutant in by_hand() if fits(mutant)]
     if arguments.by_hand is not None:
         hand = chance.sample(hand, min(arguments.by_hand, len(hand)))
-    lines = {}  # one of a line, or the series, all of numbers, would be most of the choice
+    lines = {}  # one mutant a line, or the tables of numbers would be most of the sample
     for mutant in filter(fits, generated()):
         lines.setdefault(mutant.name.partition(" -> ")[0], []).append(mutant)
     count = min(arguments.generated, len(lines))
@@ -208,7 +207,7 @@ def check_tests(arguments):
 def main():
     year, week, _ = datetime.date.today().isocalendar()
     parser = argparse.ArgumentParser(description=__doc__.split("\n\n")[0])
-    parser.add_argument("--seed", type=int, default=100 * year + week, help="what the choice hangs on (year and week)")
+    parser.add_argument("--seed", type=int, default=100 * year + week, help="decides the sample (year and week)")
     parser.add_argument("--by-hand", type=int, metavar="N", help="try N of those made by hand (all)")
     parser.add_argument("--generated", type=int, default=60, metavar="N", help="try N of the generated ones (60)")
     parser.add_argument("--only", default="", metavar="PART", help="choose from those whose name contains the part")

@@ -1,4 +1,4 @@
-"""The mutants fit the program, and the operators make what they should."""
+"""Checks that the mutants made by hand fit the program, and that each operator works."""
 
 import re
 import unittest
@@ -9,7 +9,7 @@ from operators import generated, mutants_of
 
 class Mutants(unittest.TestCase):
     def test_those_made_by_hand_fit_the_program(self):
-        names = [mutant.name for mutant in by_hand()]  # raises for one that does not
+        names = [mutant.name for mutant in by_hand()]  # raises if one does not
         self.assertEqual(len(names), len(set(names)))
 
     def test_the_equivalent_ones_are_made(self):

@@ -1,5 +1,5 @@
 """Makes mutants by the usual operators. It reads the code as text and relies on its format: blanks around a binary
-operator, none in a template's brackets, a statement on lines of its own."""
+operator, none inside a template's brackets, each statement on its own lines."""
 
 import re
 from pathlib import Path
@@ -7,12 +7,12 @@ from typing import NamedTuple
 
 REPOSITORY = Path(__file__).resolve().parents[2]
 FOLDERS = ("astro", "forms", "report", "runtime", "start", "tray")
-# Only the tests under Wine see these. form_description.h bears no mark, but no native test includes it.
+# Only the tests under Wine see these. form_description.h is portable, but no native test includes it.
 WINDOWS = re.compile(r"_win\.|/frm|^start/|/form_description\.h$")
 
 
 class Mutant(NamedTuple):
-    """A change of a file's text: what stands from `begin` to `end` is replaced."""
+    """A change of a file's text: `replacement` for what is from `begin` to `end`."""
     name: str
     file: str
     begin: int
@@ -26,7 +26,7 @@ class Mutant(NamedTuple):
 
 UNSEEN = re.compile(r"""//.*|L?"(?:\\.|[^"\\])*"|(?<!\d)'(?:\\.|[^'\\])+'|^ *\#.*|\bstatic_assert[^;]*;""", re.M)
 
-EXCHANGED = [  # name, pattern, what takes the place of what
+EXCHANGED = [  # name, pattern, what replaces what
     ("relation", r"(?<= )(?:[<>]=?|[=!]=)(?= )",
      {"<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "=="}),
     ("arithmetic", r"(?<= )[-+*/](?==? )", {"+": "-", "-": "+", "*": "/", "/": "*"}),
@@ -42,12 +42,12 @@ RETURN = re.compile(r"\breturn (?!\{\};|0;|nullptr;|false;|FALSE;|std::nullopt;)
 
 
 def visible(text):
-    """The text with blanks for comments, directives and assertions, and with x for literals."""
+    """The text with comments, directives and assertions blank, and literals as x."""
     return UNSEEN.sub(lambda match: re.sub(".", "x" if '"' in match[0] else " ", match[0]), text)
 
 
 def end_of(code, begin, ends):
-    """Where one of the marks stands that is in no bracket, or the bracket closes that `begin` is in."""
+    """Where one of the marks comes outside brackets, or the bracket around `begin` closes."""
     depth = 0
     for place in range(begin, len(code)):
         if depth == 0 and code.startswith(ends, place):
@@ -74,7 +74,7 @@ def changes(text):
         end = end_of(code, match.end(), (")", ";"))
         if code[end] == ")":
             yield match.end(), end, f"!({text[match.end():end]})"
-    for match in re.finditer(r"(?<= )\? ", code):  # branches change places
+    for match in re.finditer(r"(?<= )\? ", code):  # swap the branches
         colon = end_of(code, match.end(), " : ")
         end = end_of(code, colon + 3, (";", ","))
         yield match.end(), end, f"{text[colon + 3:end]} : {text[match.end():colon]}"
@@ -87,7 +87,7 @@ def changes(text):
 
 
 def mutants_of(file, text):
-    """The mutants of a file's text. A name says what becomes of the line, and stays when the line moves."""
+    """The mutants of a file's text. A mutant's name is its changed line: it stays the same if the line moves."""
     for begin, end, replacement in changes(text):
         first, last = text.rfind("\n", 0, begin) + 1, text.find("\n", end)
         lines = (text[first:last], text[first:begin] + replacement + text[end:last])
@@ -96,7 +96,7 @@ def mutants_of(file, text):
 
 
 def generated():
-    """All mutants of the program, in an order that depends on the sources alone."""
+    """All mutants of the program. The order depends on the sources alone."""
     for folder in FOLDERS:
         for path in sorted((REPOSITORY / folder).glob("*")):
             if path.suffix in (".cpp", ".h"):

@@ -1,9 +1,8 @@
 """Writes the reference tables of tests/data from the oracle.
 
-Run: python3 make_data.py [folder]. The same input gives the same files: the instants
-come from fixed lists, from the phases themselves and from a small generator with
-a fixed seed. series_checksums.tsv is not written here; it was formed from the
-printed tables.
+Run: python3 make_data.py [folder]. The files are always the same: the instants come
+from fixed lists, from the phases and from a generator with a fixed seed.
+series_checksums.tsv is not written here: it was formed from the printed tables.
 """
 
 import datetime
@@ -41,7 +40,7 @@ def month_length(year, month):
 
 
 def write(folder, name, header, rows):
-    """Write a tab-separated file; header lines get a '#'. Returns the number of rows."""
+    """Writes a tab-separated file; header lines get a '#'. Returns the number of rows."""
     with open(os.path.join(folder, name), "w", encoding="utf-8", newline="\n") as out:
         for line in header:
             out.write("# %s\n" % line)
@@ -54,11 +53,11 @@ def write(folder, name, header, rows):
 # ---------------------------------------------------------------- report lines
 
 def clear_of_edges(now, offset, report):
-    """Whether no text of the report hangs on the last bits of a double.
+    """Whether no text of the report depends on the last bits of a double.
 
-    Every phase instant must lie 0.3 ms or more from a full minute, the dark
-    fraction 1e-9 from a rounding edge of its sixth decimal and the phase value
-    1e-7 from a threshold of the icons.
+    Each phase must be at least 0.3 ms from a full minute, the dark fraction 1e-9
+    from where its sixth decimal changes, and the phase value 1e-7 from an icon's
+    threshold.
     """
     bases = [now]
     if report["corrected"]:
@@ -80,7 +79,7 @@ def clear_of_edges(now, offset, report):
 
 
 def phase_instants(years):
-    """(Julian day, name) of the New and Full Moons that the finder gives for a few days a year."""
+    """(Julian day, name) of the New and Full Moons found from a few days of each year."""
     for year in years:
         jan1 = o.civil_to_julian(year, 1, 1.0)
         for day in (3, 45, 58, 100, 171, 240, 301, 352):
@@ -90,7 +89,7 @@ def phase_instants(years):
 
 
 def report_instants():
-    """Local instants (seconds of the local date) with offset and hemisphere."""
+    """(local date in seconds, offset, southern) for each report."""
     g = Generator(19500101)
     turn = 0
 
@@ -118,8 +117,8 @@ def report_instants():
         if number % 4 == 0:
             yield o.date_seconds(*parts), offset, 1 - southern
 
-    # Within hours, minutes and a second of a phase, before and after it on the local clock.
-    # A gap of 0 is the very minute shown: "at or before now" must hold.
+    # Hours, minutes and a second before and after a phase on the local clock. A gap of 0 is
+    # the minute shown, which counts as passed.
     gaps = (-3600, 3600, -60, 61, -1, 0, 7200, -5 * 3600, 5 * 3600, -12 * 3600, 9 * 3600, 1800,
             -1800)
     for number, (jd, _) in enumerate(phase_instants(range(1950, 2051, 7))):
@@ -127,8 +126,8 @@ def report_instants():
             offset, southern = settings()
             yield o.local_date(jd, offset) + gaps[number // 2 % len(gaps)], offset, southern
 
-    # The New Moon of 8 September 1991 falls at 10:59:59.8 UT and is shown as 11:59: the only
-    # one of 1950..2050 whose hour is carried by its text.
+    # The New Moon of 8 September 1991, 10:59:59.8 UT, is shown as 11:59: the only one of
+    # 1950..2050 whose text of the hours rounds up.
     for parts in ((1991, 8, 27, 7, 30, 0), (1991, 9, 1, 12, 0, 0), (1991, 9, 8, 10, 59, 0),
                   (1991, 9, 8, 11, 30, 0), (1991, 9, 8, 12, 15, 0), (1991, 9, 15, 9, 0, 0)):
         for offset in (0, 330, -720):
@@ -149,23 +148,23 @@ def report_instants():
 
 
 def chosen_instants():
-    """Instants, as report_instants gives them, at which one rule shows that hardly shows elsewhere."""
+    """Like report_instants: instants at which a rule shows that hardly shows elsewhere."""
     for parts, offset in (
-            # The number of lunations a year is a little too large. In a thousand years that adds up to where a day
-            # more, or less, takes the second pass to another lunation.
+            # The number of lunations a year is a little too large. After a thousand years a day more or less takes
+            # the second pass to another lunation.
             ((3107, 2, 15, 4, 31, 0), 0), ((3107, 4, 15, 15, 2, 0), 0), ((3128, 8, 18, 8, 46, 0), 0),
             ((3303, 5, 9, 3, 38, 0), 0), ((3303, 7, 7, 6, 41, 0), 0),
-            # Half a minute of offset, on phases of even and of odd minutes.
+            # Half a minute of offset, with even and odd minutes.
             ((2003, 8, 19, 12, 0, 0), 330.5), ((2026, 11, 21, 3, 40, 0), 330.5), ((2003, 8, 19, 12, 0, 0), -300.5),
             ((2026, 11, 21, 3, 40, 0), -300.5),
-            # The last New Moon lies ahead, by up to a day, by some days, by more than ten.
+            # The last New Moon is still to come: within a day, within some days, in more than ten.
             ((2031, 6, 20, 11, 50, 57), 840), ((2042, 12, 12, 7, 1, 17), 765), ((2005, 7, 3, 22, 36, 38), 765),
             ((2007, 12, 30, 12, 54, 39), 765), ((1963, 1, 10, 1, 54, 8), 765), ((2007, 11, 24, 8, 22, 10), 570)):
         yield o.date_seconds(*parts), offset, 0
 
 
 def lines_with(second_pass, last_pass, arguments):
-    """The lines of a report whose second and last pass are run at other distances, in days."""
+    """The lines of a report with other distances, in days, of the second and last pass."""
     kept = o.SECOND_PASS_DAYS, o.LAST_PASS_DAYS
     o.SECOND_PASS_DAYS, o.LAST_PASS_DAYS = second_pass, last_pass
     try:
@@ -175,7 +174,7 @@ def lines_with(second_pass, last_pass, arguments):
 
 
 def report_lines(folder):
-    """tests/data/report_lines.tsv; prints what it covers, and asserts that every rule shows in some row."""
+    """Writes tests/data/report_lines.tsv, prints what it covers, and asserts that every rule shows in a row."""
     rows, count = [], {}
     instants = [instant for instant in report_instants() if 1950 <= o.date_parts(instant[0])[0] <= 2050]
     for now, offset, southern in (*instants, *chosen_instants()):
@@ -236,7 +235,7 @@ def module_instants():
 
 
 def module_values(folder):
-    """tests/data/module_values.tsv"""
+    """Writes tests/data/module_values.tsv."""
     rows, names = [], None
     for parts in module_instants():
         values = o.module_values(*parts)
@@ -255,10 +254,10 @@ def module_values(folder):
 # ---------------------------------------------------------------- Julian days
 
 def exact_julian_day(year, month, day, hour, minute):
-    """Julian day of a Gregorian date as an exact fraction, by counting days.
+    """Julian day of a Gregorian date as an exact fraction.
 
-    Independent of the formula: year lengths and month lengths are summed from
-    2000-01-01 (JD 2451544.5 at 0 h), so it also holds for years below 1.
+    Independent of the formula: adds the lengths of years and months from 2000-01-01
+    (JD 2451544.5 at 0 h).
     """
     def leap_days(y):
         # Leap days of the years 0..y-1, each quotient rounded up.
@@ -270,10 +269,10 @@ def exact_julian_day(year, month, day, hour, minute):
 
 
 def exact_civil(jd):
-    """Date and time of a double Julian day in exact arithmetic: (y, m, d, hours as a fraction).
+    """(year, month, day, hours) of a double Julian day; the hours are an exact fraction.
 
-    Independent of the formula: whole days are counted through the calendars (the
-    Gregorian from 1582-10-15 on, the Julian before it).
+    Independent of the formula: counts whole days through the Gregorian calendar from
+    1582-10-15 on, through the Julian before.
     """
     day_number = Fraction(jd) + Fraction(1, 2)
     whole = day_number.numerator // day_number.denominator
@@ -299,7 +298,7 @@ def exact_civil(jd):
 
 
 def julian_dates():
-    """300 calendar dates: fixed ones, odd hours and minutes, the reform of 1582, a generator."""
+    """300 calendar dates: fixed ones, odd hours and minutes, the reform of 1582, random ones."""
     yield from (
         (2003, 8, 19, 12, 0), (2000, 1, 1, 12, 0), (1900, 1, 1, 0, 0), (1899, 12, 31, 12, 0),
         (1858, 11, 17, 0, 0), (1970, 1, 1, 0, 0), (1600, 2, 29, 0, 0), (1700, 2, 28, 0, 0),
@@ -328,10 +327,9 @@ def julian_dates():
 
 
 def julian_days(folder):
-    """tests/data/julian_days.tsv, each row held against exact arithmetic.
+    """Writes tests/data/julian_days.tsv and checks each row in exact arithmetic.
 
-    The days before the calendar reform come back ten or more days earlier in
-    name, as dates of the Julian calendar.
+    Days before the calendar reform come back as dates of the Julian calendar.
     """
     rows, odd, worst = [], 0, Fraction(0)
     for parts in julian_dates():
@@ -345,7 +343,7 @@ def julian_days(folder):
         odd += (hour, minute) != (rows[-1][-2], rows[-1][-1])
     print("Julian days: furthest from the exact one %.3g days; %d of %d come back with another "
           "hour or minute" % (worst, odd, len(rows)))
-    # Days whose time lies close below a full hour, and others of interest.
+    # Days just before a full hour, and others of interest.
     base = 2452870.5
     extra = [base + (9 * 60 + 59.9997) / 1440, base + 9.99999 / 24, base + 23.99999 / 24,
              base + 23.9999 / 24, base + 9.9999 / 24, base + 9.99994 / 24, base + 9.99996 / 24,
@@ -365,7 +363,7 @@ def julian_days(folder):
 
 
 def civil_row(jd):
-    """The five parts that come back from a Julian day, checked in exact arithmetic."""
+    """The five parts of a Julian day, checked in exact arithmetic."""
     cal = o.julian_to_civil(jd)
     year, month, day, hours = exact_civil(jd)
     got = [cal["CalYear"], cal["CalMonth"], cal["CalDay"], cal["CalHour"], cal["CalMinute"]]
@@ -373,7 +371,7 @@ def civil_row(jd):
     hour = int((ten_thousandths + Fraction(1, 2)) // 10000)
     minute = int(hours * 60 // 1) % 60
     if got != [year, month, day, hour, minute]:
-        # The double's own hours may cross an exact full hour or minute by a rounding.
+        # Rounding may take the double's hours across a full hour or minute.
         print("  differs from exact arithmetic:", repr(jd), got, [year, month, day, hour, minute],
               float(hours))
     return got

@@ -1,16 +1,13 @@
-"""An independent reckoning of Tidewell's numbers, for checking the program.
+"""Computes Tidewell's numbers a second time, to check the program.
 
-Formed independently from the published formulae, in another language than
-the program. Everything is a pure function. Angles are degrees, instants are
-Julian days in doubles, unless a docstring says otherwise.
+Written independently from the published formulae. Every function is pure. Angles
+are degrees and instants Julian days, unless a docstring says otherwise.
 
-Floating point: sums are taken from left to right as the formulae are printed,
-powers by math.pow. Another run-time library may differ in the last bits, so
-compare with a tolerance (1e-8 degrees or days is ample), not bit for bit.
+Sums go from left to right as printed; powers use math.pow. Run-time libraries
+differ in the last bits: compare with a tolerance (1e-8 degrees or days is ample).
 
-Source of the series: J. Meeus, Astronomical Formulae for Calculators. Deliberate
-departures from it are marked "kept on purpose": the users of the program have
-always been shown the results that follow from them.
+Source of the series: J. Meeus, Astronomical Formulae for Calculators. Departures
+from it are marked "on purpose": users have always seen their results.
 """
 
 import datetime
@@ -19,7 +16,7 @@ from decimal import Decimal, ROUND_HALF_UP
 
 import moon_series as series
 
-PI10 = 3.1415926535  # ten decimals, kept on purpose: every conversion shares it
+PI10 = 3.1415926535  # ten decimals, on purpose, in every conversion
 MONTHS = "Jan Feb Mar Apr May Jun Jul Aug Sep Oct Nov Dec".split()
 DATE_EPOCH = datetime.date(1899, 12, 30).toordinal()
 DAY_SECONDS = 86400
@@ -28,36 +25,36 @@ DAY_SECONDS = 86400
 # ---------------------------------------------------------------- calendar and angles
 
 def int16(value):
-    """Check that a whole number fits in 16 bits with sign; OverflowError otherwise."""
+    """The number, or OverflowError unless it fits in 16 bits with sign."""
     if not -32768 <= value <= 32767:
         raise OverflowError("16-bit overflow")
     return value
 
 
 def int32(value):
-    """Check that a whole number fits in 32 bits with sign; OverflowError otherwise."""
+    """The number, or OverflowError unless it fits in 32 bits with sign."""
     if not -2147483648 <= value <= 2147483647:
         raise OverflowError("32-bit overflow")
     return value
 
 
 def day_fraction(day, hour, minute):
-    """Day of the month with the clock time as its fraction, in days."""
+    """Day of the month, with the time of day as its fraction."""
     return day + int16(hour * 60 + minute) / 1440
 
 
 def shift_january(year, month):
-    """Year and month as the Julian-day formula wants them: January is month 13 of the year before."""
+    """Year and month for the Julian-day formula: January is month 13 of the year before."""
     if month < 3:
         return int16(year - 1), int16(month + 12)
     return year, month
 
 
 def civil_to_julian(year, month, day):
-    """Julian day of a Gregorian date; day may carry the time as a fraction (days).
+    """Julian day of a Gregorian date; the day may have a fraction.
 
-    Source: Meeus, Julian day. No test for the reform of 1582: the Gregorian
-    correction is always applied, kept on purpose.
+    Source: Meeus, Julian day. On purpose there is no test for the reform of 1582:
+    the Gregorian correction always applies.
     """
     year, month = shift_january(year, month)
     a = math.floor(year / 100)
@@ -72,7 +69,7 @@ def julian_centuries(jd):
 
 
 def normalize_angle(angle):
-    """Degrees brought into 0..360; 0 and 360 themselves stay, kept on purpose."""
+    """Degrees reduced to 0..360; 0 and 360 themselves stay, on purpose."""
     if not angle < 0 and not angle > 360:
         return angle
     n = int32(math.floor(angle))
@@ -90,18 +87,18 @@ def deg_to_rad(angle):
 def arc_sine(x):
     """atan(DegToRad(x / sqrt(1 - x^2))), radians.
 
-    Not the arc sine: the tangent goes through the degree conversion, kept on
-    purpose. ZeroDivisionError at +-1, ValueError beyond.
+    Not the arc sine, on purpose: the tangent is converted from degrees.
+    ZeroDivisionError at +-1, ValueError beyond.
     """
     s = math.sqrt(-x * x + 1)
     return math.atan(deg_to_rad(x / s))
 
 
 def format_fixed(value, whole_digits, decimals):
-    """Text of a number for the pattern of whole_digits zeros, a point, decimals zeros.
+    """Text of a number for a pattern of whole_digits zeros, a point, decimals zeros.
 
-    The value is first taken to its 15 significant decimal digits and then
-    rounded in decimal, half away from zero.
+    The value is first rounded to 15 significant digits, then to the decimals, half
+    away from zero.
     """
     digits = Decimal("%.14e" % value)
     rounded = digits.quantize(Decimal(1).scaleb(-decimals), rounding=ROUND_HALF_UP)
@@ -114,9 +111,9 @@ def julian_to_civil(jd):
     """Calendar date and time of a Julian day, as a dictionary of the Cal... values.
 
     Source: Meeus, calendar date from the Julian day. Below JD 2299160.5 the date
-    is one of the Julian calendar. The hour comes from the text of the hours with
-    four decimals, the minute from the arithmetic, kept on purpose: close below a
-    full hour the hour is one higher while the minute stays 59.
+    is Julian. On purpose the hour comes from the text of the hours with four
+    decimals, the minute from the arithmetic: just before a full hour the hour is
+    one higher, but the minute is 59.
     """
     whole = int32(math.floor(jd + 0.5))
     part = (jd + 0.5) - whole
@@ -160,10 +157,10 @@ def obliquity(t):
 def sun_position(t):
     """The Sun's position at t Julian centuries; degrees, except as marked.
 
-    Source: Meeus, solar coordinates. Kept on purpose: the right ascension is an
-    arctangent in radians of a numerator passed through the degree conversion,
-    plus 180 where the cosine of the raw number of the longitude is negative; the
-    declination (radians) converts the sine of the obliquity once more.
+    Source: Meeus, solar coordinates. On purpose: the right ascension is an
+    arctangent in radians, its numerator converted from degrees, plus 180 if the
+    cosine of the longitude's raw number is negative; the declination (radians)
+    converts the sine of the obliquity once more.
     """
     t2, t3 = math.pow(t, 2), math.pow(t, 3)
     lon = normalize_angle(279.69668 + 36000.76892 * t + 0.0003025 * t2)
@@ -196,12 +193,12 @@ def sun_position(t):
 
 def sum_series(start, rows, group_ends, function, arguments, eccentricity,
                raw_rows=(), start_opens_group=False):
-    """A periodic series added group by group to its start, degrees.
+    """The sum of a periodic series, degrees.
 
-    Within a group the terms k * E^n * function(argument) are added in the order
-    of the rows, then the group is added to the running sum; with start_opens_group
-    the start is the first summand of the first group instead. A row of raw_rows
-    hands its argument to the function unconverted.
+    Adds the terms k * E^n * function(argument) of each group in the order of the
+    rows, then adds the group to the sum. The sum begins at start; with
+    start_opens_group the first group does. A row in raw_rows gives the function its
+    argument unconverted.
     """
     factor = (1, eccentricity, math.pow(eccentricity, 2))
     total, first = start, 0
@@ -226,12 +223,11 @@ def sum_series(start, rows, group_ends, function, arguments, eccentricity,
 def moon_position(t, sun_mean_anomaly):
     """The Moon's position at t Julian centuries; degrees, except as marked.
 
-    sun_mean_anomaly is the Sun's mean anomaly of sun_position at the same t; the
-    corrected one comes back in the result. Source: Meeus, position of the Moon.
-    Kept on purpose: elongation and argument of latitude are not reduced, the T^2
-    part of the Venus argument is taken in radians, the odd rows of the series,
-    the right ascension (an arctangent in radians plus 0 or 180) and the
-    declination (radians) with their extra degree conversions.
+    sun_mean_anomaly comes from sun_position at the same t; the result has the
+    corrected one. Source: Meeus, position of the Moon. On purpose: elongation and
+    argument of latitude are not reduced; the T^2 part of the Venus argument is in
+    radians; the odd rows of the series; the extra conversions in the right
+    ascension (an arctangent in radians, plus 0 or 180) and the declination (radians).
     """
     t2, t3 = math.pow(t, 2), math.pow(t, 3)
     lon = 270.434164 + 481267.8831 * t - 0.001133 * t2 + 0.0000019 * t3
@@ -302,7 +298,7 @@ def moon_position(t, sun_mean_anomaly):
 def lit_fraction(d, m, mp):
     """Lit fraction of the disc, 0..1, from elongation and anomalies in degrees.
 
-    Source: Meeus, illuminated fraction; the last coefficient 0.112 is kept on purpose.
+    Source: Meeus, illuminated fraction; the last coefficient 0.112 on purpose.
     """
     i = (180 - d - 6.289 * _sin(mp) + 2.1 * _sin(m) - 1.274 * _sin(2 * d - mp)
          - 0.658 * _sin(2 * d) - 0.214 * _sin(2 * mp) - 0.112 * _sin(d))
@@ -319,8 +315,8 @@ def lunation(k, m_t2_sign=-1):
     """Julian day of lunation k (whole: New Moon, + 0.5: Full Moon), with its anomalies.
 
     Returns (instant, M, M'), days and degrees. Source: Meeus, phases of the Moon.
-    m_t2_sign is the sign of the T^2 term of M. The same thirteen terms serve both
-    phases, with 2F - M' in the tenth, kept on purpose.
+    m_t2_sign is the sign of the T^2 term of M. Both phases use the same thirteen
+    terms, with 2F - M' in the tenth on purpose.
     """
     t = k / 1236.85
     t2, t3 = math.pow(t, 2), math.pow(t, 3)
@@ -349,8 +345,8 @@ def find_phases(year, jd, jd_jan1, d, m, mp):
 
     year: calendar year; jd: Julian day of the reference day; jd_jan1: Julian day of
     1 January, 0 h; d, m, mp: elongation and anomalies of the moment, degrees.
-    Kept on purpose: the year of 365 days; a New Moon before jd moves one lunation
-    on, with the opposite sign of the T^2 term of M; a Full Moon before jd stays.
+    On purpose: the year has 365 days; a New Moon before jd moves one lunation on,
+    with the opposite sign of the T^2 term of M; a Full Moon before jd stays.
     """
     illumination = lit_fraction(d, m, mp)
     year_percent = (jd - jd_jan1) / 365 * 100
@@ -397,14 +393,14 @@ def phase_to_icon_number(value):
 def terminator_aspect(p):
     """Aspect of the terminator's ellipse (vertical over horizontal half-axis) at dark fraction p.
 
-    ZeroDivisionError at exactly 0.49999. That double is no value of |1 - fraction|,
-    whose steps near it are twice as wide, so a drawn picture cannot meet it.
+    ZeroDivisionError at exactly 0.49999. No |1 - fraction| has that value: its steps
+    are twice as wide there.
     """
     return 0.5 / (0.49999 - p) if p < 0.5 else 0.5 / (p - 0.49999)
 
 
 def draw_moon_phase(fraction, waning, southern):
-    """What the picture routine makes of a lit fraction and a waning flag.
+    """The results of the picture routine for a lit fraction and a waning flag.
 
     Returns the dark fraction, the flag after the southern view, the terminator's
     aspect, the label's text, the value on the 0..200 scale and the icon number.
@@ -422,11 +418,11 @@ def draw_moon_phase(fraction, waning, southern):
 
 # ---------------------------------------------------------------- report
 
-SECOND_PASS_DAYS = 5  # after now, where a phase has already passed
+SECOND_PASS_DAYS = 5  # after now, if a phase has already passed
 LAST_PASS_DAYS = 30  # before the nearer coming phase
 
-# Local dates are whole seconds from 1899-12-30 0 h. Every date of the report falls
-# on a whole second, so this is exact where day counts in doubles carry rounding.
+# Local dates are whole seconds from 1899-12-30 0 h. That is exact: every date of the
+# report falls on a whole second, but a double that counts days is rounded.
 
 def date_seconds(year, month, day, hour=0, minute=0, second=0):
     """Whole seconds from 1899-12-30 0 h of a local date and time."""
@@ -467,8 +463,8 @@ def pair_of_lines(kind, full, new):
 def tip_text(age_seconds):
     """The 64-character tip for the Moon's age in seconds.
 
-    The days come from the text with three decimals, the time of day from the age
-    itself, kept on purpose.
+    On purpose the days come from the text with three decimals, the time of day from
+    the age itself.
     """
     days = int(format_fixed(age_seconds / DAY_SECONDS, 2, 3)[:2])
     rest = abs(age_seconds) % DAY_SECONDS
@@ -479,7 +475,7 @@ def tip_text(age_seconds):
 def module_values(year, month, day, hour, minute):
     """Every module value of one pass, in the order of writing.
 
-    A name that several routines write carries the routine: @Sun, @Moon, @Phases.
+    A name that several routines write ends with the routine: @Sun, @Moon, @Phases.
     """
     jd = civil_to_julian(year, month, day_fraction(day, hour, minute))
     t = julian_centuries(jd)
@@ -510,9 +506,9 @@ def run_pass(base, offset_minutes):
 def report(year, month, day, hour, minute, second, offset_minutes, southern):
     """The whole report at a local clock instant.
 
-    offset_minutes: local time minus Universal Time. The clock reading goes into the
-    astronomy as it is, taken for Universal Time; only the phase instants get the
-    offset, kept on purpose. The clock stands still during one report.
+    offset_minutes: local time minus Universal Time. On purpose the astronomy takes
+    the clock's reading as Universal Time; only the phase instants get the offset. The
+    clock stands still during a report.
     """
     now = date_seconds(year, month, day, hour, minute, second)
     next_full, next_new, values = run_pass(now, offset_minutes)

@@ -1,19 +1,19 @@
 """The periodic series behind the Moon's position and the lunation instants.
 
 Source: J. Meeus, Astronomical Formulae for Calculators (position of the Moon;
-phases of the Moon). Rows stand in the published order, digits as published.
-Angles are degrees; the parallax coefficients are degrees as well.
+phases of the Moon). Rows and digits are as published. Angles and the parallax
+coefficients are degrees.
 
-Each row of the Moon's series is (k, power of E, argument). The argument is
-written with the letters of the source:
+Each row of the Moon's series is (k, power of E, argument). The argument has the
+source's letters:
     D  mean elongation of the Moon from the Sun
     M  mean anomaly of the Sun
     M' mean anomaly of the Moon
     F  mean argument of latitude of the Moon
 and is summed from left to right.
 
-Rows that depart from the publication, all kept on purpose:
-    longitude 26: the angle goes to the sine as it stands, as if it were radians
+Rows that depart from the publication on purpose:
+    longitude 26: the sine takes the angle as radians
     longitude 41: M' + 3M instead of M + M' + 2D
     parallax 28:  2D - 2M' instead of 2D - 2M
     phase term 10: 2F - M' instead of 2F - M
@@ -160,7 +160,7 @@ PARALLAX = [
 ]
 PARALLAX_GROUP_ENDS = (7, 15, 23, 30)
 
-# Days. The first coefficient also has a part that runs with T.
+# Days. The first coefficient also has a part proportional to T.
 PHASE_FIRST_RATE = "-0.000393"
 PHASE = [
     ("0.1734", "M"),

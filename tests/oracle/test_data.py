@@ -1,4 +1,4 @@
-"""The tables of tests/data are, byte for byte, what the oracle writes today.
+"""Checks that the oracle writes the tables of tests/data again, byte for byte.
 
     python3 test_data.py
 """

@@ -1,7 +1,7 @@
 """Checks the oracle against the worked values of the published rules.
 
-Run: python3 test_oracle.py. Every check prints only when it fails; the last line
-counts them. Worked values are held at the digits they are published with.
+Run: python3 test_oracle.py. Only failed checks print; the last line counts all.
+Worked values are compared in their published digits.
 """
 
 import math
@@ -58,8 +58,8 @@ def test_calendar():
     expect("JD 2003-08-19.5", o.civil_to_julian(2003, 8, 19.5), 2452871.0)
     expect("JD 2000-01-01.5", o.civil_to_julian(2000, 1, 1.5), 2451545.0)
     expect("January moves", o.shift_january(2000, 1), (1999, 13))
-    # The Gregorian correction also before the reform: 1582-10-04 and -05 are
-    # ten days earlier than in the Julian calendar, 1582-10-15 the same.
+    # The Gregorian correction applies before the reform too: 1582-10-04 is ten days
+    # earlier than in the Julian calendar.
     expect("JD 1582-10-04", o.civil_to_julian(1582, 10, 4.0), 2299149.5)
     expect("JD 1582-10-15", o.civil_to_julian(1582, 10, 15.0), 2299160.5)
     expect("2299160.5", calendar(2299160.5, "Year", "Month", "Day"), (1582, 10, 15))
@@ -68,7 +68,7 @@ def test_calendar():
     expect("T of 2451545", o.julian_centuries(2451545.0), 1.0)
     expect("2452871", calendar(2452871.0, "Year", "Month", "Day", "Hour", "Minute"),
            (2003, 8, 19, 12, 0))
-    # 9 h 59.9997 min; and the texts of 9.99999 and 23.99999 hours.
+    # Just before a full hour.
     jd = 2452870.5 + (9 * 60 + 59.9997) / 1440
     expect("9 h 59.9997 min", calendar(jd, "Day", "Hour", "Minute"), (19, 10, 59))
     expect("9.99999 h", calendar(2452870.5 + 9.99999 / 24, "Day", "Hour", "Minute"), (19, 10, 59))
@@ -237,8 +237,8 @@ def test_phases():
         2004, o.civil_to_julian(2004, 12, 31.0), o.civil_to_julian(2004, 1, 1.0),
         0.0, 0.0, 0.0)["YearPercent"], 100.0)
 
-    # A Full Moon already past stays where it was found. A day's own year and 1 January
-    # never lead there in 1950..2050, so the year handed in is one too low.
+    # A Full Moon already past stays. The day's own year never leads there in
+    # 1950..2050, so this year is one too low.
     p = o.find_phases(2002, 2452894.5, jan1, 0.0, 0.0, 0.0)
     expect("Full in the past", p["FullMoonJD"] < 2452894.5, True)
     expect("past Full stays", p["FullMoonJD"], o.lunation(p["kNew"] + 0.5)[0])
@@ -285,7 +285,7 @@ def test_report():
     def line(jd, offset):
         return o.date_line("Next New Moon : ", o.local_date(jd, offset))
 
-    # 20:00 and 02:00 UT, taken two seconds late: the exact hour is no double.
+    # 20:00 and 02:00 UT, two seconds late: no double is the exact hour.
     late = 2 / day
     evening = o.civil_to_julian(2026, 11, 9 + 20 / 24) + late
     morning = o.civil_to_julian(2026, 11, 9 + 2 / 24) + late
@@ -305,13 +305,13 @@ def test_report():
            ["Next New Moon :", "Next Full Moon "])
     expect("equal: New above", o.pair_of_lines("Last", 60, 60)[0][:14], "Last New Moon ")
 
-    # 27 August 2003, New Moon at 17:26 UT: after it the finder's phase has passed.
+    # After the New Moon of 27 August 2003, 17:26 UT, the finder's phase has passed.
     before = o.report(2003, 8, 27, 17, 25, 0, 0, False)
     after = o.report(2003, 8, 27, 17, 27, 0, 0, False)
     expect("before", before["lines"][2], "Next New Moon : 27-Aug-03 5:26 PM")
     expect("after", after["lines"][2:], ["New Full Moon : 10-Sep-03 4:35 PM",
                                          "New New Moon : 26-Sep-03 3:09 AM"])
-    # At 10:59:59.8 UT the text of the hours is carried, the minute is not.
+    # At 10:59:59.8 UT the hours' text rounds up, but not the minute.
     expect("carried hour", o.report(1991, 9, 1, 12, 0, 0, 0, False)["lines"][2],
            "Next New Moon : 08-Sep-91 11:59 AM")
     expect("at the minute", o.report(2003, 8, 27, 17, 26, 0, 0, False)["corrected"], True)

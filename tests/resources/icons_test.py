@@ -1,9 +1,9 @@
-"""Holds the icons to their description, read back from the .ico files that make_icons.py writes.
+"""Compares the .ico files that make_icons.py writes with the description of the icons.
 
     python3 -m unittest tests/resources/icons_test.py
 
-A picture is a list of 16 rows of 16 levels: None where the icon is transparent, else the grey level 0 to
-255. Rows and columns count from 0 here. "Lit" is every pixel that is not black.
+A picture is a list of 16 rows of 16 levels: None for transparent, else the grey level 0 to 255. Rows and
+columns count from 0. Every pixel that is not black is lit.
 """
 
 import os
@@ -21,7 +21,7 @@ PICTURES = os.path.join(RESOURCES, "icons")
 
 BLACK, DARK_GREY, LIGHT_GREY, WHITE = 0, 128, 192, 255
 
-# Written out a second time, on purpose, in the byte order of the file: blue, green, red, 0.
+# The palette a second time, on purpose, in the file's byte order: blue, green, red, 0.
 PALETTE_BYTES = bytes.fromhex(
     "00000000 00008000 00800000 00808000 80000000 80008000 80800000 80808000"
     "c0c0c000 0000ff00 00ff0000 00ffff00 ff000000 ff00ff00 ffff0000 ffffff00")
@@ -31,7 +31,7 @@ DISC = [[abs(2 * column - 15) < width for column in range(16)] for width in WIDT
 
 
 def eroded(mask):
-    """The mask without its rim: the pixels whose four neighbours are all in the mask."""
+    """The mask's pixels whose four neighbours are all in the mask."""
     def at(row, column):
         return 0 <= row < 16 and 0 <= column < 16 and mask[row][column]
     return [[all((at(row, column), at(row - 1, column), at(row + 1, column),
@@ -107,7 +107,7 @@ def png_rows(data):
 
 
 def levels(data):
-    """A phase icon's picture as grey levels; a colour that is no grey becomes -1."""
+    """A phase icon's picture as grey levels; -1 for a colour that is no grey."""
     colours, mask = colours_and_mask(data, 16)
 
     def level(index):
@@ -185,7 +185,7 @@ class Format(unittest.TestCase):
             self.assertGreaterEqual(len({colour for row in colours for colour in row}), 6)
 
     def test_the_large_window_icons_show_the_picture_of_32_pixels(self):
-        """In the middle of each of its pixels, but for those on an edge, which are shaded there by hand."""
+        """Compared in the middle of each pixel, except on edges, which are shaded by hand."""
         parts = images(FILES["window.ico"])
         colours, mask = colours_and_mask(parts[4][1], 32)
         for entry, data in parts[:4]:
@@ -197,7 +197,7 @@ class Format(unittest.TestCase):
             for row in range(32):
                 for column in range(32):
                     red, green, blue, alpha = rows[(2 * row + 1) * size // 64][(2 * column + 1) * size // 64]
-                    self.assertTrue(alpha or (red, green, blue) == (0, 0, 0), "what is not seen is black")
+                    self.assertTrue(alpha or (red, green, blue) == (0, 0, 0), "a transparent pixel is black")
                     wanted = PALETTE_BYTES[4 * colours[row][column]:][:3]
                     seen = alpha > 127
                     if seen == bool(mask[row][column]) or seen and max(
@@ -247,7 +247,7 @@ class Disc(PhaseTest):
 
 
 class Waxing(PhaseTest):
-    """Phases 0 to 14, lit from the right. Disc holds the waning ones to be their mirror images."""
+    """Phases 0 to 14, lit from the right. Disc checks that the waning ones mirror them."""
 
     def test_new_moon_is_all_black(self):
         self.assertEqual(set(pixels(self.pictures[0])), {BLACK})
