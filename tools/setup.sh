@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs what Tidewell is built, run and tested with, on Debian and its kin.
-# Usage: tools/setup.sh GROUP...   where the groups stand below.
+# Installs what building, running and testing Tidewell needs, on Debian and its
+# derivatives.
+# Usage: tools/setup.sh GROUP...   (the groups are below)
 set -euo pipefail
 
 declare -A groups=(
@@ -10,14 +11,14 @@ declare -A groups=(
   [release]="cmake g++ g++-mingw-w64-i686 ninja-build nsis python3"
   [accuracy]="fonts-dejavu-core g++ gnuplot-nox imagemagick libswe-dev python3 swe-basic-data"
 )
-# The 32-bit C compiler is the cross one: gcc-multilib conflicts with the cross
-# compilers that a developer may already have.
+# The 32-bit C compiler is a cross compiler: gcc-multilib conflicts with other
+# cross compilers, which a developer may have.
 groups[e2e]="${groups[run]} locales python3-pytest python3-xlib tzdata x11-apps"
 groups[test]="${groups[release]} ${groups[e2e]} clang clang-format clang-tidy gcc-i686-linux-gnu googletest icoutils
   libclang-rt-14-dev libengine-pkcs11-openssl libgmock-dev libgtest-dev openssl osslsigncode python3-pefile
   python3-yaml softhsm2"
 groups[other-wine]="${groups[build]} ${groups[e2e]} debootstrap gcc-i686-linux-gnu"
-# Node may be there from elsewhere than Debian, and Debian's npm would clash with it.
+# Debian's npm would clash with a Node from elsewhere.
 groups[bench]="${groups[build]} ${groups[run]} gcc-i686-linux-gnu libbenchmark-dev libnova-dev libswe-dev locales
   swe-basic-data tzdata $(command -v npm >/dev/null || echo nodejs npm)"
 
@@ -38,8 +39,8 @@ if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
   exit 1
 fi
 
-# The status of dpkg-query says nothing: it fails when a single name is unknown.
-# shellcheck disable=SC2016 # the names in the format are dpkg's
+# dpkg-query fails if a single name is unknown, so its status says nothing.
+# shellcheck disable=SC2016 # dpkg expands the format
 installed=$(dpkg-query -W -f '${db:Status-Status} ${Package} ${Package}:${Architecture} \n' \
   "${wanted[@]}" 2>/dev/null | sed -n 's/^installed//p') || true
 missing=()
@@ -71,22 +72,31 @@ apt_get() {
     -o Acquire::Retries=3 -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0 "$@"
 }
 
-# Takes further apt-get options. An index that fails to download may be that of
-# an unrelated source, so only the installation decides. Nothing of the user's
-# is removed to make room.
+# Arguments: more apt-get options. A failed download of an index may concern an
+# unrelated source, so only the installation decides. It removes no package.
 update_and_install() {
   apt_get "$@" update || true
   apt_get "$@" install --no-install-recommends --no-remove "${missing[@]}"
 }
 
-# The second try. A mirror may serve a security index for i386 that lags behind
-# its signed release file; apt then leaves that index out. 32-bit Wine becomes
-# uninstallable, as its libraries must have exactly the versions of their 64-bit
-# twins, which do see the security suite. Base and updates agree by themselves.
-# The pin sends back to them the twins that were upgraded before.
+# On a terminal the user decides, once. Without one setup goes on and says so.
+stepping_back=""
+agree_to_step_back() {
+  echo "setup: trying again without the security suites; installed libraries may step back to older versions"
+  if [[ -z $stepping_back && -t 0 && -t 2 ]]; then
+    read -r -p "setup: go on? [y/N] " stepping_back || true
+    [[ $stepping_back == [yY]* ]] || { echo "setup: nothing was installed" >&2; exit 1; }
+  fi
+}
+
+# A mirror's security index for i386 may be older than its signed release file:
+# apt then ignores that index. 32-bit Wine becomes uninstallable, since its
+# libraries must have the versions of their 64-bit twins, which come from the
+# security suite. Base and updates agree with each other. The pin takes upgraded
+# twins back to them.
 install_without_security() {
   local file parts=$scratch/sources.d
-  echo "setup: trying again without the security suites; shared libraries may step back to the base suite"
+  agree_to_step_back
   mkdir -p "$parts"
   for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
     [[ -f $file ]] || continue
@@ -94,12 +104,12 @@ install_without_security() {
   done
   for file in /etc/apt/sources.list.d/*.sources; do
     [[ -f $file ]] || continue
-    # apt refuses a stanza without suites, but takes one that is not enabled.
+    # apt refuses a stanza without suites, but accepts a disabled one.
     sed -E '/^Suites:/I { s,[^[:space:]]+(-security|/updates)([[:space:]]|$),,g; s/^Suites:[[:space:]]*$/Enabled: no/I }' \
       "$file" >"$parts/${file##*/}"
   done
-  # The origin is matched, as the list of installed packages, which has none,
-  # must not be pinned along with the suites.
+  # The pattern needs an origin: installed packages have none and must not be
+  # pinned.
   printf 'Package: *\nPin: release o=/./\nPin-Priority: 1001\n' >"$scratch/preferences"
   update_and_install --allow-downgrades -o APT::Get::List-Cleanup=0 \
     -o Dir::Etc::SourceList=/dev/null -o Dir::Etc::SourceParts="$parts" \
@@ -107,7 +117,7 @@ install_without_security() {
 }
 
 update_and_install || install_without_security || {
-  echo "setup: one more round in 10 s, in case the cause was a passing one" >&2
+  echo "setup: trying once more in 10 s" >&2
   sleep 10
   update_and_install || install_without_security
 }
