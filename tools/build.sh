@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 
-# CMake would fail as well, and not say what to do.
+# CMake would fail too, but not say what to do.
 cache=build/$1/CMakeCache.txt
 if [[ -e $cache ]]; then
   made_for=$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$cache")

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Runs the end-to-end tests with the Wine of another Debian, in a chroot of it:
-# build/debian-SUITE, made once. As root.
-# Usage: tools/other-wine.sh SUITE [PYTEST-ARGUMENT...]   such as trixie, Wine 10
+# Runs the end-to-end tests with the Wine of another Debian, in the chroot
+# build/debian-SUITE, which it makes once. Needs root.
+# Usage: tools/other-wine.sh SUITE [PYTEST-ARGUMENT...]   such as trixie (Wine 10)
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 
@@ -10,7 +10,7 @@ suite=$1
 shift
 root=$PWD/build/debian-$suite
 
-# Mounts and processes that end with this script, however it ends.
+# All mounts and processes end with this script.
 if [[ ${TIDEWELL_UNSHARED-} != 1 ]]; then
   TIDEWELL_UNSHARED=1 exec unshare --mount --pid --fork --kill-child "$0" "$suite" "$@"
 fi
@@ -26,8 +26,7 @@ fi
 mount -t proc proc "$root/proc"
 mount --rbind /dev "$root/dev"
 
-# The sources, the program and the helpers of the bench, built here: there are
-# no compilers in the chroot.
+# The chroot has no compilers: the program and the bench's helpers are built here.
 mkdir -p "$root/tidewell/build/e2e"
 tar -c --exclude ./build --exclude ./.git . | tar -x -C "$root/tidewell"
 cp build/windows/Tidewell.exe "$root/tidewell/build"
@@ -40,6 +39,6 @@ PYTHON
 inside() { chroot "$root" env HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin "$@"; }
 inside /tidewell/tools/setup.sh e2e
 inside wine --version
-# The check of a real Windows would have to be built, and finds the icon as Wine 8 keeps it.
+# Without the check of a real Windows: it is not built here, and finds the icon only in Wine 8.
 inside /usr/bin/python3 -B -m pytest /tidewell/tests/e2e --ignore=/tidewell/tests/e2e/test_windows_check.py \
   --program=/tidewell/build/Tidewell.exe "$@"

@@ -1,12 +1,11 @@
 #!/usr/bin/env bash
-# Runs a command with a virtual display of its own and passes its status on.
+# Runs a command on a virtual display of its own and returns its status.
 # Usage: tools/under-display.sh COMMAND...
 set -euo pipefail
 
-# The server picks a free display itself and tells it when it is ready for use.
-# In a session of its own it does not get the terminal's Ctrl-C, so that it is
-# there until the command has ended. Without -noreset it starts anew when its last
-# client leaves, and turns away who comes just then.
+# The server picks a free display and prints its number when it is ready. setsid
+# keeps the terminal's Ctrl-C from it, so that it outlives the command. Without
+# -noreset it restarts after its last client and refuses new ones meanwhile.
 exec {told}< <(exec setsid Xvfb -displayfd 1 -noreset -screen 0 1024x768x24 2>/dev/null)
 server=$!
 trap 'kill "$server" 2>/dev/null; wait "$server" 2>/dev/null || true' EXIT

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Runs a Windows console program under Wine and passes its output and status on. It
-# fails if Wine warns of a wrong use of the heap.
+# Runs a Windows console program under Wine and passes on its output and status.
+# Fails if Wine warns of a wrong use of the heap.
 # Usage: tools/under-wine.sh PROGRAM [ARGUMENT...]
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/wine-env.sh"
 
-# A zone that is neither UTC nor one of whole hours: in UTC a test of the zone would see nothing.
+# In UTC a test of the zone would see nothing.
 export TZ=America/St_Johns
 
 wine_prefix >&2
@@ -14,12 +14,12 @@ if [[ -z ${DISPLAY-} ]]; then
   exit
 fi
 
-# The Wine server may outlive the program and would keep a pipe open, whose
-# reader would wait for ever.
+# Into a file: the Wine server may outlive the program and keep a pipe open, and
+# the pipe's reader would wait for ever.
 output=$(mktemp)
 trap 'rm -f "$output"' EXIT
 status=0
-# The warnings also make Wine fill freed blocks and what lies behind each block.
+# The warnings also make Wine fill freed blocks and the space after each block.
 WINEDEBUG=-all,err+heap,warn+heap wine "$@" >"$output" 2>&1 || status=$?
 cat "$output"
 if grep -q ':heap:' "$output"; then

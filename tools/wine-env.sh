@@ -1,37 +1,36 @@
 # shellcheck shell=bash
-# To be sourced: points Wine at the repository's own prefix, build/wine-prefix.
+# Source this: it makes Wine use the repository's own prefix, build/wine-prefix.
 
 repository=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 export WINEPREFIX=$repository/build/wine-prefix WINEARCH=win32 WINEDEBUG=-all
-# No offer to download .NET or a browser, no menu entries on the user's desktop.
+# No downloads of .NET or a browser, no menu entries on the user's desktop.
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
 
 unmanaged() {
   env -u DISPLAY wine reg add "HKCU\\Software\\Wine\\AppDefaults\\$1\\X11 Driver" /v Managed /d N /f
 }
 
-# Makes the prefix unless it is complete; takes about 8 s, once. Wine refuses
-# one that another user owns, and to make one in a folder of another user.
+# Makes the prefix once, in about 8 s. Wine refuses another user's prefix, and to
+# make one in another user's folder.
 wine_prefix() {
   [[ -O $WINEPREFIX/complete ]] && return
   mkdir -p "${WINEPREFIX%/*}"
   (
-    # Wine's processes outlive their starter: none may inherit the lock, nor a
-    # pipe, or the next one in line, or the pipe's reader, waits for them.
+    # Wine's processes outlive this shell. If they inherited the lock or a pipe,
+    # others would wait for them.
     flock 9
     [[ -O $WINEPREFIX/complete ]] && exit
     echo "making the Wine prefix build/wine-prefix"
-    if [[ -d $WINEPREFIX ]]; then # left by one that was interrupted, or another user's
+    if [[ -d $WINEPREFIX ]]; then # interrupted, or another user's
       wineserver -k || true
       rm -rf "$WINEPREFIX"
     fi
     mkdir "$WINEPREFIX"
-    # Without a display, so that no "updating" window comes and nothing stays
-    # tied to a display that ends before the prefix does. Debian's Wine does not
-    # look where fonts-wine puts its fonts: MS Sans Serif and the symbols of
-    # title bars and check marks come from there. Wine ignores fontconfig's
-    # aliases, hence the replacement. The server writes the registry to disk only
-    # as it ends.
+    # Without a display there is no "updating" window, and nothing is tied to a
+    # display that ends before the prefix. Debian's Wine does not find the fonts
+    # of fonts-wine: MS Sans Serif and the symbols of title bars and check marks.
+    # Wine ignores fontconfig's aliases, hence the replacement of Arial. The server
+    # writes the registry only when it ends.
     {
       env -u DISPLAY wine wineboot --init &&
         ln -s /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts/" &&
@@ -39,10 +38,10 @@ wine_prefix() {
           /v Arial /d 'Liberation Sans' /f &&
         # A crash ends the program instead of asking.
         env -u DISPLAY wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f &&
-        # Without a window manager Wine waits 2 s whenever a window that it takes
-        # for managed is hidden: not so for the tests and for the tray's own.
+        # Without a window manager Wine waits 2 s whenever it hides a managed
+        # window. Those of the tests and the tray are not managed.
         unmanaged window_tests.exe && unmanaged explorer.exe &&
-        { wineserver -k || true; } # fails where the server has ended by itself
+        { wineserver -k || true; } # fails if the server has ended already
     } >"$WINEPREFIX.log" 2>&1 </dev/null 9>&- || {
       echo "making the Wine prefix failed, see build/wine-prefix.log" >&2
       exit 1
@@ -51,12 +50,10 @@ wine_prefix() {
   ) 9>"$WINEPREFIX.lock"
 }
 
-# Runs a command with a display of its own and the prefix for itself, and ends
-# the Wine server, and with it every program left in the prefix, before the
-# display goes. Wine ties a prefix to the display it was first used on: two such
-# commands must not overlap. There may be no server left to end, and a command
-# that is a function may have left errexit on: neither is to turn a success into
-# a failure.
+# Runs a command on a display of its own. It holds the prefix alone, since Wine
+# ties a prefix to the display of its first use. Before the display ends it ends
+# the Wine server and so every program left. "|| true": there may be no server,
+# and a function may have left errexit on.
 with_own_display() {
   # shellcheck disable=SC2016 # expanded by the inner shell
   flock --close "$WINEPREFIX.lock" "$repository/tools/under-display.sh" \

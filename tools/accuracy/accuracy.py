@@ -1,9 +1,8 @@
 #!/usr/bin/env python3
-"""Measures how right the program is: makes the reference files of tests/data and the plots and tables of
-docs/accuracy.md.
+"""Measures the accuracy: makes the reference files of tests/data and the plots and tables of docs/accuracy.md.
 
-Run: tools/accuracy/accuracy.py, which takes about a minute. The program's values come from tests/oracle, to which the
-tests hold the program. Errors are what the program shows minus what is true.
+Run: tools/accuracy/accuracy.py, which takes about a minute. The values come from tests/oracle, which the tests compare
+with the program. An error is what the program shows minus what is true.
 """
 
 import bisect
@@ -21,9 +20,9 @@ WORK = ROOT / "build" / "accuracy"
 DOCS = ROOT / "docs"
 sys.path.insert(0, str(ROOT / "tests" / "oracle"))
 
-import moon_oracle as o  # noqa: E402 (behind the path)
+import moon_oracle as o  # noqa: E402 (needs the path)
 
-# The Moon's place on the sky is not shown, and its long series would take nine tenths of the time.
+# The program does not show the Moon's position. Its long series would take nine tenths of the time.
 o.sum_series = lambda *_, **__: 0.0
 o.lunation = functools.cache(o.lunation)
 
@@ -35,7 +34,7 @@ YEAR = 365.2425  # days
 # ---------------------------------------------------------------- the reference
 
 def make_reference():
-    """The two files of tests/data and, for the tables, the lit fraction in short steps."""
+    """Makes the two files of tests/data and, for the tables, the lit fraction in short steps."""
     WORK.mkdir(parents=True, exist_ok=True)
     tool = WORK / "ephemeris"
     subprocess.run(["c++", "-std=c++20", "-O2", "-Wall", "-Wextra", "-o", tool, HERE / "ephemeris.cpp", "-lswe", "-lm"],
@@ -62,7 +61,7 @@ def table(head, lines):
 
 
 def number(form, value):
-    """A number as text; what rounds to nothing is a plain 0."""
+    """A number as text; a plain 0 if it rounds to zero."""
     text = form % value
     return text if float(text) else "0"
 
@@ -75,7 +74,7 @@ def sizes(errors, form):
 
 
 def put_into_document(tables):
-    """Replaces each table of docs/accuracy.md between its marks."""
+    """Replaces the tables between the marks of docs/accuracy.md."""
     path = DOCS / "accuracy.md"
     text = path.read_text(encoding="utf-8")
     for name, lines in tables.items():
@@ -99,7 +98,7 @@ def year_of(jd):
 # ---------------------------------------------------------------- the instants of the phases
 
 def measure_instants(phases):
-    """Errors of the New and Full Moons in minutes, cause by cause."""
+    """Errors of the New and Full Moons in minutes, by cause."""
     series = {"New": [], "Full": []}
     all_causes, points, carried = [], [], []
     for k, new, full, delta_t in phases:
@@ -135,7 +134,7 @@ def measure_instants(phases):
 
 
 def measure_departures(phases):
-    """Errors of the instants in minutes with the published tenth term and with the full pi."""
+    """Errors of the instants in minutes with the tenth term as published, and with the full pi."""
     def errors():
         return [(o.lunation.__wrapped__(lunation)[0] - tt) * 1440 for k, new, full, _ in phases
                 for lunation, tt in ((k, new), (k + 0.5, full)) if JD_1900 <= tt < JD_2101]
@@ -192,7 +191,7 @@ def measure_lit_fraction(phases, samples):
 
 
 def measure_clock(phases):
-    """What the local clock, taken for Universal Time, does to lit fraction and icon: over 19 years, hour by hour."""
+    """Effect on lit fraction and icon of taking the local clock for Universal Time: each hour of 19 years."""
     new_moons = [row[1] for row in phases]
     full_moons = [row[2] for row in phases]
     start, hours = o.civil_to_julian(2020, 1, 1.0), 19 * 365 * 24
@@ -219,8 +218,8 @@ def measure_clock(phases):
 # ---------------------------------------------------------------- a phase found from the day's start
 
 def reports(first_year, last_year, offset):
-    """(from, seconds, report, true dates) for all time of some years: between two dates nothing of the report's lines
-    changes. The true dates are those that the program itself gives to the phases, so that no other cause mixes in.
+    """(from, seconds, report, true dates) for each span of some years in which the lines do not change. The true dates
+    are the program's own dates of the phases, so that no other cause mixes in.
     """
     shown = {kind: [o.local_date(o.lunation(k + half)[0], offset) for k in range(-3, 2492)]
              for kind, half in (("New", 0), ("Full", 0.5))}
@@ -236,12 +235,12 @@ def reports(first_year, last_year, offset):
 
 
 def effects_of(report, true):
-    """What is unusual about a report, by name."""
+    """Each unusual effect by name, and whether the report has it."""
     dates = report["dates"]
-    # A date is that of the phase that the line names or that of the phase a lunation later.
+    # A date is that of the named phase, or one lunation later.
     later = {name: round((dates[name] - true[name]) / MONTH) for name in true}
     assert set(later.values()) <= {0, 1}, report
-    # A coming phase that a "Next" line leaves out stands in the "Last" line.
+    # If a "Next" line leaves out the coming phase, the "Last" line has it.
     assert later["NextFull"] <= later["LastFull"] and later["NextNew"] <= later["LastNew"], report
     return {
         "\u201cLast Full Moon\u201d is one still to come": later["LastFull"] == 1,
@@ -255,7 +254,7 @@ def effects_of(report, true):
 
 
 def measure_day_start():
-    """Shares of all time at which a report is unusual, in some zones; two years of them as a plot."""
+    """How often a report is unusual, as shares of all time, in some zones; a plot of two years."""
     zones = {-480: "UTC-8", 0: "UTC", 60: "UTC+1", 540: "UTC+9"}
     plotted_years = (2026, 2027)
     shares, spans, edge, off = {}, collections.defaultdict(list), 0, 0
@@ -302,7 +301,7 @@ def main():
         "day's start": measure_day_start(),
     })
     subprocess.run(["gnuplot", "-e", f"docs='{DOCS}'", HERE / "plots.gp"], cwd=WORK, check=True)
-    # A few colours are all they have.
+    # They have only a few colours.
     subprocess.run(["mogrify", "-strip", "+dither", "-colors", "24", "-define", "png:exclude-chunks=date,time",
                     *sorted(DOCS.glob("accuracy-*.png"))], check=True)
 

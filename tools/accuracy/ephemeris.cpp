@@ -1,7 +1,7 @@
-// Writes to the standard output what a modern ephemeris, the Swiss Ephemeris, says of the Moon from 1900 to 2100:
+// Prints the Moon's phases of 1900 to 2100 from a modern ephemeris, the Swiss Ephemeris:
 //   ephemeris phases      all New and Full Moons
-//   ephemeris lit STEP    the lit fraction every so many days
-// Only this tool is linked with that library, never the program. Julian days are in dynamical time (TT).
+//   ephemeris lit STEP    the lit fraction every STEP days
+// The program is never linked with that library. Julian days are in dynamical time (TT).
 
 #include <swephexp.h>
 
@@ -14,7 +14,7 @@
 
 namespace {
 
-/// The lunations of 1900 to 2100 and one on either side, counted as the program does: 0 begins on 1 January 1900.
+/// The lunations of 1900 to 2100 and one on either side. As in the program 0 begins on 1 January 1900.
 constexpr int kFirstLunation = -1;
 constexpr int kLastLunation = 2487;
 
@@ -24,7 +24,7 @@ constexpr double kJanuary2101 = 2488434.5;
 constexpr double kSecondsPerDay = 86400;
 constexpr int kFlags = SEFLG_SWIEPH | SEFLG_SPEED;
 
-/// The library goes on with a lesser ephemeris where its files are missing: that must not happen unseen.
+/// Fails if the library silently used a lesser ephemeris because its files are missing.
 void Require(int flags, const char* message) {
   if (flags < 0 || (flags & SEFLG_SWIEPH) == 0) {
     throw std::runtime_error(message);
@@ -45,7 +45,7 @@ Elongation ElongationAt(double tt) {
   return {.degrees = moon[0] - sun[0], .perDay = moon[3] - sun[3]};
 }
 
-/// The moment nearest to an estimate at which the elongation is that of the phase: 0 New Moon, 180 Full Moon.
+/// The moment nearest to an estimate with this elongation: 0 for New Moon, 180 for Full Moon.
 double PhaseNear(double tt, double phase) {
   for (int round = 0; round < 20; ++round) {
     const Elongation elongation = ElongationAt(tt);
@@ -58,8 +58,7 @@ double PhaseNear(double tt, double phase) {
   throw std::runtime_error("a phase is not found");
 }
 
-/// Dynamical minus Universal Time, in seconds. The library asks for UT; the change of the difference within itself is
-/// far below the digits that are written.
+/// Dynamical minus Universal Time, in seconds. The library needs UT, for which TT less a minute is close enough.
 double DeltaT(double tt) {
   std::array<char, AS_MAXCH> message{};
   return swe_deltat_ex(tt - 60 / kSecondsPerDay, SEFLG_SWIEPH, message.data()) * kSecondsPerDay;
@@ -72,7 +71,7 @@ double LitFraction(double tt) {
   return phenomena[1];
 }
 
-/// Writes the remarks at the head of a file: what it holds, what it was made with, the names of the columns.
+/// Prints a file's head: its contents, its source and the names of the columns.
 void PrintHead(const char* what, const char* columns) {
   (void)ElongationAt(kJanuary1900);  // opens the library's files
   std::array<char, AS_MAXCH> version{};

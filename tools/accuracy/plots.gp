@@ -1,4 +1,4 @@
-# The plots of docs/accuracy.md, from the points that accuracy.py leaves in the current folder. docs: where they go.
+# The plots of docs/accuracy.md, made in the folder `docs` from accuracy.py's points in the current folder.
 
 png = 'pngcairo noenhanced font "DejaVu Sans,10" size'
 blue = "#2060b0"
