@@ -7,7 +7,7 @@
 
 namespace benchmarks {
 
-/// Prints what Tidewell writes for the instants of the comparison: a name, the Julian day, the texts.
+/// Prints Tidewell's report at each instant of the comparison: name, Julian day, texts.
 inline void PrintReports(const char* name) {
   for (const double jd : InstantsOfComparison()) {
     const Report& report = ReportAt(jd);

@@ -1,7 +1,7 @@
 const {base, moonillum, moonphase, moonposition, solar} = require('astronomia');
 const {run} = require('./comparison.cjs');
 
-const LUNATION = 1 / 12.3685; // years, as the library counts them
+const LUNATION = 1 / 12.3685; // years, as in the library
 const ASTRONOMICAL_UNIT = 149597870.7; // km
 
 /** The last and the next of a phase that the library finds nearest to a year. */
@@ -15,12 +15,12 @@ const report = (phaseAngle) => (jd) => [
   base.illuminated(phaseAngle(jd)), ...around(moonphase.newMoon, jd), ...around(moonphase.full, jd),
 ];
 
-// The lit fraction from the places of the Moon and the Sun, as Tidewell computes them too.
+// The lit fraction from the positions of the Moon and the Sun, which Tidewell computes too.
 run('astronomia', report((jd) => {
   const T = base.J2000Century(jd);
   const sun = new base.Coord(solar.apparentLongitude(T), 0, solar.radius(T) * ASTRONOMICAL_UNIT);
   return moonillum.phaseAngleEcliptic(moonposition.position(jd), sun);
 }));
 
-// From three mean angles alone: the least that gives the same answers.
+// From three mean angles alone: the least work for the same answers.
 run('astronomia, no places', report(moonillum.phaseAngle3));

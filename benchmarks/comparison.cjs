@@ -1,7 +1,7 @@
-// What the runners in JavaScript share: they print a name and the processor time of one report in nanoseconds,
-// or with --answers what the library answers at each instant.
+// What the runners in JavaScript share. They print a name and the processor time of one report in nanoseconds, or with
+// --answers the library's answer at each instant.
 
-// The same instants as InstantsOfComparison in instants.h.
+// The instants of InstantsOfComparison in instants.h.
 const instants = Array.from({length: 1000}, (_, i) => 2415020.5 + 365.2425 * (50 + 100 * (i + 0.5) / 1000));
 
 /** Runs work(jd), which returns [lit fraction, last New, next New, last Full, next Full] with Julian days. */
@@ -18,7 +18,7 @@ exports.run = (name, work) => {
       kept += work(jd)[0];
     }
   };
-  const enough = 1e6; // microseconds of the processor
+  const enough = 1e6; // microseconds of processor time
   const measure = () => {
     const began = process.cpuUsage();
     for (let passes = 1; ; ++passes) {
@@ -29,9 +29,9 @@ exports.run = (name, work) => {
       }
     }
   };
-  measure(); // by then the compiler has made up its mind, and its threads rest
+  measure(); // lets the compiler and its threads finish first
   console.log(`${name}\t${measure().toFixed(1)}`);
   if (Number.isNaN(kept)) {
-    process.exit(1); // never: so that the work is not left out
+    process.exit(1); // never; keeps the work from being optimised away
   }
 };

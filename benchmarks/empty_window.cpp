@@ -1,8 +1,7 @@
-// What a window costs by itself: as large as the program's, with two timers of the same interval, the same DLLs and the
-// same manifest, and nothing in it.
+// An empty window with the program's size, timer intervals, DLLs and manifest: what a window itself costs.
 
 #include <windows.h>
-// After windows.h, which they build on.
+// Need windows.h before them.
 #include <commctrl.h>
 #include <shellapi.h>
 
@@ -13,7 +12,7 @@ constexpr SIZE kClient = {257,
 constexpr UINT kInterval = 1000;  // ms
 constexpr DWORD kStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
 
-// Never called: so that these DLLs are loaded as they are by the program.
+// Never called: the system loads these DLLs, as it does for the program.
 [[maybe_unused]] auto* volatile shell32 = &Shell_NotifyIconA;
 [[maybe_unused]] auto* volatile gdi32 = &CreateSolidBrush;
 

@@ -4,12 +4,11 @@
 
 namespace benchmarks {
 
-/// As many sines and cosines as a report of plain sums takes, on average of the instants of the comparison.
+/// The average number of sines and cosines in a report of plain sums, over the instants of the comparison.
 inline constexpr int kSinesOfPlainReport = 387;
 
-/// The floor of a report that takes each sine from the run-time library: the sum of its sines, no argument of which was
-/// seen before. The arguments reach as far as those of the series, thousands of radians, and follow no pattern that the
-/// processor could learn.
+/// The least that a report costs if it calls the library for each sine: only their sum. The arguments are as large as
+/// those of the series, thousands of radians. None comes twice, and the processor cannot learn a pattern.
 inline double FreshSines(double jd) {
   double sum = 0;
   for (int i = 0; i < kSinesOfPlainReport; ++i) {

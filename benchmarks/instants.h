@@ -9,7 +9,7 @@ using Instants = std::vector<double>;
 
 inline constexpr int kInstants = 1000;
 
-/// Returns kInstants instants from a year on; the step is one that no period of the Moon divides.
+/// kInstants instants from a year on. The step is no multiple of any period of the Moon.
 inline Instants InstantsOfYears(double firstYear, double years) {
   constexpr double kStartOf1900 = 2415020.5;
   constexpr double kDaysPerYear = 365.2425;
@@ -20,8 +20,8 @@ inline Instants InstantsOfYears(double firstYear, double years) {
   return instants;
 }
 
-/// The instants of every comparison with other libraries: about one in five weeks of 1950 to 2050. The runners in
-/// JavaScript form the same ones.
+/// The instants of every comparison with other libraries, about one in five weeks of 1950 to 2050. comparison.cjs forms
+/// the same ones.
 inline Instants InstantsOfComparison() { return InstantsOfYears(1950, 100); }
 
 }  // namespace benchmarks

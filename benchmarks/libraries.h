@@ -4,9 +4,9 @@
 
 namespace benchmarks {
 
-/// Each returns the work of one report for a Julian day.
+/// Each does the work of one report at a Julian day.
 Answer Libnova(double jd);
-/// Error: std::runtime_error where the ephemeris files do not serve.
+/// Throws std::runtime_error if the library cannot use the ephemeris files.
 Answer SwissWithFiles(double jd);
 Answer SwissMoshier(double jd);
 

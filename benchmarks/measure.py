@@ -13,7 +13,7 @@ from stage import BUILD, REPOSITORY, open_stage
 class Extent:
     """How much is measured."""
 
-    rounds: int  # of the report's comparison; each takes about 10 s
+    rounds: int  # of comparing the report; each takes about 10 s
     growth_repetitions: int
     starts: int
     memory_rounds: int

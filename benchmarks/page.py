@@ -1,4 +1,4 @@
-"""The page docs/performance.md: the goals, and all that was measured, each figure beside its partner of the run."""
+"""Writes docs/performance.md from the measurements: the goals, then all figures."""
 
 import dataclasses
 import datetime
@@ -57,7 +57,7 @@ def goals(m):
 # ---- figures
 
 def ratio(values, partners):
-    """The median of the rounds' ratios, which a machine of changing speed disturbs less than the ratio of medians."""
+    """The median of the rounds' ratios: a machine of changing speed disturbs it less than the ratio of medians."""
     return median(value / partner for value, partner in zip(values, partners, strict=True))
 
 
@@ -71,7 +71,7 @@ def years_of(span):
 
 
 def farthest_decade(growth):
-    """By which part of it the farthest decade differs from the middle one."""
+    """The largest relative difference of a decade from the median one."""
     decades = [time for (first, last), time in ((years_of(span), time) for span, time in growth.items())
                if last - first == 10]
     return max(abs(time / median(decades) - 1) for time in decades)
@@ -80,13 +80,13 @@ def farthest_decade(growth):
 # ---- tables
 
 def table(head, rows, alignment="---:"):
-    """A table; all columns but the first are numbers where nothing else is said."""
+    """A table; by default all columns but the first are numbers."""
     lines = [head, ["---", *[alignment] * (len(head) - 1)], *rows]
     return "\n".join("| " + " | ".join(map(str, line)) + " |" for line in lines)
 
 
 def report_table(report, first):
-    """Those figures of the report that were taken natively, or all of the 32-bit program."""
+    """The report's native figures, or those of the 32-bit program, as `first` is."""
     names = sorted((name for name in report if name.endswith("32-bit") == first.endswith("32-bit")),
                    key=lambda name: median(report[name]))
     return table(["", "µs a report", f"{first} = 1"],
@@ -121,7 +121,7 @@ def size_table(size):
 
 
 def growth_text(growth):
-    """The cheapest and the dearest century, as ratios to the years 2000 to 2100."""
+    """The cheapest and the most expensive century, as ratios to 2000 to 2100."""
     ratios = {span: time / growth["2000-2100"] for span, time in growth.items()
               if years_of(span)[1] - years_of(span)[0] > 10}
     least, most = min(ratios, key=ratios.get), max(ratios, key=ratios.get)

@@ -4,7 +4,7 @@
 
 namespace benchmarks {
 
-/// The work of one report.
+/// The result of one report.
 struct Answer {
   double litFraction = 0;
   double lastNew = 0, nextNew = 0, lastFull = 0, nextFull = 0;  ///< Julian days
@@ -13,15 +13,15 @@ struct Answer {
 /// Finds the phases around an instant for a library that has no search of its own.
 ///
 /// Given:    jd          Julian day of the instant
-///           elongation  the Moon's longitude less the Sun's at a Julian day, degrees, in whatever turn
+///           elongation  the Moon's longitude minus the Sun's at a Julian day, degrees, in any turn
 /// Written:  the four phases of the answer, to a second or better
 template <typename Elongation>
 void SearchPhases(double jd, Elongation elongation, Answer& answer) {
   constexpr double kMeanRate = 360 / 29.530589;  // degrees a day
-  constexpr double kCloseEnough = 0.001;         // days; the step that is this small leaves far less
+  constexpr double kCloseEnough = 0.001;         // days; after so small a step the error is far smaller
 
   const double now = std::fmod(elongation(jd) + 720, 360);
-  // The secant method, the first step at the mean rate.
+  // The secant method. The first step uses the mean rate.
   const auto when = [&](double wanted) {
     double rate = kMeanRate;
     double at = jd + (wanted - now) / rate;

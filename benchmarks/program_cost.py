@@ -1,5 +1,4 @@
-"""What the program costs as a whole: its size by part, and its start, end, memory and quiet minutes beside an empty
-window."""
+"""Measures the whole program: its size by part, and its start, end, memory and quiet minutes beside an empty window."""
 
 import collections
 import datetime
@@ -9,13 +8,13 @@ from pathlib import Path
 
 from stage import EMPTY, TIDEWELL, WINDOWS, WM_TIMER
 
-SETTLED = 3  # seconds after which a start and the first tick are over
+SETTLED = 3  # seconds; by then the start and the first tick are over
 
 
 # ---- size
 
 def _part(section, file):
-    """What a piece of the program belongs to, from the linker's map."""
+    """The part of the program that a piece in the linker's map belongs to."""
     if section.startswith(".rsrc"):
         return "resources: pictures, manifest, version"
     if section.startswith(".idata"):
@@ -44,8 +43,8 @@ def measure_size(_stage):
 # ---- beside an empty window
 
 def measure_start_and_close(stage, rounds):
-    """Milliseconds from start to visible window, and from the request to close to the end: (start, close) by name, with
-    one value for each round."""
+    """Milliseconds from start to visible window and from WM_CLOSE to the end: (start, close) by name, a value for each
+    round."""
     names = [TIDEWELL, EMPTY]
     start, close, sizes = collections.defaultdict(list), collections.defaultdict(list), set()
     programs = map(stage.windows_path, names)
@@ -58,14 +57,14 @@ def measure_start_and_close(stage, rounds):
 
 
 def _private(process):
-    """Bytes that the process has written and shares with no other. The pages that it only reads are left out: how many
-    of them are private depends on who else reads them."""
+    """The process's private written bytes. Pages that it only reads do not count: whether they are private depends on
+    who else reads them."""
     rollup = Path(f"/proc/{process.pid}/smaps_rollup").read_text()
     return 1024 * int(re.search(r"^Private_Dirty:\s+(\d+) kB", rollup, re.MULTILINE)[1])
 
 
 def measure_memory(stage, rounds):
-    """Private bytes shown and hidden: (shown, hidden) by name, with one value for each round."""
+    """Private bytes with the window shown and hidden: (shown, hidden) by name, a value for each round."""
     shown, hidden = collections.defaultdict(list), collections.defaultdict(list)
     for _ in range(rounds):
         for name, caption in ((TIDEWELL, "Tidewell"), (EMPTY, "Empty")):
@@ -79,7 +78,7 @@ def measure_memory(stage, rounds):
 
 
 def _processor_seconds(process):
-    return time.clock_gettime(~process.pid << 3 | 2)  # the process's own clock, as clock_getcpuclockid() forms its id
+    return time.clock_gettime(~process.pid << 3 | 2)  # the process's clock; clock_getcpuclockid() forms its id so
 
 
 def _wake_ups(process):
@@ -88,8 +87,8 @@ def _wake_ups(process):
 
 
 def measure_quiet_minutes(stage, minutes, seconds):
-    """Processor milliseconds and wake-ups of a minute, shown and left alone: (processor, wake_ups) by name, with one
-    value for each of the minutes, which the two take in turn. A minute of fewer seconds is for trying things out."""
+    """Processor milliseconds and wake-ups of a quiet minute, window shown: (processor, wake_ups) by name, a value for
+    each minute. The two programs take turns. A quick run has fewer seconds to a minute."""
     processor, wake_ups = collections.defaultdict(list), collections.defaultdict(list)
     for _ in range(minutes):
         for name in (TIDEWELL, EMPTY):
@@ -106,7 +105,7 @@ def measure_quiet_minutes(stage, minutes, seconds):
 # ---- over many updates
 
 def measure_updates(stage, updates, portion=1_000):
-    """Updates over a simulated year: for each portion the processor milliseconds of an update and the private bytes
+    """Spreads the updates over a simulated year. For each portion: processor milliseconds per update, private bytes
     after it."""
     step = datetime.timedelta(days=365) / updates
     milliseconds, private = [], []

@@ -1,4 +1,4 @@
-"""The report's time: beside other libraries and the floor, natively and as 32-bit program, and over the years."""
+"""Measures the report: native and 32-bit, beside other libraries and fresh sines, and over the years."""
 
 import bisect
 import collections
@@ -16,8 +16,8 @@ HERE = Path(__file__).resolve().parent
 REFERENCE = "Swiss Ephemeris, files"
 J2000 = 2451545  # Julian day of 1 January 2000, 12 h
 LIT_TOLERANCE = 0.01
-PHASE_TOLERANCE = 5  # minutes; most libraries answer in dynamical time, which was ahead by up to 1.6
-SHARE = 0.999  # of the phases within it: Tidewell writes one in thousands an hour late, on purpose
+PHASE_TOLERANCE = 5  # minutes; most libraries answer in dynamical time, up to 1.6 minutes ahead
+SHARE = 0.999  # of the phases within it: Tidewell shows a few in thousands an hour late, on purpose
 
 
 def _lines(text):
@@ -41,8 +41,8 @@ def _phase_of_line(line, near):
 
 
 def check_answers(stage):
-    """Compares what all answer with Swiss Ephemeris; returns by name the largest difference of the lit fraction, the
-    median difference of the phases in minutes, and the share of them within the tolerance."""
+    """Compares all answers with Swiss Ephemeris. Returns by name the largest difference of the lit fraction, the median
+    difference of the phases in minutes, and the share of phases within the tolerance."""
     printed = [*_lines(printed_by(NATIVE, "--answers")), *stage.output_of("windows_benchmark.exe", "--answers"),
                *_javascript("astronomia.cjs", "--answers"), *_javascript("astronomy-engine.cjs", "--answers")]
     lit, phases = collections.defaultdict(dict), collections.defaultdict(list)
@@ -57,7 +57,7 @@ def check_answers(stage):
     true = {kind: sorted(jd for which, jd in phases[REFERENCE] if which == kind) for kind in ("New", "Full")}
 
     def minutes_from_truth(kind, jd):
-        # Of all phases of the kind: the last Full Moon that Tidewell writes is on purpose not always the very last.
+        # The nearest phase of the kind: on purpose Tidewell's last Full Moon is not always the very last one.
         at = bisect.bisect(true[kind], jd)
         return min(abs(jd - other) * 1440 for other in true[kind][max(at - 1, 0):at + 1])
 
@@ -82,8 +82,7 @@ def _google_benchmark(filter, *arguments):
 
 
 def measure(stage, rounds):
-    """Microseconds of the processor that one report takes, by name: one for each of the rounds, in which all take their
-    turn."""
+    """Processor time of one report in microseconds: by name, a value for each round. All take turns within a round."""
     taken = collections.defaultdict(list)
     for _ in range(rounds):
         for run in _google_benchmark("report/", "--benchmark_min_time=0.2"):
@@ -95,7 +94,7 @@ def measure(stage, rounds):
 
 
 def measure_growth(_stage, repetitions):
-    """The report's processor time by span of years ("1900-1910"), in microseconds: the least of interleaved runs, since
+    """The report's processor time in microseconds by span of years ("1900-1910"). It is the least of interleaved runs:
     a neighbour on the core makes a run half as long again."""
     taken = collections.defaultdict(list)
     for run in _google_benchmark("growth/", "--benchmark_min_time=0.02", f"--benchmark_repetitions={repetitions}",

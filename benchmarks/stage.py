@@ -1,5 +1,5 @@
-"""Where the measurements are taken: a virtual screen and a Wine prefix, as the end-to-end tests' bench makes them. The
-only file here that knows that bench."""
+"""The virtual screen and the Wine prefix of the measurements, made by the end-to-end tests' bench. No other file here
+uses that bench."""
 
 import contextlib
 import fcntl
@@ -24,11 +24,11 @@ TIDEWELL, EMPTY = "Tidewell", "empty window"
 
 
 class Stage:
-    """What is measured on Windows, and how to run it. Made by open_stage()."""
+    """Runs what is measured on Windows. Made by open_stage()."""
 
     def __init__(self, folders, display, wine):
         self.folders, self.display, self.wine = folders, display, wine
-        # Under the same name each in a folder of its own, so that Wine's settings for the name hold for both.
+        # Both have the same name, for which Wine has settings.
         self.programs = {TIDEWELL: self._placed(WINDOWS / "Tidewell.exe", "tidewell"),
                          EMPTY: self._placed(WINDOWS / "benchmarks/empty_window.exe", "empty")}
 
@@ -39,7 +39,7 @@ class Stage:
         return shutil.copy(exe, folder / "Tidewell.exe")
 
     def output_of(self, name, *arguments):
-        """Runs one of the tools of bench-windows; returns the fields of each line that it prints."""
+        """Runs a tool of bench-windows; returns the fields of each line that it prints."""
         exe, log = WINDOWS / "benchmarks" / name, self.folders.logs / f"{name}.log"
         log.unlink(missing_ok=True)
         status = self.wine.start(exe, *arguments, log=log).wait()
@@ -49,12 +49,12 @@ class Stage:
         return [line.split("\t") for line in text.splitlines()]
 
     def windows_path(self, name):
-        """A program as Windows names it."""
+        """The Windows path of a program."""
         return windows_path(self.programs[name])
 
     @contextlib.contextmanager
     def running(self, name):
-        """A program that runs as long as the context; gives its process."""
+        """Runs a program within the context; gives its process."""
         process = self.wine.start(self.programs[name], log=self.folders.logs / "program.log")
         try:
             yield process
@@ -64,7 +64,7 @@ class Stage:
 
     @contextlib.contextmanager
     def with_movable_clock(self):
-        """Tidewell on the screen with a clock that moves when told; gives it as the end-to-end tests know it."""
+        """Runs Tidewell with a clock that moves only when told; gives the end-to-end tests' program."""
         built = tools.build(self.folders.tools)
         driver = Driver(self.wine, built["driver.exe"], self.folders.logs / "driver.log")
         shutil.rmtree(self.folders.programs / "001", ignore_errors=True)
@@ -78,7 +78,7 @@ class Stage:
 
 @contextlib.contextmanager
 def open_stage():
-    """The stage, for as long as the context."""
+    """Gives the stage within the context."""
     folders = Folders(BUILD / "bench/wine")
     with open(folders.root / "lock", "w") as lock, contextlib.ExitStack() as stack:
         fcntl.flock(lock, fcntl.LOCK_EX)  # two runs in one prefix would end each other
@@ -90,5 +90,5 @@ def open_stage():
 
 
 def printed_by(*command, **more):
-    """What a program of the host prints."""
+    """The output of a program of the host."""
     return subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True, **more).stdout

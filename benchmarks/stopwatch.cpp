@@ -1,10 +1,8 @@
 // Times programs from inside Windows.
 //
-//   stopwatch race ROUNDS PROGRAM...   starts and closes the programs in turn; prints for each run the program's
-//   number,
-//                                      the milliseconds from its start to its visible window and from the request to
-//                                      close to its end, and the window's width and height
-//   stopwatch hide CAPTION             hides the window with that caption
+// stopwatch race ROUNDS PROGRAM...  Starts and closes the programs in turn. Prints for each run: the program's number,
+//                                   ms from start to visible window, ms from WM_CLOSE to the end, width, height.
+// stopwatch hide CAPTION            Hides the window with that caption.
 
 #include <windows.h>
 
@@ -21,7 +19,7 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr DWORD kLook = 1;           // ms
 constexpr DWORD kPatience = 30'000;  // ms
-/// Behind the first tick of the timers, when all that follows the start is over.
+/// After the timers' first tick, when the start is over.
 constexpr DWORD kSettled = 1500;  // ms
 
 struct Search {
@@ -93,7 +91,7 @@ int wmain(int count, wchar_t** arguments) try {
   } else if (command == L"hide") {
     const HWND window = FindWindowW(nullptr, arguments[2]);
     if (ShowWindow(window, SW_HIDE) == FALSE || IsWindowVisible(window) != FALSE) {
-      throw std::runtime_error("the window was not there to be hidden");
+      throw std::runtime_error("there was no visible window to hide");
     }
   } else {
     return 2;

@@ -12,7 +12,7 @@ namespace {
 
 Answer SwissEphemeris(double jd, int source) {
   std::array<char, AS_MAXCH> message{};
-  // Without its files the library silently takes another source, and says so in its result alone.
+  // Without its files the library uses another source. Only its result says so.
   const auto require = [&](int flags) {
     if (flags < 0 || (flags & source) == 0) {
       throw std::runtime_error(std::string("Swiss Ephemeris without its files? ") + message.data());

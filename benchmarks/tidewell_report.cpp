@@ -1,4 +1,4 @@
-// The one place where the measurements meet the program.
+// Runs the program's report for the measurements.
 #include "benchmarks/tidewell_report.h"
 
 #include "report/moon_report.h"

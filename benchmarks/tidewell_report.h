@@ -11,8 +11,8 @@ struct Report {
   std::array<std::wstring, 4> lines;  ///< from the top
 };
 
-/// Makes the whole report for an instant of Universal Time, as a tick of the program's timer does: the drawing, the
-/// four lines and the tray's tip. The result is overwritten by the next call.
+/// Makes the whole report at an instant of Universal Time, as the program's timer does: drawing, four lines, tip. The
+/// next call overwrites the result.
 const Report& ReportAt(double jd);
 
 }  // namespace benchmarks

@@ -1,5 +1,5 @@
-// The report as the program ships it, for 32-bit Windows, beside the floor of the same run-time library: prints a name
-// and the processor time of one report in nanoseconds. With --answers it prints what the report says instead.
+// Measures the report in 32-bit Windows code, as shipped, and the sum of fresh sines. Prints a name and the processor
+// time of one report in nanoseconds. With --answers it prints the report instead.
 
 #include <windows.h>
 
@@ -15,10 +15,10 @@ namespace benchmarks {
 
 namespace {
 
-/// The system counts in steps of 10 ms: so long a run takes off their weight.
+/// The system counts in steps of 10 ms, which matter little in so long a run.
 constexpr double kEnough = 1e9;  // ns
 
-/// Nanoseconds of the processor that this process has taken.
+/// The processor time of this process, in nanoseconds.
 double ProcessorTime() {
   FILETIME created;
   FILETIME ended;
