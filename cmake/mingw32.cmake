@@ -1,4 +1,4 @@
-# 32-bit Windows with mingw-w64. On Windows itself (MSYS2, mingw32 shell) the compiler is simply g++.
+# 32-bit Windows with mingw-w64. On Windows itself (MSYS2, mingw32 shell) the compiler is g++.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 
@@ -6,15 +6,14 @@ if(CMAKE_HOST_WIN32)
   set(CMAKE_CXX_COMPILER g++)
   set(CMAKE_RC_COMPILER windres)
 else()
-  # The program has no thread and no lock: the library of the win32-threads variant is 29 kB smaller. GoogleTest needs
-  # the <mutex> that it lacks.
+  # The program has no threads: the win32-threads library is 29 kB smaller. It lacks <mutex>, which GoogleTest needs.
   if(TIDEWELL_TESTS)
     set(threads posix)
   else()
     set(threads win32)
   endif()
   set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES TIDEWELL_TESTS)
-  set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-${threads})  # GoogleTest's project asks for one
+  set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-${threads})  # for GoogleTest
   set(CMAKE_CXX_COMPILER i686-w64-mingw32-g++-${threads})
   set(CMAKE_RC_COMPILER i686-w64-mingw32-windres)
   set(CMAKE_FIND_ROOT_PATH /usr/i686-w64-mingw32)

@@ -1,11 +1,11 @@
-# The Windows program: the thin shell around the portable core, its resources, and Tidewell.exe itself.
+# The Windows program: the shell around the portable core, the resources, and Tidewell.exe.
 
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
 set(generated ${PROJECT_BINARY_DIR}/generated)
 configure_file(resources/Tidewell.manifest ${generated}/Tidewell.manifest @ONLY)
 
-# The icons are made from their text pictures; resource IDI_PHASE0 + n is picture n.
+# The icons, made from text pictures. Resource IDI_PHASE0 + n is picture n.
 set(icon_folder ${generated}/icons)
 set(icons ${icon_folder}/window.ico)
 set(phase_icons_rc "")
@@ -48,7 +48,7 @@ add_library(tidewell_shell STATIC
   runtime/random_file_win.cpp
   runtime/program_end_win.cpp
   tray/frmAbout.cpp
-  tray/tray_icon.cpp  # portable, but it calls the Windows half; its test brings a stand-in for that
+  tray/tray_icon.cpp  # portable, but calls the Windows half, which its test replaces
   tray/tray_icon_win.cpp
 )
 target_link_libraries(tidewell_shell PUBLIC tidewell_core comctl32 gdi32 shell32 user32)
@@ -56,7 +56,7 @@ tidewell_tidy(tidewell_shell)
 
 enable_language(RC)
 
-# The program's resources, for the program itself and for tests that open its windows.
+# For the program and for tests that open its windows.
 add_library(tidewell_resources OBJECT resources/Tidewell.rc)
 target_link_libraries(tidewell_resources PRIVATE tidewell_options)
 set(resource_inputs ${icons} ${generated}/Tidewell.manifest ${generated}/phase_icons.rc ${generated}/version.h
@@ -69,9 +69,9 @@ set_source_files_properties(resources/Tidewell.rc PROPERTIES
 add_executable(Tidewell WIN32 start/main_win.cpp start/library_failures_win.cpp)
 target_link_libraries(Tidewell PRIVATE tidewell_shell tidewell_resources)
 tidewell_tidy(Tidewell)
-# Windows 7 and later; no table of handlers for structured exceptions, as there are none; aware of terminal servers,
-# which redirect the folders of other programs; a malloc of our own (start/library_failures_win.cpp). The map tells the
-# bill of materials and the benchmarks what is in the program.
+# Windows 7 and later (6.1). --no-seh: there are no handlers of structured exceptions. --tsaware: or a terminal server
+# would redirect our folders. --wrap=malloc: see start/library_failures_win.cpp. The bill of materials and the
+# benchmarks read the map.
 target_link_options(Tidewell PRIVATE -municode $<$<NOT:$<CONFIG:Debug>>:-s> -Wl,-Map,Tidewell.map -Wl,--no-seh
                                      -Wl,--tsaware -Wl,--wrap=malloc
                                      -Wl,--major-subsystem-version=6 -Wl,--minor-subsystem-version=1)

@@ -10,12 +10,9 @@ A picture file holds, line by line:
     colour CHARACTER transparent
     icon NAME WIDTHxHEIGHT               followed at once by HEIGHT rows of WIDTH characters
 
-Several pictures of one NAME go into NAME.ico together, in the order of the file. The window icon's large
-pictures, which no one wants to type, are drawn by the rule in window_icon.py and lie in its file as PNG. The
-same pictures always give the same bytes. A mistake in a picture ends the run with status 1 and a message
-"FILE:LINE: what is wrong", before any file is written.
-
-Needs Python 3.8 or later, and nothing beside it.
+Pictures of one NAME go into NAME.ico together, in the order of the file. window_icon.py draws the window icon's
+large pictures, which are stored as PNG. The same pictures always give the same bytes. A mistake in a picture
+ends the run with status 1 and a message "FILE:LINE: what is wrong", before any file is written.
 """
 
 import argparse
@@ -43,7 +40,7 @@ EXPECTED = {
     "window.txt": {"window": [(32, 32), (24, 24), (20, 20), (16, 16)]},
 }
 
-# The sizes of the window icon that are drawn by rule: what Windows shows on screens of high density and in folders.
+# The sizes of the window icon that window_icon.py draws: for high-DPI screens and folders.
 DRAWN = [256, 64, 48, 40]
 
 
@@ -95,7 +92,7 @@ def parse_row(path, number, row, row_label, width, legend):
 
 
 def parse(path):
-    """The pictures of a file: {name: [rows of palette indexes, one list a picture]}."""
+    """The pictures of a file: {name: [picture, ...]}. A picture is a list of rows of palette indexes."""
     lines = read_lines(path)
     legend = {}
     icons = {}
@@ -136,7 +133,7 @@ def size(picture):
 
 
 def check_complete(path, last_line, icons):
-    """Refuses a file that lacks an icon or a size, or holds one that the program does not know."""
+    """Refuses a missing or an unknown icon or size."""
     expected = EXPECTED[os.path.basename(path)]
     for name, sizes in expected.items():
         found = [size(picture) for picture in icons.get(name, [])]
@@ -167,7 +164,7 @@ def png_file(canvas):
 # --- Writing .ico -----------------------------------------------------------------------------------
 
 def packed_rows(rows, bits):
-    """Pixel rows packed to `bits` a pixel, the bottom row first, each row padded to 4 bytes."""
+    """Rows of `bits` per pixel, bottom row first, each padded to 4 bytes."""
     packed = bytearray()
     for row in reversed(rows):
         digits = "".join(f"{value:0{bits}b}" for value in row)
@@ -179,7 +176,7 @@ def packed_rows(rows, bits):
 def image_data(picture):
     """One image of an icon: header, palette, colours (XOR), mask (AND)."""
     width, height = size(picture)
-    # A transparent pixel is black in the colours, or the screen would show through inverted.
+    # A transparent pixel must be black, or it would invert the screen.
     colours = packed_rows([[0 if pixel is TRANSPARENT else pixel for pixel in row] for row in picture], 4)
     mask = packed_rows([[int(pixel is TRANSPARENT) for pixel in row] for row in picture], 1)
     header = struct.pack("<IiiHHIIiiII",
@@ -192,7 +189,7 @@ def image_data(picture):
 
 
 def icon_file(pictures, drawn=()):
-    """The file of some drawn and some written pictures, in this order: the largest first, as is usual."""
+    """An .ico file: first the drawn pictures, which are larger, then the written ones."""
     images = [(len(picture) % 256, 0, 32, png_file(picture)) for picture in drawn]  # a side of 256 is written as 0
     images += [(len(picture), len(PALETTE), 4, image_data(picture)) for picture in pictures]
     directory = struct.pack("<HHH", 0, 1, len(images))
@@ -205,7 +202,7 @@ def icon_file(pictures, drawn=()):
 
 # --- The strip --------------------------------------------------------------------------------------
 
-STRIP_BACKGROUND = (96, 104, 120)  # on which both black and white stand out
+STRIP_BACKGROUND = (96, 104, 120)  # black and white both stand out on it
 STRIP_SCALE, STRIP_GAP = 2, 4
 
 
@@ -232,7 +229,7 @@ def write(path, data):
 
 def main():
     parser = argparse.ArgumentParser(description="Makes Tidewell's .ico files from text pictures.")
-    parser.add_argument("output", help="folder for the .ico files; made when it is not there")
+    parser.add_argument("output", help="folder for the .ico files; created if missing")
     parser.add_argument("--pictures", default=os.path.join(os.path.dirname(os.path.abspath(__file__)), "icons"),
                         help="folder of phases.txt and window.txt (the icons folder beside this tool)")
     parser.add_argument("--strip", metavar="FILE.png", help="also draw the 28 phases in one row")

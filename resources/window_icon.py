@@ -1,9 +1,8 @@
-"""Draws the window icon, a young Moon over the tide, in the sizes too large to be written down in icons/window.txt.
+"""Draws the window icon, a young Moon over the tide, in the sizes too large for icons/window.txt.
 
-The rule: the picture of 32 pixels is taken for the drawing of a plane of 32 x 32 units, x to the right and y down from
-its top left corner. Its shapes, measured there, are those of colour_at(); its lines are one unit thick. Each pixel
-looks at the plane in SAMPLES x SAMPLES places, spread evenly, and takes the mean of the colours found there, as opaque
-as the share of places within the disc.
+colour_at() gives the colours of a plane of 32 x 32 units, x to the right and y down. Its shapes were measured in the
+picture of 32 pixels; its lines are one unit thick. A pixel is the mean of SAMPLES x SAMPLES points of the plane, as
+opaque as the share of points within the disc.
 """
 
 import math
@@ -11,7 +10,7 @@ import math
 UNITS = 32  # the side of the plane
 SAMPLES = 2
 
-# The colours of the palette that the picture of 32 pixels uses.
+# The palette's colours in the picture of 32 pixels.
 BLACK, NAVY, BLUE = (0, 0, 0), (0, 0, 128), (0, 0, 255)
 TEAL, CYAN, YELLOW, WHITE = (0, 128, 128), (0, 255, 255), (255, 255, 0), (255, 255, 255)
 
@@ -22,7 +21,7 @@ MOON = (16.5, 11, 8.25)
 MOON_SHADOW = (12.3, 9, 6.9)
 STARS = ((11.5, 5.5, 0.6), (7.5, 8.5, 0.6))
 
-# The two waves: how high they lie, and where a crest is. The lower one has its crests under the upper one's troughs.
+# The two waves: their height, and the place of a crest. The lower one's crests are below the upper one's troughs.
 WAVE_LENGTH = 9.8
 SURFACE, SURFACE_CREST = 21, 5
 UNDERTOW, UNDERTOW_CREST = 26, 9.9
@@ -34,12 +33,12 @@ def within(x, y, circle):
 
 
 def wave(x, level, crest):
-    """The height of a wave at x; as y it runs downwards."""
+    """The y of a wave at x."""
     return level - math.cos(2 * math.pi * (x - crest) / WAVE_LENGTH)
 
 
 def scene_at(x, y):
-    """The colour of a point of the night over the tide, of which the icon shows what lies within its disc."""
+    """The colour of a point of the scene, also outside the disc."""
     under_water = y - wave(x, UNDERTOW, UNDERTOW_CREST)
     if under_water >= 0:
         return CYAN if under_water < 1 else BLUE
@@ -67,8 +66,8 @@ def mean(colours):
 
 
 def look(width, height, unit, colour, left=0, top=0):
-    """A picture of what colour(x, y) tells, `unit` units of the plane to a pixel and from the given place on: rows of
-    (red, green, blue, alpha)."""
+    """A picture of colour(x, y), `unit` units of the plane per pixel, from (left, top) on: rows of (red, green, blue,
+    alpha)."""
     step = unit / SAMPLES
     lines = [[colour(left + (column + 0.5) * step, top + (row + 0.5) * step) for column in range(width * SAMPLES)]
              for row in range(height * SAMPLES)]
