@@ -274,6 +274,10 @@ def test_a_hidden_window_that_loses_its_icon_is_minimised(program):
     program.clock.advance(minutes=1)
     program.hurry()
     until(lambda: program.main().minimised and program.main().shown, "minimised window")
+    program.refuse_tray_calls(False)
+    program.clock.advance(minutes=1)
+    program.hurry()
+    wait_for_main(program, False)
 
 
 def test_while_the_program_ends_a_new_shell_gets_no_icon(program):

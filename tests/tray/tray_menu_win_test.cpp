@@ -12,7 +12,7 @@
 extern "C" decltype(&TrackPopupMenu) trackPopupMenuSlot asm("__imp__TrackPopupMenu@28");
 extern "C" decltype(&SetForegroundWindow) setForegroundWindowSlot asm("__imp__SetForegroundWindow@4");
 extern "C" decltype(&GetForegroundWindow) getForegroundWindowSlot asm("__imp__GetForegroundWindow@0");
-extern "C" decltype(&GetShellWindow) getShellWindowSlot asm("__imp__GetShellWindow@0");
+extern "C" decltype(&FindWindowW) findWindowSlot asm("__imp__FindWindowW@8");
 extern "C" decltype(&EndMenu) endMenuSlot asm("__imp__EndMenu@0");
 extern "C" decltype(&GetWindowThreadProcessId) getProcessSlot asm("__imp__GetWindowThreadProcessId@8");
 extern "C" decltype(&SetTimer) setTimerSlot asm("__imp__SetTimer@16");
@@ -92,17 +92,19 @@ void (*whileTheMenuIsOpen)() = nullptr;
 
 HWND WINAPI TellForeground() { return foreground; }
 
-HWND WINAPI TellShell() { return kDesktop; }
+const auto findWindow = findWindowSlot;
 
+HWND WINAPI FindTaskBar(LPCWSTR windowClass, LPCWSTR caption) {
+  return lstrcmpW(windowClass, L"Shell_TrayWnd") == 0 ? kTaskBar : findWindow(windowClass, caption);
+}
+
+/// The task bar and the desktop are of one process, but of two threads.
 DWORD WINAPI TellProcess(HWND window, DWORD* process) {
-  if (window == kTaskBar || window == kDesktop) {
-    *process = 1;
-  } else if (window == kOther) {
-    *process = 2;
-  } else if (window != nullptr) {
-    *process = GetCurrentProcessId();
+  const bool shells = window == kTaskBar || window == kDesktop;
+  if (process != nullptr) {
+    *process = window == nullptr ? 0 : shells ? 1 : window == kOther ? 2 : GetCurrentProcessId();
   }
-  return 0;
+  return window == nullptr ? 0 : window == kTaskBar ? 11 : 12;
 }
 
 BOOL WINAPI NoteEnd() {
@@ -139,7 +141,7 @@ class LeftMenu : public TrayMenu {
     const SystemStandIn menu(trackPopupMenuSlot, &RunMenu);
     const SystemStandIn setForeground(setForegroundWindowSlot, &RefuseForeground);
     const SystemStandIn getForeground(getForegroundWindowSlot, &TellForeground);
-    const SystemStandIn shell(getShellWindowSlot, &TellShell);
+    const SystemStandIn find(findWindowSlot, &FindTaskBar);
     const SystemStandIn process(getProcessSlot, &TellProcess);
     const SystemStandIn end(endMenuSlot, &NoteEnd);
     foreground = before;
@@ -160,6 +162,10 @@ TEST_F(LeftMenu, EndsIfAnotherProgramGetsTheForeground) {
 
 TEST_F(LeftMenu, EndsIfTheUserWasElsewhereBeforeItOpened) {
   OpenMenu(kOther, [] { EXPECT_TRUE(EndsWithTheForegroundAt(kOther)); });
+}
+
+TEST_F(LeftMenu, EndsIfTheDesktopKeepsTheForeground) {
+  OpenMenu(kDesktop, [] { EXPECT_TRUE(EndsWithTheForegroundAt(kDesktop)); });
 }
 
 /// The click on the icon gave the task bar the foreground, and the system may refuse it to the menu.

@@ -39,7 +39,7 @@ NOT_NEEDED = """
     CloseHandle GetLocaleInfoW MultiByteToWideChar WideCharToMultiByte InitCommonControlsEx Shell_NotifyIconA
     DeleteObject Ellipse GetObjectW GetStockObject GetTextExtentPoint32W IntersectClipRect Pie SelectClipRgn SelectObject
     BeginPaint ChangeWindowMessageFilterEx DrawEdge EndMenu EndPaint EnumThreadWindows FillRect GetCapture GetClientRect
-    GetCursorPos GetFocus GetForegroundWindow GetMonitorInfoW GetNextDlgTabItem GetShellWindow GetSysColor GetWindowRect
+    GetCursorPos GetFocus GetForegroundWindow GetMonitorInfoW GetNextDlgTabItem FindWindowW GetSysColor GetWindowRect
     GetWindowThreadProcessId InvalidateRect IsChild IsIconic IsZoomed KillTimer MonitorFromWindow PostMessageW
     PostThreadMessageW RedrawWindow ReleaseDC SetFocus SetForegroundWindow SetWindowPos SystemParametersInfoW TrackPopupMenu
     ValidateRect
