@@ -124,11 +124,12 @@ Function ${un}EndProgram
 FunctionEnd
 
 ; Waits until $INSTDIR\$Name can be replaced or deleted. A scanner may hold it for a moment, or it may be running.
+; Shares nothing: while anybody has it open, however shared, Windows may refuse to replace it.
 Function ${un}WaitUntilFree
   again:
   ${For} $5 0 50
     ; GENERIC_WRITE, DELETE
-    System::Call 'kernel32::CreateFileW(w "$INSTDIR\$Name", i 0x40010000, i 7, p 0, i 3, i 0, p 0) p .r1 ?e'
+    System::Call 'kernel32::CreateFileW(w "$INSTDIR\$Name", i 0x40010000, i 0, p 0, i 3, i 0, p 0) p .r1 ?e'
     Pop $2
     System::Call 'kernel32::CloseHandle(p r1)'
     ${If} $1 <> -1
@@ -218,14 +219,18 @@ Function CheckFolder
   !insertmacro ForEachFile RefuseForeignFile
 FunctionEnd
 
-; Moves the new file $R1 to the path $R2.
+; Moves the new file $R1 to the path $R2. A scanner may hold either for a moment.
 Function Place
-  SetFileAttributes $R2 NORMAL
-  ; MOVEFILE_REPLACE_EXISTING, _COPY_ALLOWED, _WRITE_THROUGH
-  System::Call 'kernel32::MoveFileExW(w "${NEW}\$R1", w R2, i 11) i .r1'
-  ${If} $1 = 0
-    !insertmacro Refuse ${EXIT_IN_USE} "This file cannot be replaced.$\n$\n$R2"
-  ${EndIf}
+  ${For} $5 0 50
+    SetFileAttributes $R2 NORMAL
+    ; MOVEFILE_REPLACE_EXISTING, _COPY_ALLOWED, _WRITE_THROUGH
+    System::Call 'kernel32::MoveFileExW(w "${NEW}\$R1", w R2, i 11) i .r1'
+    ${If} $1 <> 0
+      Return
+    ${EndIf}
+    Sleep 100
+  ${Next}
+  !insertmacro Refuse ${EXIT_IN_USE} "This file cannot be replaced.$\n$\n$R2"
 FunctionEnd
 
 Function PlaceFile

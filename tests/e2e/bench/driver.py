@@ -125,9 +125,9 @@ class Driver:
         """Moves and sizes a window, even off the screen."""
         return self.ask("place", hwnd, x, y, width, height)
 
-    def hold(self, path):
-        """Opens a file (a Windows path) exclusively until release()."""
-        return self.ask("hold", path)
+    def hold(self, path, share=0):
+        """Opens a file (a Windows path) until release(), exclusively unless a share mode is given."""
+        return self.ask("hold", share, path)
 
     def release(self):
         return self.ask("release")

@@ -17,7 +17,7 @@
 //   redraw HWND               RedrawWindow, at once, with the window's children
 //   front HWND                SetForegroundWindow
 //   place HWND X Y W H        moves and sizes a window, without activating it
-//   hold PATH                 opens a file exclusively; releases the one held before
+//   hold SHARE PATH           opens a file with a share mode, 0 for exclusively; releases the one held before
 //   release                   releases it
 //   locale                    the user's month names, day markers and decimal separator
 //   keys KEY KEY...           presses keys one after the other; KEY is a virtual-key code, or several to hold
@@ -286,8 +286,9 @@ std::string Release(const Arguments&) {
 
 std::string Hold(const Arguments& arguments) {
   Release(arguments);
-  held = CreateFileW(Wide(arguments.at(0)).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
-                     FILE_ATTRIBUTE_NORMAL, nullptr);
+  held = CreateFileW(Wide(arguments.at(1)).c_str(), GENERIC_READ | GENERIC_WRITE,
+                     static_cast<DWORD>(AsNumber(arguments.at(0))), nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL,
+                     nullptr);
   return held != INVALID_HANDLE_VALUE ? "true" : Error("cannot hold it, error " + std::to_string(GetLastError()));
 }
 
@@ -405,7 +406,7 @@ const std::map<std::string, Request> kRequests = {
     {"redraw", {1, Redraw}},
     {"front", {1, BringToFront}},
     {"place", {5, PlaceWindow}},
-    {"hold", {1, Hold}},
+    {"hold", {2, Hold}},
     {"release", {0, Release}},
     {"locale", {0, Locale}},
     {"menu", {3, Menu}},
