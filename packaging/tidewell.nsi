@@ -58,6 +58,9 @@ VIAddVersionKey ProductVersion "${VERSION}"
 !insertmacro MUI_LANGUAGE English
 
 Var Name           ; of the file in $INSTDIR that the functions below act on
+Var Former         ; the folder that the list of programs names
+Var FolderIsNew    ; 1 if this setup makes $INSTDIR
+Var Progress       ; "begun" once the folder is ours, "placing" once existing files are replaced
 Var WasRunning     ; "shown" or "hidden" if a copy had to be ended
 Var StartMenuEntry
 Var StartupEntry
@@ -91,7 +94,8 @@ Function ${un}FindMenus
   System::Call 'shell32::SHGetFolderPathW(p 0, i 0x8007, p 0, i 0, w .r2) i .r4' ; its Startup folder
   ${If} $3 != 0
   ${OrIf} $4 != 0
-    !insertmacro Refuse ${EXIT_NOT_HERE} "The folders of the Start menu cannot be found."
+  ${OrIf} $LOCALAPPDATA == "" ; $INSTDIR would be a folder in the root of the current drive
+    !insertmacro Refuse ${EXIT_NOT_HERE} "The folders of the user cannot be found."
   ${EndIf}
   StrCpy $StartMenuEntry "$1\Tidewell.lnk"
   StrCpy $StartupEntry "$2\Tidewell.lnk"
@@ -117,8 +121,10 @@ Function ${un}EndProgram
   ${Else}
     StrCpy $WasRunning hidden
   ${EndIf}
+  ClearErrors
   SendMessage $1 0x11 0 1 $2 /TIMEOUT=5000 ; WM_QUERYENDSESSION, ENDSESSION_CLOSEAPP
-  ${If} $2 <> 0
+  ${IfNot} ${Errors} ; without an answer $2 would be anything
+  ${AndIf} $2 <> 0
     SendMessage $1 0x16 1 1 /TIMEOUT=5000 ; WM_ENDSESSION, TRUE, ENDSESSION_CLOSEAPP
   ${EndIf}
 FunctionEnd
@@ -126,6 +132,7 @@ FunctionEnd
 ; Waits until $INSTDIR\$Name can be replaced or deleted. A scanner may hold it for a moment, or it may be running.
 ; Shares nothing: while anybody has it open, however shared, Windows may refuse to replace it.
 Function ${un}WaitUntilFree
+  SetFileAttributes "$INSTDIR\$Name" NORMAL ; a read-only file could not be opened for writing
   again:
   ${For} $5 0 50
     ; GENERIC_WRITE, DELETE
@@ -144,6 +151,40 @@ Function ${un}WaitUntilFree
     $\n$\n$INSTDIR\$Name" /SD IDCANCEL IDRETRY again
   SetErrorLevel ${EXIT_IN_USE}
   Abort
+FunctionEnd
+
+; Sets $R0 to 1 if the shortcut $R2 is there and starts another program, like a portable copy, otherwise to 0.
+Function ${un}IsForeign
+  StrCpy $R0 0
+  ${IfNot} ${FileExists} $R2
+    Return
+  ${EndIf}
+  StrCpy $R0 1
+  StrCpy $3 ""
+  System::Call 'ole32::CoCreateInstance(g "{00021401-0000-0000-C000-000000000046}", p 0, i 1, \
+    g "{000214F9-0000-0000-C000-000000000046}", *p .r1) i .r0' ; IShellLinkW
+  ${If} $0 = 0
+    System::Call '$1->0(g "{0000010B-0000-0000-C000-000000000046}", *p .r2) i .r0' ; IPersistFile
+    ${If} $0 = 0
+      System::Call '$2->5(w R2, i 0)' ; Load
+      System::Call '$1->3(w .r3, i ${NSIS_MAX_STRLEN}, p 0, i 0)' ; GetPath
+      System::Call '$2->2()' ; Release
+    ${EndIf}
+    System::Call '$1->2()'
+  ${EndIf}
+  ${If} $3 == "$INSTDIR\Tidewell.exe"
+  ${OrIf} $3 == "$Former\Tidewell.exe"
+    StrCpy $R0 0
+  ${EndIf}
+FunctionEnd
+
+Function ${un}DeleteStartupEntry
+  StrCpy $R2 $StartupEntry
+  Call ${un}IsForeign
+  ${If} $R0 = 0
+    DeleteRegValue HKCU "${APPROVED_KEY}" Tidewell.lnk ; the Task Manager's note on it
+    Delete $R2
+  ${EndIf}
 FunctionEnd
 
 Function ${un}DeleteNew
@@ -204,19 +245,21 @@ FunctionEnd
 
 ; Refuses a second installation, and a folder with foreign files of our names.
 Function CheckFolder
-  ReadRegStr $0 HKCU "${UNINSTALL_KEY}" InstallLocation
-  ${If} $0 == $INSTDIR
+  ${If} $Former == $INSTDIR
     Return
   ${EndIf}
-  ${If} $0 != ""
-    StrCpy $R1 "$0\Tidewell.exe"
+  ${If} $Former != ""
+    StrCpy $R1 "$Former\Tidewell.exe"
     Call IsOurs
     ${If} $R0 = 1
       !insertmacro Refuse ${EXIT_IS_ELSEWHERE} "Tidewell is installed in another folder. Please update it there, or \
-        remove it first.$\n$\n$0"
+        remove it first.$\n$\n$Former"
     ${EndIf}
   ${EndIf}
   !insertmacro ForEachFile RefuseForeignFile
+  ${If} ${FileExists} "${NEW}" ; that of a killed setup is in $Former
+    !insertmacro Refuse ${EXIT_NOT_HERE} "This folder is not Tidewell's. Please choose another one.$\n$\n${NEW}"
+  ${EndIf}
 FunctionEnd
 
 ; Moves the new file $R1 to the path $R2. A scanner may hold either for a moment.
@@ -239,6 +282,13 @@ Function PlaceFile
   Call Place
 FunctionEnd
 
+Function PlaceEntry
+  Call IsForeign
+  ${If} $R0 = 0
+    Call Place
+  ${EndIf}
+FunctionEnd
+
 Section Tidewell
   SectionIn RO
 SectionEnd
@@ -250,6 +300,11 @@ SectionEnd
 Section -Install
   Call CheckFolder
   Call CleanUp
+  ${IfNot} ${FileExists} "$INSTDIR"
+    StrCpy $FolderIsNew 1
+  ${EndIf}
+  StrCpy $Progress begun
+  WriteRegStr HKCU "${UNINSTALL_KEY}" InstallLocation "$INSTDIR" ; keeps the folder ours if the setup is killed
   SetOutPath "${NEW}"
   SetOverwrite try
   File "${STAGE}\Tidewell.exe"
@@ -266,20 +321,20 @@ Section -Install
   ${EndIf}
 
   !insertmacro ForEachFile WaitUntilFree
+  StrCpy $Progress placing
   !insertmacro ForEachFile PlaceFile
   StrCpy $R1 "Start menu.lnk"
   StrCpy $R2 $StartMenuEntry
-  Call Place
+  Call PlaceEntry
   ${If} ${SectionIsSelected} ${StartWithWindows}
     StrCpy $R1 Startup.lnk
     StrCpy $R2 $StartupEntry
-    Call Place
+    Call PlaceEntry
   ${Else}
-    Delete $StartupEntry
+    Call DeleteStartupEntry
   ${EndIf}
   Call CleanUp
 
-  WriteRegStr HKCU "${UNINSTALL_KEY}" InstallLocation "$INSTDIR" ; first: it makes the folder ours
   WriteRegStr HKCU "${UNINSTALL_KEY}" DisplayName Tidewell
   WriteRegStr HKCU "${UNINSTALL_KEY}" DisplayVersion "${VERSION}"
   WriteRegStr HKCU "${UNINSTALL_KEY}" Publisher "Quorvane Systems"
@@ -296,6 +351,7 @@ SectionEnd
 
 Function .onInit
   Call FindMenus
+  ReadRegStr $Former HKCU "${UNINSTALL_KEY}" InstallLocation
   ; If the folder is impossible, NSIS silently takes the default one.
   System::Call 'kernel32::GetCommandLineW() p .r0'
   System::Call 'shlwapi::StrStrIW(p r0, w "/D=") p .r0'
@@ -308,7 +364,10 @@ Function .onInit
     ${EndIf}
   ${EndIf}
   ; An update keeps the choice, silent or not.
+  StrCpy $R2 $StartupEntry
+  Call IsForeign
   ${If} ${FileExists} $StartupEntry
+  ${AndIf} $R0 = 0
     !insertmacro SelectSection ${StartWithWindows}
   ${EndIf}
 FunctionEnd
@@ -329,26 +388,50 @@ Function .onInstSuccess
   ${EndIf}
 FunctionEnd
 
+; Undoes the entry of the folder if the setup failed before it changed anything.
+Function GiveFolderBack
+  ${If} $FolderIsNew = 1
+    RMDir "$INSTDIR" ; only if it is empty
+  ${EndIf}
+  ${If} $Former != ""
+    WriteRegStr HKCU "${UNINSTALL_KEY}" InstallLocation $Former
+  ${Else}
+    DeleteRegValue HKCU "${UNINSTALL_KEY}" InstallLocation
+    DeleteRegKey /ifempty HKCU "${UNINSTALL_KEY}"
+  ${EndIf}
+FunctionEnd
+
 Function .onInstFailed
   GetErrorLevel $0
   ${If} $0 = -1 ; NSIS itself stopped, as at a full disk
     SetErrorLevel ${EXIT_NOT_HERE}
   ${EndIf}
-  SetOutPath $TEMP ; otherwise CleanUp could not remove the current folder
-  Call CleanUp
+  ${If} $Progress != ""
+    SetOutPath $TEMP ; otherwise CleanUp could not remove the current folder
+    Call CleanUp
+  ${EndIf}
+  ${If} $Progress == begun
+  ${AndIfNot} ${FileExists} "${NEW}"
+    Call GiveFolderBack
+  ${EndIf}
   Call StartAgain
 FunctionEnd
 
 Function un.onInit
   Call un.FindMenus
-  ReadRegStr $0 HKCU "${UNINSTALL_KEY}" InstallLocation
-  ${If} $0 != $INSTDIR
+  ReadRegStr $Former HKCU "${UNINSTALL_KEY}" InstallLocation
+  ${If} $Former != $INSTDIR
     !insertmacro Refuse ${EXIT_NOT_HERE} "Tidewell is not installed in this folder.$\n$\n$INSTDIR"
   ${EndIf}
 FunctionEnd
 
+; Stops at the first failure, so that uninstall.exe, the last one, stays for another try.
 Function un.DeleteFile
+  ClearErrors
   Delete "$INSTDIR\$Name"
+  ${If} ${Errors}
+    !insertmacro Refuse ${EXIT_IN_USE} "This file cannot be removed. Please try again.$\n$\n$INSTDIR\$Name"
+  ${EndIf}
 FunctionEnd
 
 ; The registry entry makes the folder ours. It goes last, so that the removal can be repeated.
@@ -360,13 +443,13 @@ Section Uninstall
     Delete "$INSTDIR\vesk.dat"
     keep:
   ${EndIf}
-  Delete $StartMenuEntry
-  Delete $StartupEntry
-  !insertmacro ForEachFile un.DeleteFile
-  ${If} ${Errors}
-    !insertmacro Refuse ${EXIT_IN_USE} "Not all files could be removed. Please try again.$\n$\n$INSTDIR"
+  StrCpy $R2 $StartMenuEntry
+  Call un.IsForeign
+  ${If} $R0 = 0
+    Delete $R2
   ${EndIf}
+  Call un.DeleteStartupEntry
+  !insertmacro ForEachFile un.DeleteFile
   RMDir "$INSTDIR" ; only if it is empty
-  DeleteRegValue HKCU "${APPROVED_KEY}" Tidewell.lnk ; the Task Manager's note on the Startup entry
   DeleteRegKey HKCU "${UNINSTALL_KEY}"
 SectionEnd

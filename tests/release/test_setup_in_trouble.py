@@ -134,14 +134,25 @@ def test_without_the_folders_of_the_start_menu_nothing_is_touched(user, unchange
 
 
 def test_a_folder_with_other_peoples_files_is_refused(user, elsewhere, foreign):
-    elsewhere.mkdir(parents=True)
-    for name in INSTALLED:
+    (elsewhere / "Tidewell.new").mkdir(parents=True)
+    for name in (*INSTALLED, "Tidewell.new/Tidewell.exe", "Tidewell.new/LICENSE.txt"):
         (elsewhere / name).write_bytes(foreign)
         before = contents(user)
         assert user.install(user.windows_path(elsewhere)) == NOT_HERE
         assert contents(user) == before
         (elsewhere / name).unlink()
     assert not user.uninstall_entry()
+
+
+def test_shortcuts_to_a_portable_copy_stay(user, unpacked):
+    assert user.install(user.windows_path(unpacked)) == 0
+    link = user.start_menu_entry.read_bytes()
+    user.startup_entry.write_bytes(link)
+    assert user.wine.run("reg", "delete", UNINSTALL_KEY, "/f") == 0  # now the copy is a portable one
+    assert user.install() == 0
+    assert user.start_menu_entry.read_bytes() == user.startup_entry.read_bytes() == link
+    assert user.remove() == 0
+    assert user.start_menu_entry.read_bytes() == user.startup_entry.read_bytes() == link
 
 
 @long
@@ -229,6 +240,24 @@ def test_a_removal_while_a_file_is_held_changes_nothing(user, unchanged):
     assert not user.uninstall_entry()
 
 
+def test_a_removal_that_cannot_delete_a_file_can_be_repeated(user):
+    assert user.install() == 0
+    copy = user.home / "Temp/Un.exe"
+    shutil.copy(user.folder / "uninstall.exe", copy)  # as the uninstaller itself does
+    process = user.step(user.windows_path(copy), *user.uninstaller(user.folder)[1:])
+    held = False
+    for call in calls(process):
+        if not held and not user.start_menu_entry.exists():
+            held = user.driver.hold(user.windows_path(user.folder / "LICENSE.txt"))
+    user.driver.release()
+    assert call == f"ended {IN_USE}"
+    assert names(user.folder) == ["LICENSE.txt", "NOTICES.txt", "uninstall.exe"]
+    assert user.uninstall_entry()
+    assert user.remove() == 0
+    assert not user.folder.exists()
+    assert not user.uninstall_entry()
+
+
 @long
 @pytest.mark.parametrize("share", [0, SHARE_ALL])
 @pytest.mark.parametrize("name", INSTALLED)
@@ -256,7 +285,7 @@ def test_an_update_waits_for_a_scanner(user, held, share, program, version):
         seen = look(user)
         if holds is None and (user.folder / "Tidewell.new/Startup.lnk").exists():
             holds = user.driver.hold(user.windows_path(path), share)
-        elif holds and in_vain == 12:  # more calls than any step needs: it tries again
+        elif holds and in_vain == 30:  # far more calls than any step needs: it tries again and again
             holds = not user.driver.release()
     assert holds is False
     assert call == "ended 0"
@@ -335,6 +364,13 @@ def test_a_first_installation_on_a_full_disk_leaves_nothing(user, disk, unchange
     unchanged()
     install_on_full_disks(user, sizes, unchanged)
     assert names(user.folder) == INSTALLED
+
+
+def test_a_first_installation_that_fails_leaves_no_folder(user, disk, unchanged):
+    disk(user.folder.parent, "100k")
+    unchanged()
+    assert user.install() == NOT_HERE
+    unchanged()
 
 
 @long
@@ -425,6 +461,7 @@ def test_a_killed_first_installation_can_be_repeated(user, program):
         assert user.remove() == 0
         assert not user.folder.exists()
         step(user, setup, lambda: None, last=number)
+        assert user.uninstall_entry() or not user.folder.exists()
         assert user.install() == 0
         assert names(user.folder) == INSTALLED
         assert all((user.folder / name).read_bytes() == (program.parent / name).read_bytes() for name in PACKED)
