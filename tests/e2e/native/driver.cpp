@@ -286,9 +286,9 @@ std::string Release(const Arguments&) {
 
 std::string Hold(const Arguments& arguments) {
   Release(arguments);
-  held = CreateFileW(Wide(arguments.at(1)).c_str(), GENERIC_READ | GENERIC_WRITE,
-                     static_cast<DWORD>(AsNumber(arguments.at(0))), nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL,
-                     nullptr);
+  held =
+      CreateFileW(Wide(arguments.at(1)).c_str(), GENERIC_READ | GENERIC_WRITE,
+                  static_cast<DWORD>(AsNumber(arguments.at(0))), nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
   return held != INVALID_HANDLE_VALUE ? "true" : Error("cannot hold it, error " + std::to_string(GetLastError()));
 }
 
