@@ -166,15 +166,34 @@ Function ${un}IsForeign
   ${If} $0 = 0
     System::Call '$1->0(g "{0000010B-0000-0000-C000-000000000046}", *p .r2) i .r0' ; IPersistFile
     ${If} $0 = 0
-      System::Call '$2->5(w R2, i 0)' ; Load
+      ${For} $5 0 50
+        System::Call '$2->5(w R2, i 0) i .r0' ; Load
+        IntOp $0 $0 & 0xFFFF
+        ${If} $0 <> 32 ; a sharing violation, by a scanner
+          ${Break}
+        ${EndIf}
+        Sleep 100
+      ${Next}
       System::Call '$1->3(w .r3, i ${NSIS_MAX_STRLEN}, p 0, i 0)' ; GetPath
       System::Call '$2->2()' ; Release
     ${EndIf}
     System::Call '$1->2()'
   ${EndIf}
+  ${If} $0 = 32
+    !insertmacro Refuse ${EXIT_IN_USE} "This file is in use. Please try again.$\n$\n$R2"
+  ${EndIf}
   ${If} $3 == "$INSTDIR\Tidewell.exe"
   ${OrIf} $3 == "$Former\Tidewell.exe"
     StrCpy $R0 0
+  ${EndIf}
+FunctionEnd
+
+; Deletes the file $R2.
+Function ${un}DeleteSurely
+  ClearErrors
+  Delete $R2
+  ${If} ${Errors}
+    !insertmacro Refuse ${EXIT_IN_USE} "This file cannot be removed. Please try again.$\n$\n$R2"
   ${EndIf}
 FunctionEnd
 
@@ -183,7 +202,7 @@ Function ${un}DeleteStartupEntry
   Call ${un}IsForeign
   ${If} $R0 = 0
     DeleteRegValue HKCU "${APPROVED_KEY}" Tidewell.lnk ; the Task Manager's note on it
-    Delete $R2
+    Call ${un}DeleteSurely
   ${EndIf}
 FunctionEnd
 
@@ -427,11 +446,8 @@ FunctionEnd
 
 ; Stops at the first failure, so that uninstall.exe, the last one, stays for another try.
 Function un.DeleteFile
-  ClearErrors
-  Delete "$INSTDIR\$Name"
-  ${If} ${Errors}
-    !insertmacro Refuse ${EXIT_IN_USE} "This file cannot be removed. Please try again.$\n$\n$INSTDIR\$Name"
-  ${EndIf}
+  StrCpy $R2 "$INSTDIR\$Name"
+  Call un.DeleteSurely
 FunctionEnd
 
 ; The registry entry makes the folder ours. It goes last, so that the removal can be repeated.
@@ -446,7 +462,7 @@ Section Uninstall
   StrCpy $R2 $StartMenuEntry
   Call un.IsForeign
   ${If} $R0 = 0
-    Delete $R2
+    Call un.DeleteSurely
   ${EndIf}
   Call un.DeleteStartupEntry
   !insertmacro ForEachFile un.DeleteFile
