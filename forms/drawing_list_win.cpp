@@ -36,10 +36,11 @@ class Painter {
  private:
   /// Clips to the box, and selects a pen of one pixel and a brush.
   [[nodiscard]] bool Prepare(const Shape& shape) const noexcept {
-    const auto& [box, outline, fill, radials] = shape;
+    const Box& box = shape.box;
+    const std::optional<Colour>& fill = shape.fill;
     return SelectClipRgn(dc_, nullptr) != ERROR &&
            IntersectClipRect(dc_, box.left, box.top, box.right, box.bottom) != ERROR &&
-           SelectObject(dc_, GetStockObject(DC_PEN)) != nullptr && SetDCPenColor(dc_, outline) != CLR_INVALID &&
+           SelectObject(dc_, GetStockObject(DC_PEN)) != nullptr && SetDCPenColor(dc_, shape.outline) != CLR_INVALID &&
            SelectObject(dc_, GetStockObject(fill ? DC_BRUSH : NULL_BRUSH)) != nullptr &&
            (!fill || SetDCBrushColor(dc_, *fill) != CLR_INVALID);
   }
@@ -55,7 +56,8 @@ class Painter {
       const double height = (y - box.top) / halfHeight - 1;
       const LONG inset = std::lround(halfWidth * (1 - std::sqrt(std::max(0.0, 1 - height * height))));
       const RECT line = {.left = box.left + inset, .top = y, .right = box.right - inset, .bottom = y + 1};
-      whole = FillRect(dc_, &line, brush) != 0 && whole;
+      // An even width leaves the first and the last row empty.
+      whole = (line.left >= line.right || FillRect(dc_, &line, brush) != 0) && whole;
     }
     return whole;
   }
@@ -82,19 +84,15 @@ class Painter {
 
 }  // namespace
 
-RECT ToRect(const Box& box) noexcept {
-  return {.left = box.left, .top = box.top, .right = box.right, .bottom = box.bottom};
-}
-
 PixelScale ReadPixelScale() {
   const TwipsPerPixel screen = ReadTwipsPerPixel();
   return {.x = kDesignTwipsPerPixel / screen.x, .y = kDesignTwipsPerPixel / screen.y};
 }
 
-bool Replay(HDC dc, const DrawingList& drawing, const PixelScale& scale) noexcept {
+bool Replay(HDC dc, std::span<const Primitive> drawing, const PixelScale& scale) noexcept {
   const Painter painter(dc, scale);
   bool whole = true;
-  for (const Primitive& primitive : drawing.Primitives()) {
+  for (const Primitive& primitive : drawing) {
     whole = painter.Paint(OnScreen(primitive, scale)) && whole;
   }
   return whole;

@@ -1,6 +1,7 @@
 #include "report/frmMoon.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 #include "forms/device_context_win.h"
@@ -48,31 +49,27 @@ bool ChangesTheReport(UINT message, WPARAM wParam, LPARAM lParam) {
   }
 }
 
+}  // namespace
+
 /// Repaints the picture at the end of a report, also if an error cuts it short, but only if its pixels have changed.
-class PictureRepaint {
+class frmMoon::PictureRepaint {
  public:
-  PictureRepaint(HWND window, forms::PaintKeeper& keeper, const forms::DrawingList& drawing,
-                 const forms::PixelScale& scale)
-      : window_(window), keeper_(keeper), drawing_(drawing), scale_(scale), before_(drawing.Primitives()) {}
+  explicit PictureRepaint(frmMoon& form) : form_(form), before_(form.drawing_.Primitives()) {}
   ~PictureRepaint() {
-    const auto onScreen = [this](const forms::Primitive& primitive) { return forms::OnScreen(primitive, scale_); };
-    if (!std::ranges::equal(drawing_.Primitives(), before_, {}, onScreen, onScreen)) {
-      const RECT picture = forms::ToRect(forms::OnScreen(SquareOfRadius(kDiscRadius), scale_));
-      keeper_.Note(InvalidateRect(window_, &picture, FALSE) != FALSE);  // its first circle covers the old one
+    const auto onScreen = [this](const auto& primitive) { return forms::OnScreen(primitive, form_.pixelScale_); };
+    if (!std::ranges::equal(form_.drawing_.Primitives(), before_, {}, onScreen, onScreen)) {
+      const RECT picture = form_.PicturePlace();
+      // Its first circle covers the old picture: nothing is erased.
+      form_.paintKeeper_.Note(InvalidateRect(form_.hwnd(), &picture, FALSE) != FALSE);
     }
   }
   PictureRepaint(const PictureRepaint&) = delete;
   PictureRepaint& operator=(const PictureRepaint&) = delete;
 
  private:
-  HWND window_;
-  forms::PaintKeeper& keeper_;
-  const forms::DrawingList& drawing_;
-  forms::PixelScale scale_;
+  frmMoon& form_;
   std::vector<forms::Primitive> before_;
 };
-
-}  // namespace
 
 frmMoon::Controls::Controls(HWND form, forms::PaintKeeper& keeper)
     : Frame1(layout::kFrame1Description, form, keeper),
@@ -98,9 +95,7 @@ void frmMoon::Load() {
           .style = kStyle,
           .exStyle = kExStyle,
           .place = forms::CentredPlace(layout::kClientWidth, layout::kClientHeight, kStyle, kExStyle)});
-  for (const auto size : {WPARAM{ICON_SMALL}, WPARAM{ICON_BIG}}) {
-    SendMessageW(hwnd(), WM_SETICON, size, reinterpret_cast<LPARAM>(Icon(size)));
-  }
+  SetIcons(hwnd());
   controls_.emplace(hwnd(), paintKeeper_);
   Form_Load();
   Timer1.emplace(hwnd(), kTimer1, layout::kTimerInterval);
@@ -126,7 +121,16 @@ void frmMoon::Hide() {
   ShowWindow(hwnd(), standsInForIcon_ ? SW_MINIMIZE : SW_HIDE);
 }
 
-HICON frmMoon::Icon(WPARAM size) const { return (size == ICON_SMALL ? smallIcon_ : icon_).get(); }
+void frmMoon::SetIcons(HWND window) const {
+  const auto set = [window](WPARAM size, const runtime::unique_icon& icon) {
+    const auto handle = reinterpret_cast<LPARAM>(icon.get());
+    if (SendMessageW(window, WM_GETICON, size, 0) != handle) {  // or the caption would flicker
+      SendMessageW(window, WM_SETICON, size, handle);
+    }
+  };
+  set(ICON_SMALL, smallIcon_);
+  set(ICON_BIG, icon_);
+}
 
 RECT frmMoon::WorkArea() const { return forms::WorkAreaOf(hwnd()); }
 
@@ -206,17 +210,25 @@ void frmMoon::OnCommand(int id, int notification) {
 void frmMoon::Paint() {
   const forms::PaintScope paint(hwnd(), paintKeeper_);
   if (forms::DarkHighContrast()) {  // the picture's dark half and rim are as black as the window
-    forms::DrawingList ring;
-    ring.Circle(kDiscCentre, kDiscRadius + 1, GetSysColor(COLOR_WINDOWTEXT));
+    const std::array<forms::Primitive, 1> ring = {forms::Ellipse{.centre = kDiscCentre,
+                                                                 .halfWidth = kDiscRadius + 1,
+                                                                 .halfHeight = kDiscRadius + 1,
+                                                                 .outline = GetSysColor(COLOR_WINDOWTEXT),
+                                                                 .fill = std::nullopt}};
     paintKeeper_.Note(forms::Replay(paint.dc(), ring, pixelScale_));
   }
-  const bool whole = forms::Replay(paint.dc(), drawing_, pixelScale_);
+  const bool whole = forms::Replay(paint.dc(), drawing_.Primitives(), pixelScale_);
   paintKeeper_.Note(whole);
   if (!whole) {  // half a picture would show another phase: none is better
-    const RECT picture = forms::ToRect(forms::OnScreen(SquareOfRadius(kDiscRadius), pixelScale_));
+    const RECT picture = PicturePlace();
     SelectClipRgn(paint.dc(), nullptr);
     FillRect(paint.dc(), &picture, reinterpret_cast<HBRUSH>(INT_PTR{COLOR_3DFACE + 1}));
   }
+}
+
+RECT frmMoon::PicturePlace() const {
+  const forms::Box box = forms::OnScreen(SquareOfRadius(kDiscRadius), pixelScale_);
+  return {.left = box.left, .top = box.top, .right = box.right, .bottom = box.bottom};
 }
 
 void frmMoon::Refresh() {
@@ -225,7 +237,7 @@ void frmMoon::Refresh() {
 }
 
 void frmMoon::ReportAndUpdateIcon(TrayCommand command) {
-  const PictureRepaint repaint(hwnd(), paintKeeper_, drawing_, pixelScale_);
+  const PictureRepaint repaint(*this);
   mMoon::UpdateMoonReport();
   std::int16_t IcoNum = IcoNumFromIconNumber();
   about_.UpdateMoonIcon(static_cast<std::int32_t>(command), IcoNum);

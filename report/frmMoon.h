@@ -45,7 +45,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   [[nodiscard]] bool Visible() const override;
   void Show() override;
   void Hide() override;
-  [[nodiscard]] HICON Icon(WPARAM size) const override;
+  void SetIcons(HWND window) const override;
   [[nodiscard]] RECT WorkArea() const override;
 
   /// Removes the tray icon, closes the settings file and ends the program at once.
@@ -63,12 +63,14 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
     std::vector<forms::FittedLabel> lblMoon;
     forms::Control Label1;
   };
+  class PictureRepaint;
 
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
   void LeaveTheKeyboard(WINDOWPOS& change) const;
   void OnNotice(UINT message, WPARAM wParam, LPARAM lParam);
   void OnCommand(int id, int notification);
   void Paint();
+  [[nodiscard]] RECT PicturePlace() const;
   void Refresh();
   void ReportAndUpdateIcon(TrayCommand command);
   /// Nobody can reach a hidden window without an icon: it is minimised until the icon stands again.

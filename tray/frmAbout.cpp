@@ -181,12 +181,7 @@ void frmAbout::Form_Unload(bool& Cancel) {
 }
 
 void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double Y) {
-  for (const auto size : {WPARAM{ICON_SMALL}, WPARAM{ICON_BIG}}) {
-    const auto icon = reinterpret_cast<LPARAM>(mainForm_.Icon(size));
-    if (SendMessageW(hwnd(), WM_GETICON, size, 0) != icon) {  // or the caption would flicker
-      SendMessageW(hwnd(), WM_SETICON, size, icon);
-    }
-  }
+  mainForm_.SetIcons(hwnd());
   makingTopmost_ = true;
   forms::MakeTopmost(hwnd());
   makingTopmost_ = false;
@@ -217,7 +212,10 @@ void frmAbout::PopupMenu() {
   menuOpen_ = true;
   const HWND before = GetForegroundWindow();
   POINT pointer{};
-  GetCursorPos(&pointer);
+  if (GetCursorPos(&pointer) == FALSE) {
+    const DWORD last = GetMessagePos();  // where it was a tick ago at most
+    pointer = {.x = GET_X_LPARAM(last), .y = GET_Y_LPARAM(last)};
+  }
   // Without the foreground the menu would stay open when the user clicks elsewhere. The system may refuse it, or the
   // user may be elsewhere already: hence the timer.
   SetForegroundWindow(hwnd());

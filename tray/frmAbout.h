@@ -25,8 +25,8 @@ class MainForm {
   virtual void Show() = 0;
   /// Hides it. Without an icon that could show it again it is minimised instead.
   virtual void Hide() = 0;
-  /// Its icon in a size of WM_SETICON, ICON_SMALL or ICON_BIG.
-  [[nodiscard]] virtual HICON Icon(WPARAM size) const = 0;
+  /// Gives its icons to a window that has others.
+  virtual void SetIcons(HWND window) const = 0;
   /// The work area of the screen that it is on.
   [[nodiscard]] virtual RECT WorkArea() const = 0;
   /// Ends the program once the running handler has returned. It may be called again.

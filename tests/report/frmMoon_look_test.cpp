@@ -85,6 +85,28 @@ TEST_F(Look, BothIconsHaveTheSystemsSizes) {
   EXPECT_EQ(width(ICON_BIG, form().hwnd()), GetSystemMetrics(SM_CXICON));
 }
 
+int iconsSet = 0;
+WNDPROC aboutsOwn = nullptr;
+
+LRESULT CALLBACK CountIcons(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  iconsSet += message == WM_SETICON ? 1 : 0;
+  return CallWindowProcW(aboutsOwn, window, message, wParam, lParam);
+}
+
+TEST_F(Look, AboutGetsBothIconsOnce) {
+  const HWND about = About();
+  aboutsOwn =
+      reinterpret_cast<WNDPROC>(SetWindowLongPtrW(about, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&CountIcons)));
+  iconsSet = 0;
+  SendMessageW(about, WM_MOUSEMOVE, 1, 512);
+  SendMessageW(about, WM_MOUSEMOVE, 1, 512);
+  SetWindowLongPtrW(about, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(aboutsOwn));
+  EXPECT_EQ(iconsSet, 2) << "each paints the caption";
+  for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
+    EXPECT_EQ(SendMessageW(about, WM_GETICON, size, 0), SendMessageW(form().hwnd(), WM_GETICON, size, 0));
+  }
+}
+
 TEST_F(Look, TheCursorIsTheArrow) {
   const auto arrow = reinterpret_cast<ULONG_PTR>(LoadCursorW(nullptr, IDC_ARROW));
   for (const HWND window : {form().hwnd(), Item(layout::kFrame1), About()}) {

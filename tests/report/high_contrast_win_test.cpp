@@ -4,6 +4,8 @@
 
 #include <array>
 #include <cmath>
+#include <cstdlib>
+#include <new>
 #include <numbers>
 
 #include "support/shown_frmMoon.h"
@@ -11,6 +13,18 @@
 #include "support/window_pixels_win.h"
 
 extern "C" decltype(&SystemParametersInfoW) systemParametersInfoSlot asm("__imp__SystemParametersInfoW@16");
+
+namespace {
+
+int allocations = 0;
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+  ++allocations;
+  void* const memory = std::malloc(size);
+  return memory != nullptr ? memory : throw std::bad_alloc();
+}
 
 namespace {
 
@@ -93,6 +107,14 @@ TEST_F(HighContrast, ARingStandsOutsideTheRimOnBlack) {
   for (const POINT& end : {POINT{59, 85}, {191, 85}, {125, 19}, {125, 151}}) {
     EXPECT_EQ(with.At(end.x, end.y), kYellow) << end.x << ", " << end.y;
   }
+}
+
+TEST_F(HighContrast, ItIsPaintedWithoutAnAllocation) {
+  Choose(true, kBlack, kYellow);
+  const int before = allocations;
+  Repaint();
+  EXPECT_EQ(allocations, before);
+  EXPECT_EQ(Pixel(59, 85), kYellow);
 }
 
 TEST_F(HighContrast, TheRingIsThereOnDarkBackgroundsAlone) {

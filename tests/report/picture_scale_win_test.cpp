@@ -11,6 +11,7 @@
 #include "support/window_pixels_win.h"
 
 extern "C" decltype(&Ellipse) ellipseSlot asm("__imp__Ellipse@20");
+extern "C" decltype(&FillRect) fillRectSlot asm("__imp__FillRect@12");
 extern "C" decltype(&GetDeviceCaps) getDeviceCapsSlot asm("__imp__GetDeviceCaps@8");
 extern "C" decltype(&SystemParametersInfoW) systemParametersInfoSlot asm("__imp__SystemParametersInfoW@16");
 
@@ -20,6 +21,7 @@ constexpr int kCentreY = 85 * 2 + 1;
 
 const auto deviceCaps = getDeviceCapsSlot;
 const auto ellipse = ellipseSlot;
+const auto fillRect = fillRectSlot;
 const auto systemParametersInfo = systemParametersInfoSlot;
 
 int WINAPI OfTwiceThePixels(HDC dc, int what) {
@@ -37,6 +39,11 @@ BOOL WINAPI InHighContrast(UINT action, UINT size, void* data, UINT change) {
 /// Refuses the smaller ellipses that widen an outline inwards.
 BOOL WINAPI RefuseSmallerEllipses(HDC dc, int left, int top, int right, int bottom) {
   return (right - left) % 2 == 0 ? ellipse(dc, left, top, right, bottom) : FALSE;
+}
+
+/// Windows does not tell what it answers for an empty rectangle.
+int WINAPI RefuseEmptyRectangles(HDC dc, const RECT* place, HBRUSH brush) {
+  return place->left < place->right ? fillRect(dc, place, brush) : 0;
 }
 
 class PictureScale : public ShownMoon {
@@ -95,10 +102,20 @@ TEST_F(PictureScale, ANewPictureIsPaintedWhole) {
 TEST_F(PictureScale, AnOutlineThatIsNotWidenedIsReported) {
   Edge(0);
   const HDC pixel = CreateCompatibleDC(nullptr);
-  EXPECT_TRUE(forms::Replay(pixel, form().Drawing(), {.x = 2, .y = 2}));
+  EXPECT_TRUE(forms::Replay(pixel, form().Drawing().Primitives(), {.x = 2, .y = 2}));
   {
     const SystemStandIn standIn(ellipseSlot, &RefuseSmallerEllipses);
-    EXPECT_FALSE(forms::Replay(pixel, form().Drawing(), {.x = 2, .y = 2}));
+    EXPECT_FALSE(forms::Replay(pixel, form().Drawing().Primitives(), {.x = 2, .y = 2}));
+  }
+  DeleteDC(pixel);
+}
+
+TEST_F(PictureScale, AnEmptyRowOfATerminatorIsNotRefused) {
+  Edge(0.5);
+  const HDC pixel = CreateCompatibleDC(nullptr);
+  {
+    const SystemStandIn standIn(fillRectSlot, &RefuseEmptyRectangles);
+    EXPECT_TRUE(forms::Replay(pixel, form().Drawing().Primitives(), {.x = 2, .y = 2}));
   }
   DeleteDC(pixel);
 }

@@ -104,7 +104,7 @@ TEST_F(Picture, ReplayingLeaksNoHandle) {
   const forms::DrawingList& drawing = form().Drawing();
   const HDC pixel = CreateCompatibleDC(nullptr);
   for (int i = 0; i < 70'000; ++i) {
-    ASSERT_TRUE(forms::Replay(pixel, drawing, {}));
+    ASSERT_TRUE(forms::Replay(pixel, drawing.Primitives(), {}));
   }
   DeleteDC(pixel);
   std::array<HBRUSH, 100> brushes{};

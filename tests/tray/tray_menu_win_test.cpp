@@ -16,6 +16,8 @@ extern "C" decltype(&FindWindowW) findWindowSlot asm("__imp__FindWindowW@8");
 extern "C" decltype(&EndMenu) endMenuSlot asm("__imp__EndMenu@0");
 extern "C" decltype(&GetWindowThreadProcessId) getProcessSlot asm("__imp__GetWindowThreadProcessId@8");
 extern "C" decltype(&SetTimer) setTimerSlot asm("__imp__SetTimer@16");
+extern "C" decltype(&GetCursorPos) getCursorPosSlot asm("__imp__GetCursorPos@4");
+extern "C" decltype(&GetMessagePos) getMessagePosSlot asm("__imp__GetMessagePos@0");
 extern "C" decltype(&PostMessageW) postMessageSlot asm("__imp__PostMessageW@16");
 
 namespace {
@@ -62,6 +64,27 @@ TEST_F(TrayMenu, OpensInTheForegroundAndPostsANullMessage) {
     SendMessageW(owner, WM_MOUSEMOVE, 1, 517);
   }
   EXPECT_EQ(asked, (std::vector<std::string>{"foreground", "menu", "null message"}));
+}
+
+BOOL WINAPI RefusePointer(POINT* /*pointer*/) { return FALSE; }
+
+DWORD WINAPI LeftOfTheMainScreen() { return MAKELONG(-20, 30); }
+
+POINT menuPlace;
+
+BOOL WINAPI NotePlace(HMENU /*menu*/, UINT /*flags*/, int x, int y, int /*reserved*/, HWND /*window*/,
+                      const RECT* /*ignored*/) {
+  menuPlace = {.x = x, .y = y};
+  return 0;
+}
+
+TEST_F(TrayMenu, OpensWhereThePointerWasIfItsPlaceIsRefused) {
+  const SystemStandIn menu(trackPopupMenuSlot, &NotePlace);
+  const SystemStandIn pointer(getCursorPosSlot, &RefusePointer);
+  const SystemStandIn message(getMessagePosSlot, &LeftOfTheMainScreen);
+  SendMessageW(owner, WM_MOUSEMOVE, 1, 517);
+  EXPECT_EQ(menuPlace.x, -20);
+  EXPECT_EQ(menuPlace.y, 30);
 }
 
 BOOL WINAPI ClickAgain(HMENU /*menu*/, UINT /*flags*/, int /*x*/, int /*y*/, int /*reserved*/, HWND window,

@@ -81,7 +81,7 @@ STAYS_BAD = {
 # They answer always, or nothing that the program could do would help.
 NEVER_FAIL = set("""
     DeleteCriticalSection EnterCriticalSection ExitProcess GetCurrentProcessId GetCurrentThreadId GetLastError GetLocalTime
-    GetStartupInfoW InitializeCriticalSection LeaveCriticalSection SetLastError SetUnhandledExceptionFilter Sleep TlsFree
+    GetMessagePos GetStartupInfoW InitializeCriticalSection LeaveCriticalSection SetLastError SetUnhandledExceptionFilter Sleep TlsFree
     TlsGetValue
     __p__commode __p__fmode __p__wcmdln __set_app_type __setusermatherr __winitenv _amsg_exit _cexit _errno _initterm _iob
     atan exit free memcpy memmove memset strcmp strlen strncmp tan wcslen
