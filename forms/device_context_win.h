@@ -6,11 +6,12 @@
 
 namespace forms {
 
-/// The device context of a WM_PAINT within a scope; null if the system refuses it, which the keeper notes.
+/// The device context of a WM_PAINT within a scope; null if the system refuses it. The keeper notes that, and a
+/// background that the system has not erased.
 class PaintScope {
  public:
   PaintScope(HWND window, PaintKeeper& keeper) noexcept : window_(window), dc_(BeginPaint(window, &paint_)) {
-    keeper.Note(dc_ != nullptr);
+    keeper.Note(dc_ != nullptr && paint_.fErase == FALSE);
   }
   ~PaintScope() {
     if (dc_ != nullptr) {

@@ -102,6 +102,23 @@ TEST_F(RefusedPainting, OfAnEllipse) { RefuseEach<ellipseSlot, FALSE>(); }
 TEST_F(RefusedPainting, OfARow) { RefuseEach<fillRectSlot, 0>(); }
 TEST_F(RefusedPainting, OfTheFrame) { RefuseEach<drawEdgeSlot, FALSE>(); }
 
+WNDPROC windowsOwn = nullptr;
+
+LRESULT CALLBACK RefuseToErase(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  return message == WM_ERASEBKGND ? 0 : CallWindowProcW(windowsOwn, window, message, wParam, lParam);
+}
+
+TEST_F(RefusedPainting, OfTheBackground) {
+  const WindowPixels whole = PaintedOverBlack();
+  const HWND window = form().hwnd();
+  windowsOwn =
+      reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&RefuseToErase)));
+  EXPECT_NE(PaintedOverBlack(), whole);
+  SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(windowsOwn));
+  SendMessageW(window, WM_TIMER, 1, 0);
+  EXPECT_EQ(Painted(), whole);
+}
+
 TEST_F(RefusedPainting, IsTriedAgainUntilItIsDone) {
   const WindowPixels whole = PaintedOverBlack();
   {
