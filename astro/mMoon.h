@@ -5,8 +5,8 @@
 /// The astronomy of the program: plain numeric routines on doubles, with no user interface, no clock and no Windows.
 ///
 /// It is classical low-precision astronomy of the 1900 epoch, after Jean Meeus, Astronomical Formulae for Calculators
-/// (AFC). Departures from the printed formulae are marked "on purpose" and explained in docs/departures.md. How exact a
-/// routine is was measured against the Swiss Ephemeris for 1900 to 2100, in dynamical time.
+/// (AFC). Departures from the printed formulae are marked "on purpose" and explained in docs/departures.md. "Exact to"
+/// was measured against the Swiss Ephemeris, 1900 to 2100, in dynamical time.
 ///
 /// Conventions:
 ///   - Julian day: days, the day starting at noon (a value ending in .5 is midnight), on the universal-time scale. No
@@ -32,7 +32,7 @@ inline std::int16_t CalHour = 0;       ///< 0..23, 24 possible: see JulianToCivi
 inline std::int16_t CalMinute = 0;     ///< 0..59
 
 /// Returns the fractional day of the month, day + (hour * 60 + minute) / 1440, in days.
-/// Error: 6 Overflow when the minutes leave 16 bits.
+/// Error: 6 Overflow if the minutes do not fit 16 bits.
 double DayFraction(std::int16_t day, std::int16_t hour, std::int16_t minute);
 
 /// Turns a civil date of the Gregorian calendar into a Julian day (AFC, ch. 3).
@@ -40,9 +40,9 @@ double DayFraction(std::int16_t day, std::int16_t hour, std::int16_t minute);
 /// Given:    year, month  calendar year and month
 ///           day          day of the month with the time of day as its fraction
 /// Returned: Julian day
-/// Written:  year, month  for January and February the year before and month 13 or 14, on purpose: a caller that still
-///                        needs its own passes copies
-/// Error:    6 Overflow when year or month leave 16 bits
+/// Written:  year, month  for January and February the year before and month 13 or 14, on purpose: pass copies to keep
+///                        your own
+/// Error:    6 Overflow if year or month do not fit 16 bits
 ///
 /// On purpose every date gets the Gregorian correction; only JulianToCivil knows the cut-over of 1582.
 double CivilToJulian(std::int16_t& year, std::int16_t& month, double day);
@@ -56,13 +56,13 @@ double JulianCenturies(double jd);
 /// On purpose the hour comes from a text rounded to four decimals, the minute from unrounded arithmetic: in the last
 /// 0.18 s before a full hour the hour is already the next one (24 possible) while the minute is still 59.
 ///
-/// Error: 6 Overflow when the whole days leave 32 bits.
+/// Error: 6 Overflow if the whole days do not fit 32 bits.
 void JulianToCivil(double jd);
 
 // --- Angles ----------------------------------------------------------------------------------------------------------
 
 /// Brings an angle in degrees into 0..360. Angles in 0..360, both ends included, come back untouched: 360 stays 360.
-/// Error: 6 Overflow when the whole degrees leave 32 bits.
+/// Error: 6 Overflow if the whole degrees do not fit 32 bits.
 double NormalizeAngle(double angle);
 
 /// Turns degrees into radians, on purpose with a pi of ten decimals, 3.1415926535, for every conversion of the module.
@@ -70,7 +70,7 @@ double DegToRad(double angle);
 
 /// Returns arctan(DegToRad(x / sqrt(1 - x^2))), in radians. On purpose the tangent is converted to radians before the
 /// arctangent: the result is not the arc sine of x.
-/// Errors: 11 Division by zero for x = 1 and -1; 5 Invalid procedure call or argument beyond.
+/// Errors: 11 Division by zero if |x| = 1; 5 Invalid procedure call or argument if |x| > 1.
 double ArcSine(double x);
 
 // --- The Sun ---------------------------------------------------------------------------------------------------------
@@ -79,7 +79,7 @@ double ArcSine(double x);
 inline double Centuries = 0;
 
 inline double SunMeanLongitude = 0;      ///< degrees, 0..360
-inline double SunMeanAnomaly = 0;        ///< degrees, 0..360; lowered by MoonPosition, overwritten by FindPhases
+inline double SunMeanAnomaly = 0;        ///< degrees, 0..360; corrected by MoonPosition, overwritten by FindPhases
 inline double EarthEccentricity = 0;     ///< eccentricity of the Earth's orbit, no dimension
 inline double SunEquationOfCentre = 0;   ///< degrees
 inline double SunTrueAnomaly = 0;        ///< degrees, not normalised
@@ -109,7 +109,7 @@ inline double MoonRightAscension = 0;  ///< an arctangent in radians plus 0 or 1
 inline double MoonDeclination = 0;     ///< radians
 
 /// Computes the Moon's position for Centuries and the SunMeanAnomaly that SunPosition left (AFC, ch. 30) into the
-/// variables above; lowers SunMeanAnomaly by its additive term and writes Obliquity again.
+/// variables above; adds a correction to SunMeanAnomaly and writes Obliquity again.
 /// Given: jd, never read: the moment is the one in Centuries.
 /// Exact to 0.013 degree in longitude (of the mean equinox), 0.0034 in latitude and 0.0003 in parallax.
 /// Error: 11 Division by zero when the cosine of the longitude is exactly 0.
@@ -117,11 +117,11 @@ void MoonPosition(double jd);
 
 // --- Phases ----------------------------------------------------------------------------------------------------------
 
-inline double Illumination = 0;      ///< lit fraction of the Moon's disc, 0 (New) to 1 (Full)
+inline double Illumination = 0;      ///< lit fraction of the disc, 0 (New) to 1 (Full), until a caller changes it
 inline double YearPercent = 0;       ///< per cent of a 365-day year that has passed at the reference day
 inline double NewMoonJD = 0;         ///< Julian day of the New Moon found
 inline double FullMoonJD = 0;        ///< Julian day of the Full Moon found
-inline std::int16_t WaningFlag = 0;  ///< 1 when the New Moon found comes before the Full Moon found, else 0
+inline std::int16_t WaningFlag = 0;  ///< 1 if the New Moon found comes before the Full Moon found; may be changed, too
 
 /// Finds the lit fraction at the moment of the last SunPosition and MoonPosition, and a New Moon and a Full Moon near a
 /// reference day (AFC, ch. 31 and 32).

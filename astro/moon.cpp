@@ -60,7 +60,7 @@ void ComputeFundamentalArguments(Checked T) {
   Add(MoonArgLatitude, -0.024691 * sinNode);
   Add(MoonArgLatitude, -0.004328 * SinDeg(node + 275.05 - 2.3 * T));
 
-  // On purpose the elongation and the argument of latitude stay unreduced: it matters to the unconverted row.
+  // On purpose D and F stay unreduced. Only the unconverted row notices, through D.
   MoonMeanLongitude = NormalizeAngle(MoonMeanLongitude);
   MoonMeanAnomaly = NormalizeAngle(MoonMeanAnomaly);
   MoonNodeLongitude = NormalizeAngle(MoonNodeLongitude);
@@ -71,9 +71,9 @@ class Multiples {
  public:
   explicit Multiples(double degrees) {
     const auto once = std::polar(1.0, DegToRad(degrees));
-    for (std::size_t n = 4; n < 8; ++n) {
-      phasors_[n + 1] = phasors_[n] * once;
-      phasors_[7 - n] = std::conj(phasors_[n + 1]);
+    for (std::size_t n = 1; n <= 4; ++n) {
+      phasors_[4 + n] = phasors_[3 + n] * once;
+      phasors_[4 - n] = std::conj(phasors_[4 + n]);
     }
   }
 
@@ -85,7 +85,7 @@ class Multiples {
 
 /// Adds each group of rows separately (the first starts at `start`), then adds the groups. The product of a row's
 /// phasors gives its wave: the real part a cosine, the imaginary part a sine. Calling sine for each row would take
-/// three times as long; the sum is the same to 2e-11 degree from 1900 to 2100 (5e-10 near the year 9983).
+/// three times as long; it agrees with this sum to 2e-11 degree from 1900 to 2100 (5e-10 near the year 9983).
 template <std::size_t Rows, std::size_t Groups>
 Checked SumSeries(double start, const astro::MoonSeries<Rows, Groups>& series, double wave(std::complex<double>),
                   const std::array<Multiples, 4>& multiples) {
@@ -129,7 +129,7 @@ void MoonPosition(double /*jd*/) {
   Obliquity = astro::MeanObliquity(T);
   Obliquity = NormalizeAngle(Obliquity);
 
-  // On purpose as for the Sun, but here the conversion takes the whole ratio and the right ascension is normalised.
+  // On purpose as for the Sun, except that the whole ratio is converted and the right ascension is normalised.
   const Checked ratio =
       (SinDeg(MoonLongitude) * CosDeg(Obliquity) - TanDeg(MoonLatitude) * SinDeg(Obliquity)) / CosDeg(MoonLongitude);
   const Checked arctangent = runtime::Atn(DegToRad(ratio));

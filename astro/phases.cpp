@@ -29,21 +29,16 @@ Checked NearestLunation(std::int16_t year) {
   return k - Int(k) > 0.5 ? Int(k) + 1 : Int(k);
 }
 
-/// The sign of the T^2 term in the Sun's mean anomaly: minus as published; plus, on purpose, for a New Moon that is
-/// moved on.
-enum class SunTermSign { Minus, Plus };
-
 /// The Julian day of lunation phase k: whole for a New Moon, whole + 0.5 for a Full Moon (AFC, ch. 32). Leaves the
-/// lunation's anomalies in SunMeanAnomaly and MoonMeanAnomaly.
-Checked PhaseInstant(Checked k, SunTermSign sign = SunTermSign::Minus) {
+/// lunation's anomalies in SunMeanAnomaly and MoonMeanAnomaly. The Sun's has the published T^2 term by default.
+Checked PhaseInstant(Checked k, double sunT2 = -0.0000333) {
   const Checked T = k / 1236.85;
   const Checked T2 = Pow(T, 2);
   const Checked T3 = Pow(T, 3);
   const Checked mean = 2415020.75933 + 29.53058868 * k + 0.0001178 * T2 - 0.000000155 * T3 +
                        0.00033 * SinDeg(166.56 + 132.87 * T - 0.009173 * T2);
 
-  const Checked sunT2Term = sign == SunTermSign::Plus ? 0.0000333 * T2 : -0.0000333 * T2;
-  SunMeanAnomaly = NormalizeAngle(359.2242 + 29.10535608 * k + sunT2Term - 0.00000347 * T3);
+  SunMeanAnomaly = NormalizeAngle(359.2242 + 29.10535608 * k + sunT2 * T2 - 0.00000347 * T3);
   MoonMeanAnomaly = NormalizeAngle(306.0253 + 385.81691806 * k + 0.0107306 * T2 + 0.00001236 * T3);
   const double F = NormalizeAngle(21.2964 + 390.67050646 * k - 0.0016528 * T2 - 0.00000239 * T3);
 
@@ -68,11 +63,11 @@ void FindPhases(std::int16_t year, double jd, double jdJan1) {
   NewMoonJD = PhaseInstant(kNew);
   FullMoonJD = PhaseInstant(kNew + 0.5);
   if (NewMoonJD < jd) {
-    NewMoonJD = PhaseInstant(kNew + 1, SunTermSign::Plus);
+    NewMoonJD = PhaseInstant(kNew + 1, +0.0000333);  // on purpose plus
   }
   if (FullMoonJD < jd) {
-    // On purpose a Full Moon in the past is not moved on: the caller asks again from a later day. Evaluated again, it
-    // leaves its own anomalies behind, not those of the next New Moon.
+    // On purpose a past Full Moon is not moved on: the caller asks again from a later day. This call only restores the
+    // Full Moon's anomalies.
     FullMoonJD = PhaseInstant(kNew + 0.5);
   }
   WaningFlag = Checked(NewMoonJD) - jd < Checked(FullMoonJD) - jd ? 1 : 0;

@@ -37,9 +37,7 @@ TwipsPerPixel ReadTwipsPerPixel() {
   const ScreenScope screen;
   const int x = GetDeviceCaps(screen.dc(), LOGPIXELSX);
   const int y = GetDeviceCaps(screen.dc(), LOGPIXELSY);
-  if (x <= 0 || y <= 0) {  // 0 also without a device context
-    throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
-  }
+  runtime::RequireMade(x > 0 && y > 0);  // 0 also without a device context
   return {.x = kTwipsPerInch / x, .y = kTwipsPerInch / y};
 }
 
@@ -53,9 +51,7 @@ runtime::unique_font MakeFont(const FontDescription& font) {
   const std::wstring_view face = scale != kDesignTwipsPerPixel && font.scalable != nullptr ? font.scalable : font.face;
   std::copy_n(face.begin(), std::min(face.size(), std::size_t{LF_FACESIZE - 1}), logical.lfFaceName);
   runtime::unique_font made(CreateFontIndirectW(&logical));
-  if (!made) {
-    throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
-  }
+  runtime::RequireMade(made != nullptr);
   return made;
 }
 
@@ -83,9 +79,7 @@ Control::Control(const ControlDescription& description, HWND parent)
       CreateWindowExW(0, controlClass.name, description.caption, style, place.left, place.top, place.right - place.left,
                       place.bottom - place.top, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(description.id)),
                       GetModuleHandleW(nullptr), nullptr);
-  if (hwnd_ == nullptr) {
-    throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
-  }
+  runtime::RequireMade(hwnd_ != nullptr);
   SendMessageW(hwnd_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
 }
 
@@ -96,8 +90,8 @@ std::wstring Control::Caption() const {
 }
 
 void Control::SetCaption(const std::wstring& caption) {
-  if (caption != Caption() && SetWindowTextW(hwnd_, caption.c_str()) == FALSE) {
-    throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
+  if (caption != Caption()) {
+    runtime::RequireMade(SetWindowTextW(hwnd_, caption.c_str()) != FALSE);
   }
 }
 

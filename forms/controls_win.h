@@ -53,8 +53,8 @@ class Control {
   HWND hwnd_;
 };
 
-/// A frame without a caption: an etched border around check boxes. They are its children, so that it cuts off what
-/// reaches beyond its edge. It passes their commands on to the form.
+/// A frame without a caption: an etched border around check boxes. The boxes are its children, so it clips them. It
+/// passes their commands on to the form.
 class Frame : public Window<Frame> {
  public:
   static constexpr const wchar_t* kWindowClass = L"TidewellFrame";

@@ -45,7 +45,7 @@ Box OnScreen(const Box& box, const PixelScale& scale) {
 }
 
 Shape OnScreen(const Primitive& primitive, const PixelScale& scale) {
-  return std::visit([&](const auto& shape) { return Scaled(shape, scale); }, primitive);
+  return std::visit([&](const auto& drawn) { return Scaled(drawn, scale); }, primitive);
 }
 
 void DrawingList::Circle(Point centre, double radius, Colour outline, double aspect) {

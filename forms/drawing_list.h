@@ -41,7 +41,7 @@ struct Pie {
   bool operator==(const Pie&) const = default;
 };
 
-/// What is drawn, in pixels of a screen that has 96 to the inch.
+/// What is drawn, in pixels at 96 dpi.
 using Primitive = std::variant<Ellipse, Pie>;
 
 /// Pixels of the screen per pixel of a drawing.
@@ -88,7 +88,7 @@ class DrawingList {
   void SetFillStyle(FillStyle style) noexcept { fillStyle_ = style; }
   void SetFillColor(Colour colour) noexcept { fillColor_ = colour; }
 
-  /// The colour of shapes that name none, which the program does not draw.
+  /// The outline of shapes that name none; never used.
   void SetForeColor(Colour colour) noexcept { foreColor_ = colour; }
   [[nodiscard]] Colour ForeColor() const noexcept { return foreColor_; }
 

@@ -15,7 +15,7 @@ constexpr int kNarrow = 10;  ///< pixels
 class Painter {
  public:
   Painter(HDC dc, const PixelScale& scale) noexcept
-      : dc_(dc), pen_(std::max(1, static_cast<int>(std::lround(std::min(scale.x, scale.y))))) {}
+      : dc_(dc), penWidth_(std::max(1, static_cast<int>(std::lround(std::min(scale.x, scale.y))))) {}
 
   [[nodiscard]] bool Paint(const Shape& shape) const noexcept {
     const Box& box = shape.box;
@@ -62,24 +62,24 @@ class Painter {
     return whole;
   }
 
-  /// The stock pen is one pixel wide. Draws the outline again at each pixel of a wider pen.
+  /// The stock pen is one pixel wide: draws a wider outline penWidth_ * penWidth_ times, each shifted by a pixel.
   [[nodiscard]] bool Widen(const Box& box) const noexcept {
-    if (pen_ == 1) {
+    if (penWidth_ == 1) {
       return true;
     }
     bool whole = SelectObject(dc_, GetStockObject(NULL_BRUSH)) != nullptr;
-    for (int place = 0; place < pen_ * pen_; ++place) {
-      const int left = box.left + place % pen_;
-      const int top = box.top + place / pen_;
-      whole = ::Ellipse(dc_, left, top, left + box.right - box.left - pen_ + 1,
-                        top + box.bottom - box.top - pen_ + 1) != FALSE &&
+    for (int place = 0; place < penWidth_ * penWidth_; ++place) {
+      const int left = box.left + place % penWidth_;
+      const int top = box.top + place / penWidth_;
+      whole = ::Ellipse(dc_, left, top, left + box.right - box.left - penWidth_ + 1,
+                        top + box.bottom - box.top - penWidth_ + 1) != FALSE &&
               whole;
     }
     return whole;
   }
 
   HDC dc_;
-  int pen_;  ///< width of an outline in pixels of the screen
+  int penWidth_;  ///< of an outline, in pixels of the screen
 };
 
 }  // namespace

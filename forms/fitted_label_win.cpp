@@ -31,7 +31,7 @@ void FittedLabel::SetCaption(const std::wstring& caption) {
   GetObjectW(label_.font(), sizeof logical, &logical);
   runtime::unique_font smaller;
   LONG width = WidthOf(caption, label_.font());
-  while (width > room_ && ++logical.lfHeight < 0) {  // the height of characters is negative
+  while (width > room_ && ++logical.lfHeight < 0) {  // lfHeight is negative: ++ shrinks it
     smaller.reset(CreateFontIndirectW(&logical));
     width = WidthOf(caption, smaller.get());
   }

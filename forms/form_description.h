@@ -11,7 +11,7 @@ struct TwipsPerPixel {
   double x, y;
 };
 
-/// The same for 96 pixels an inch, for which drawings are designed.
+/// Twips per pixel at 96 dpi, for which drawings are designed.
 inline constexpr double kDesignTwipsPerPixel = 15;
 
 /// A length in twips as pixels, rounded to the nearest whole number.
@@ -33,7 +33,7 @@ struct FontDescription {
   const wchar_t* face;
   double points;
   bool bold;
-  const wchar_t* scalable = nullptr;  ///< the face for other than 96 pixels an inch, if `face` consists of pixels
+  const wchar_t* scalable = nullptr;  ///< an outline face for other than 96 dpi, if `face` is a bitmap font
 };
 
 /// The font of controls that name none. The larger font of message boxes would cut off the longest check box.

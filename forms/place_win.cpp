@@ -42,9 +42,7 @@ bool MayNeedAScreen(HWND window, UINT message, WPARAM wParam) {
 
 RECT CentredPlace(int clientWidth, int clientHeight, DWORD style, DWORD exStyle) {
   RECT outer = ToPixels({0, 0, clientWidth, clientHeight}, ReadTwipsPerPixel());
-  if (AdjustWindowRectEx(&outer, style, FALSE, exStyle) == FALSE) {
-    throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
-  }
+  runtime::RequireMade(AdjustWindowRectEx(&outer, style, FALSE, exStyle) != FALSE);
   return Centred(outer, MainWorkArea());
 }
 
@@ -73,11 +71,11 @@ void StayOnScreen(HWND window, UINT message, WPARAM wParam) {
 
 void ShowInForeground(HWND window) {
   ShowWindow(window, SW_RESTORE);
-  // The first call in a process may obey its start instead, and show no window or a minimised one.
+  // The first ShowWindow of a process may use its start-up command instead, and show no window or a minimised one.
   if (IsIconic(window) != FALSE || IsWindowVisible(window) == FALSE) {
     ShowWindow(window, SW_RESTORE);
   }
-  if (!runtime::Ending()) {  // by an error of its first showing
+  if (!runtime::Ending()) {  // an error of its first showing may have ended the program
     SetForegroundWindow(window);
   }
 }

@@ -11,9 +11,7 @@ class Timer {
  public:
   /// Error: 7 Out of memory.
   Timer(HWND window, UINT_PTR id, UINT milliseconds) : window_(window), id_(id) {
-    if (SetTimer(window_, id_, milliseconds, nullptr) == 0) {
-      throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
-    }
+    runtime::RequireMade(SetTimer(window_, id_, milliseconds, nullptr) != 0);
   }
   ~Timer() { KillTimer(window_, id_); }
   Timer(const Timer&) = delete;

@@ -62,14 +62,12 @@ class Window {
                                .lpszMenuName = nullptr,
                                .lpszClassName = Form::kWindowClass,
                                .hIconSm = nullptr};
-    RegisterClassExW(&windowClass);  // fails for the second window of the class, which is as good
+    RegisterClassExW(&windowClass);  // fails if it is registered already
     CreateWindowExW(settings.exStyle, Form::kWindowClass, settings.caption, settings.style, settings.place.left,
                     settings.place.top, settings.place.right - settings.place.left,
                     settings.place.bottom - settings.place.top, settings.parent, reinterpret_cast<HMENU>(settings.id),
                     instance, static_cast<Window*>(this));
-    if (hwnd_ == nullptr) {
-      throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
-    }
+    runtime::RequireMade(hwnd_ != nullptr);
   }
 
   /// Closes the form: its Form_Unload hides it or ends the program.

@@ -78,7 +78,7 @@ frmMoon::Controls::Controls(HWND form, forms::PaintKeeper& keeper)
   for (const forms::ControlDescription& description : layout::kCheck1Descriptions) {
     Check1.emplace_back(description, Frame1.hwnd());
   }
-  const int room = forms::ToPixels(layout::kLineWidth, forms::ReadTwipsPerPixel().x);
+  const int room = forms::ToPixels(layout::kWidestText, forms::ReadTwipsPerPixel().x);
   for (const forms::ControlDescription& description : layout::kLblMoonDescriptions) {
     lblMoon.emplace_back(description, form, room);
   }
@@ -99,7 +99,7 @@ void frmMoon::Load() {
   controls_.emplace(hwnd(), paintKeeper_);
   Form_Load();
   Timer1.emplace(hwnd(), kTimer1, layout::kTimerInterval);
-  SetTimer(hwnd(), kTimer2, layout::kTimerInterval, nullptr);  // Timer2 has no handler: refused, it is not missed
+  SetTimer(hwnd(), kTimer2, layout::kTimerInterval, nullptr);  // unchecked: Timer2 has no handler
 }
 
 forms::DrawingList& frmMoon::Drawing() { return drawing_; }
@@ -117,8 +117,8 @@ bool frmMoon::Visible() const { return IsWindowVisible(hwnd()) != FALSE && IsIco
 void frmMoon::Show() { forms::ShowInForeground(hwnd()); }
 
 void frmMoon::Hide() {
-  standsInForIcon_ = !about_.IconStands();
-  ShowWindow(hwnd(), standsInForIcon_ ? SW_MINIMIZE : SW_HIDE);
+  minimisedForIcon_ = !about_.IconStands();
+  ShowWindow(hwnd(), minimisedForIcon_ ? SW_MINIMIZE : SW_HIDE);
 }
 
 void frmMoon::SetIcons(HWND window) const {
@@ -166,7 +166,7 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_ENDSESSION:
       if (wParam != FALSE) {
-        EndProgram();  // the end of the session is never a mere hiding
+        EndProgram();  // the session ends: hiding is not enough
       }
       return 0;
     case WM_SYSCOLORCHANGE:
@@ -257,9 +257,9 @@ void frmMoon::Form_Load() {
   // On purpose only the southern view is restored; the other two start unticked.
   if (StateFromOption(Settings.SouthernView) == 1) {
     controls_->Check1.at(2).SetState(1);
-    Check1_Click(2);  // a changed box is handled as a click, also when the program changed it
+    Check1_Click(2);  // SetState does not notify the form, but a changed box counts as a click
   }
-  ReportAndUpdateIcon(TrayCommand::Add);  // on purpose before the offset is known
+  ReportAndUpdateIcon(TrayCommand::Add);  // on purpose before the offset is known, but for the click above
 }
 
 void frmMoon::Timer1_Timer() {
@@ -271,16 +271,16 @@ void frmMoon::Timer1_Timer() {
   LastUpdate = now;
   Refresh();
   if (!runtime::Ending()) {
-    StandInForIcon();
+    KeepInReach();
   }
 }
 
-void frmMoon::StandInForIcon() {
+void frmMoon::KeepInReach() {
   if (IsWindowVisible(hwnd()) == FALSE && !about_.IconStands()) {
-    standsInForIcon_ = true;
+    minimisedForIcon_ = true;
     ShowWindow(hwnd(), SW_SHOWMINNOACTIVE);
-  } else if (standsInForIcon_ && about_.IconStands()) {
-    standsInForIcon_ = false;
+  } else if (minimisedForIcon_ && about_.IconStands()) {
+    minimisedForIcon_ = false;
     if (IsIconic(hwnd()) != FALSE) {
       ShowWindow(hwnd(), SW_HIDE);
     }

@@ -48,7 +48,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   void SetIcons(HWND window) const override;
   [[nodiscard]] RECT WorkArea() const override;
 
-  /// Removes the tray icon, closes the settings file and ends the program at once.
+  /// Removes the tray icon, closes the settings file and ends the program once the running handler has returned.
   void EndProgram() override;
 
  private:
@@ -74,7 +74,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   void Refresh();
   void ReportAndUpdateIcon(TrayCommand command);
   /// Nobody can reach a hidden window without an icon: it is minimised until the icon stands again.
-  void StandInForIcon();
+  void KeepInReach();
 
   void Form_Load();
   void Timer1_Timer();
@@ -93,7 +93,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   frmAbout about_;
   runtime::DateValue LastUpdate = 0;  ///< clock reading at the last update made by the timer
   bool refreshAtTick_ = false;        ///< the next tick updates, within the same minute too
-  bool standsInForIcon_ = false;      ///< minimised instead of hidden
+  bool minimisedForIcon_ = false;     ///< minimised instead of hidden
   std::optional<forms::Timer> Timer1;
 };
 

@@ -45,10 +45,10 @@ inline constexpr forms::ControlDescription kCommand1Description = {.kind = forms
                                                                    .caption = L"Close",
                                                                    .place = {2700, 4680, 1065, 345}};
 
-/// The widest line: the window's width less a margin of 2 pixels at 96 to the inch on either side.
-inline constexpr int kLineWidth = kClientWidth - 2 * 30;
+/// The widest text of a line: the window's width less a margin of 2 pixels at 96 dpi on either side.
+inline constexpr int kWidestText = kClientWidth - 2 * 30;
 
-/// One of the four lines, 300 twips apart. They start left of the window's edge, so that they are centred on it.
+/// One of the four lines, 300 twips apart. They start left of the client area, so that their centre is the window's.
 constexpr forms::ControlDescription LineDescription(int index, const wchar_t* caption) {
   return {.kind = forms::ControlKind::Label,
           .id = kLblMoon + index,

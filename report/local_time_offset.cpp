@@ -9,13 +9,13 @@ using runtime::CheckedCast;
 
 std::int32_t LocalTimeOffset() {
   const runtime::TimeZoneReading zone = tidewell::surroundings.ReadTimeZone();
-  if (UseDaylightBias == runtime::False) {
-    return CheckedCast<std::int32_t>(-std::int64_t{zone.Bias});
-  }
   const auto offset = [&](std::int32_t seasonBias) {
     const auto bias = CheckedCast<std::int32_t>(std::int64_t{seasonBias} + zone.Bias);
     return CheckedCast<std::int32_t>(-std::int64_t{bias});
   };
+  if (UseDaylightBias == runtime::False) {
+    return offset(0);
+  }
   switch (zone.Result) {
     case 0:
     case 1:

@@ -48,10 +48,7 @@ DateValue LocalDateOf(double jd) {
   return runtime::AddTime(date, CalHour, minutes);
 }
 
-PhaseDates FoundPhaseDates() {
-  const DateValue full = LocalDateOf(FullMoonJD);
-  return {.Full = full, .New = LocalDateOf(NewMoonJD)};
-}
+PhaseDates FoundPhaseDates() { return {.Full = LocalDateOf(FullMoonJD), .New = LocalDateOf(NewMoonJD)}; }
 
 PhaseDates PhaseDatesFor(DateValue base) {
   ComputeFor(base);
@@ -70,14 +67,9 @@ void WritePair(std::size_t upper, const PhaseLine& full, const PhaseLine& newMoo
     surroundings.Form().SetMoonLine(
         index, line.prefix + runtime::DateText(line.date, locale) + L" " + runtime::TimeText(line.date, locale));
   };
-  const std::size_t lower = upper + 1;
-  if (full.date < newMoon.date) {
-    write(upper, full);
-    write(lower, newMoon);
-  } else {
-    write(lower, full);
-    write(upper, newMoon);
-  }
+  const bool fullFirst = full.date < newMoon.date;
+  write(upper + (fullFirst ? 0 : 1), full);
+  write(upper + (fullFirst ? 1 : 0), newMoon);
 }
 
 /// On purpose the days come from a text rounded to three decimals: 5.9996 days count as 6.
@@ -94,7 +86,7 @@ void UpdateMoonReport() {
 
   NextPhasesShown = runtime::False;
   ComputeFor(surroundings.Now());
-  DrawMoonPhase(surroundings.Form(), Illumination, WaningFlag);
+  DrawMoonPhase(surroundings.Form(), Illumination, WaningFlag);  // changes both
   auto [NextFull, NextNew] = FoundPhaseDates();
   WritePair(2, {L"Next Full Moon : ", NextFull}, {L"Next New Moon : ", NextNew}, locale);
   NextPhasesShown = runtime::True;

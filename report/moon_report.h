@@ -15,11 +15,12 @@ inline double YearStartJD = 0;
 inline runtime::Boolean NextPhasesShown = runtime::False;
 
 /// Turns the present moment into everything the user sees: the picture, the four lines, the icon number and the tip
-/// with the Moon's age. Takes the moment, zone, locale and window from tidewell::surroundings; keeps nothing between
-/// calls.
+/// with the Moon's age. Takes the moment, locale and window from tidewell::surroundings, the offset from OffsetMinutes;
+/// keeps nothing between calls.
 ///
-/// Errors: those of the astronomy and the drawing; 6 Overflow when a minute with its offset leaves 16 bits; 5 Invalid
-/// procedure call or argument outside the years 100 to 9999. Lines written before the error keep their new text.
+/// Errors: those of the astronomy and the drawing; 6 Overflow if a minute with its offset does not fit 16 bits; 5
+/// Invalid procedure call or argument outside the years 100 to 9999. Lines written before the error keep their new
+/// text.
 void UpdateMoonReport();
 
 }  // namespace mMoon

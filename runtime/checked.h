@@ -13,7 +13,7 @@
 // result is tested. The processor's exception flags would not do: optimisers move steps across the flag tests, and the
 // 32-bit library's square root, logarithm and exponential raise no flag.
 //
-// The functions have the names of the formulas: Int, Sqr, Atn.
+// Int, Sqr (the square root) and Atn have the names of the formulas.
 
 namespace runtime {
 
@@ -28,8 +28,8 @@ inline double Tested(double result) {
   return result;
 }
 
-/// A double whose arithmetic is tested at every step. The first value is not tested, nor is a product of two plain
-/// doubles: begin each formula with a Checked (usually T or k).
+/// A double whose arithmetic is tested at every step. A plain number turned into a Checked is not tested, nor is a
+/// product of two plain doubles: begin each formula with a Checked (usually T or k).
 class Checked {
  public:
   constexpr Checked(double value) noexcept : value_(value) {}    // NOLINT(google-explicit-constructor): is a double
@@ -59,7 +59,7 @@ requires CheckedOperands<A, B> Checked operator*(A a, B b) {
   return Tested(static_cast<double>(a) * static_cast<double>(b));
 }
 
-/// Errors: 11 Division by zero, also of 0; else as the other steps.
+/// Errors: 11 Division by zero, also for 0 / 0; otherwise as the other operators.
 template <class A, class B>
 requires CheckedOperands<A, B> Checked operator/(A a, B b) {
   const auto divisor = static_cast<double>(b);
@@ -85,7 +85,7 @@ inline Checked Atn(Checked x) { return Tested(std::atan(x)); }
 /// Square root. Error: 5 Invalid procedure call or argument for a number below zero.
 inline Checked Sqr(Checked x) { return Tested(std::sqrt(x)); }
 
-/// x to the power y, through the general power function.
+/// x to the power y.
 inline Checked Pow(Checked x, double y) { return Tested(std::pow(x, y)); }
 
 /// The greatest whole number not above x: rounds toward minus infinity, never toward zero.

@@ -2,12 +2,11 @@
 
 #include <array>
 #include <cstddef>
-#include <string_view>
 
 namespace runtime {
 
 /// A system code page as a table: one wide character for each byte, no two the same, so that every byte survives the
-/// way to text and back. Bytes that are no character by themselves (lead bytes, holes) get one of the private use area.
+/// round trip. Lead bytes and unassigned bytes get a character of the private use area.
 struct CodePage {
   std::array<wchar_t, 256> characters;
 

@@ -12,8 +12,8 @@ CodePage ReadSystemCodePage() {
     const char narrow = static_cast<char>(byte);
     wchar_t wide = 0;
     char back = 0;
-    // Only a byte that comes back as itself is a character of its own: lead bytes and holes do not. ASCII is the same
-    // in every code page, also when the system does not tell it.
+    // Lead bytes and unassigned bytes do not survive the round trip. ASCII is the same in every code page, even if the
+    // system refuses to convert it.
     const bool ownCharacter = MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, &narrow, 1, &wide, 1) == 1 &&
                               WideCharToMultiByte(CP_ACP, 0, &wide, 1, &back, 1, nullptr, nullptr) == 1 &&
                               back == narrow;

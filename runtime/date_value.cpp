@@ -28,7 +28,7 @@ void RequireYear(int year) {
 /// The nearest whole second, counted from the epoch.
 std::int64_t WholeSeconds(DateValue date) {
   const double seconds = std::floor(Checked(date) * kSecondsPerDay + 0.5);
-  // Twice the years that a date may have: far within 64 bits, and no date of the calendar is lost.
+  // Keeps the cast within 64 bits. It is twice the calendar's span, so no valid date is refused.
   if (std::fabs(seconds) > 2.0 * kLastYear * 366 * kSecondsPerDay) {
     throw RuntimeError(ErrorNumber::InvalidProcedureCall);
   }

@@ -28,7 +28,7 @@ struct DateParts {
 /// Error: 5 Invalid procedure call or argument outside the years 100 to 9999.
 [[nodiscard]] DateParts PartsOf(DateValue date);
 
-/// Returns whether two dates show the same text in the form "dd-MM-yyyy hh:mm".
+/// Returns whether two dates, rounded to the second, lie in the same minute.
 [[nodiscard]] bool SameMinute(DateValue a, DateValue b);
 
 /// The date in the form "dd-mmm-yy": 24-Nov-26, with the locale's abbreviation of the month.

@@ -5,9 +5,9 @@
 // The floating-point policy of the whole program:
 //
 // - Every step is done in 64-bit doubles (-msse2 -mfpmath=sse). The x87 of 32-bit x86 has 80-bit registers and would
-//   round whenever the compiler stores one.
+//   round only when the compiler stores one.
 // - No contraction (-ffp-contract=off): a fused multiply-add rounds once where the formulas round twice.
-// - Never -ffast-math: the tests of runtime/checked.h need NaN and infinity.
+// - Never -ffast-math: the checks in runtime/checked.h need NaN and infinity.
 //
 // The library's sine is not fixed by this: on 32 bits it is the x87 instruction, and its last bits differ from glibc's.
 // So builds are compared with a tolerance, not bit for bit.

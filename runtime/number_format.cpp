@@ -20,10 +20,10 @@ double Scaled(double magnitude, std::size_t decimals) {
     throw RuntimeError(ErrorNumber::Overflow);
   }
   double scale = 1;
-  while (magnitude * scale < 1e14 && scale < 1e22) {  // up to there the powers of ten are doubles without error
+  while (magnitude * scale < 1e14 && scale < 1e22) {  // powers of ten up to 1e22 are exact
     scale *= 10;
   }
-  // The product and its error are the number times the scale, exactly.
+  // product + error is magnitude * scale, exactly.
   const double product = magnitude * scale;
   const double error = std::fma(magnitude, scale, -product);
   double digits = std::floor(product);
@@ -61,14 +61,14 @@ std::int16_t LeadingInteger(std::wstring_view text) {
   if (negative) {
     digits.remove_prefix(1);
   }
-  const bool whole =
-      !digits.empty() && std::all_of(digits.begin(), digits.end(), [](wchar_t c) { return c >= L'0' && c <= L'9'; });
-  if (!whole) {
-    throw RuntimeError(ErrorNumber::TypeMismatch);
-  }
+  bool whole = !digits.empty();
   int value = 0;
   for (const wchar_t digit : digits) {
+    whole = whole && digit >= L'0' && digit <= L'9';
     value = 10 * value + (digit - L'0');
+  }
+  if (!whole) {
+    throw RuntimeError(ErrorNumber::TypeMismatch);
   }
   return static_cast<std::int16_t>(negative ? -value : value);
 }

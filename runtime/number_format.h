@@ -16,15 +16,15 @@ inline std::wstring DecimalSeparator = L".";
 /// 9.99995 gives "10.0000" although the double lies just below. A negative value keeps its minus sign, even if all
 /// digits round to zero.
 ///
-/// Given:    value    a number below ten to the power 15 less the pattern's decimals
-///           pattern  zeros, optionally a point and up to seven more: values below 1e-8 are not taken to all of
-///                    their 15 digits
+/// Given:    value    a number of magnitude below 10^(15 - decimals)
+///           pattern  zeros, optionally a point and up to seven more zeros: values below 1e-8 keep fewer than 15
+///                    digits
 /// Returned: the text, with DecimalSeparator in place of the point
 /// Errors:   6 Overflow for a greater number or an infinity, 5 Invalid procedure call or argument for a NaN
 [[nodiscard]] std::wstring FormatNumber(double value, std::wstring_view pattern);
 
-/// The value of the first two characters of a number's text: so whole hours, days of age and icon numbers come from
-/// rounded text. "-0" counts as 0. Error: 13 Type mismatch if the two characters are no whole number.
+/// Reads the first two characters as a whole number: hours, days of age and icon numbers come from rounded text this
+/// way. "-0" counts as 0. Error: 13 Type mismatch if the two characters are no whole number.
 [[nodiscard]] std::int16_t LeadingInteger(std::wstring_view text);
 
 }  // namespace runtime

@@ -19,8 +19,8 @@ void EndOn(ErrorNumber number) noexcept;
 void EndOnCurrentException() noexcept;
 
 /// Shows the error that has ended the program, if one has, in one message box. To be called once, outside every
-/// handler: in the middle of a menu or of a drag the box would not get the mouse. If the system refuses the box, the
-/// system's own last message ends the process.
+/// handler: in the middle of a menu or of a drag the box would not get the mouse. If the system refuses the box,
+/// FatalAppExit shows the error and ends the process.
 /// Returns the exit status of the program, 1 after an error and 0 otherwise.
 int ReportRuntimeError() noexcept;
 

@@ -22,11 +22,11 @@ class RandomFile {
   /// Opens the file; one that is missing is created empty.
   RandomFile(const std::wstring& path, std::uint32_t recordLength);
 
-  /// Reads from the start of a record. What lies beyond the end of the file reads as zeros; fewer bytes than the file's
-  /// length promises are error 57.
+  /// Reads from the start of a record. Bytes past the end of the file read as zeros. Error 57 if fewer arrive than the
+  /// file holds.
   void Read(std::uint32_t record, std::span<std::byte> bytes) const;
 
-  /// Writes at the start of a record, in one piece, in place. A file that ends before it grows; the gap holds zeros.
+  /// Writes at the start of a record, in one piece, in place. A file too short for it grows; the gap reads as zeros.
   void Write(std::uint32_t record, std::span<const std::byte> bytes) const;
 
  private:

@@ -33,11 +33,17 @@ class RuntimeError : public std::exception {
 
   [[nodiscard]] ErrorNumber number() const noexcept { return number_; }
 
-  /// The text of the error, as ErrorText gives it.
   [[nodiscard]] const char* what() const noexcept override { return ErrorText(number_); }
 
  private:
   ErrorNumber number_;
 };
+
+/// Raises 7 Out of memory if the system did not make what was asked of it.
+inline void RequireMade(bool made) {
+  if (!made) {
+    throw RuntimeError(ErrorNumber::OutOfMemory);
+  }
+}
 
 }  // namespace runtime

@@ -20,7 +20,7 @@ namespace {
 
 /// From now on loads libraries from the system's folder only: anybody may have put one beside the program. Windows 7
 /// without its updates lacks the function.
-void LoadLibrariesOfTheSystemOnly() {
+void RestrictLibrarySearch() {
   const FARPROC found = GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "SetDefaultDllDirectories");
   if (found != nullptr) {
     reinterpret_cast<BOOL(WINAPI*)(DWORD)>(reinterpret_cast<void*>(found))(LOAD_LIBRARY_SEARCH_SYSTEM32);
@@ -89,7 +89,7 @@ void EndWithoutMemory() noexcept {
 }  // namespace tidewell
 
 int WINAPI wWinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, PWSTR /*commandLine*/, int nShowCmd) {
-  tidewell::LoadLibrariesOfTheSystemOnly();
+  tidewell::RestrictLibrarySearch();
   tidewell::PrepareForExceptions();
   const tidewell::PreviousInstanceTest test;
   if (!test.AnotherIsRunning()) {

@@ -14,7 +14,7 @@ class PreviousInstanceTest {
   /// Makes the test; this copy counts as running as long as the object lives.
   PreviousInstanceTest() noexcept : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\" TIDEWELL_NAME " is running")) {
     const DWORD reason = GetLastError();
-    // Access is denied to the mutex of an elevated copy: it runs all the same.
+    // An elevated copy's mutex denies access, but that copy is running too.
     anotherIsRunning_ = reason == ERROR_ALREADY_EXISTS || (!mutex_ && reason == ERROR_ACCESS_DENIED);
   }
 

@@ -68,14 +68,12 @@ void frmAbout::Load() {
   // If we run elevated, the system would block the shell's broadcast.
   ChangeWindowMessageFilterEx(hwnd(), taskbarCreated_, MSGFLT_ALLOW, nullptr);
   mFile.reset(CreatePopupMenu());
-  if (AppendMenuW(mFile.get(), MF_STRING, mnuAbout, layout::kMnuAboutCaption) == FALSE ||
-      AppendMenuW(mFile.get(), MF_STRING, mnuShow, layout::kMnuShowCaption) == FALSE ||
-      AppendMenuW(mFile.get(), MF_STRING, mnuExit, layout::kMnuExitCaption) == FALSE) {
-    throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
-  }
+  runtime::RequireMade(AppendMenuW(mFile.get(), MF_STRING, mnuAbout, layout::kMnuAboutCaption) != FALSE &&
+                       AppendMenuW(mFile.get(), MF_STRING, mnuShow, layout::kMnuShowCaption) != FALSE &&
+                       AppendMenuW(mFile.get(), MF_STRING, mnuExit, layout::kMnuExitCaption) != FALSE);
 }
 
-void frmAbout::Complete() {
+void frmAbout::MakeControls() {
   if (controls_) {
     return;
   }
@@ -145,7 +143,7 @@ LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return DefaultHandling(message, wParam, lParam);
     case WM_SHOWWINDOW:
       if (wParam != FALSE) {
-        Complete();
+        MakeControls();
       }
       return DefaultHandling(message, wParam, lParam);
     case WM_COMMAND:
@@ -186,7 +184,7 @@ void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double Y)
   forms::MakeTopmost(hwnd());
   makingTopmost_ = false;
   MouseMsg = DecodeTrayMessage(X, kScaleMode, twipsPerPixel_.x);
-  if (!MayBeOfTheIcon(Y)) {
+  if (!MayBeTrayMessage(Y)) {
     return;
   }
   // The icon's messages also arrive while the menu is open: no toggling then, and no second menu.
@@ -219,7 +217,7 @@ void frmAbout::PopupMenu() {
   // Without the foreground the menu would stay open when the user clicks elsewhere. The system may refuse it, or the
   // user may be elsewhere already: hence the timer.
   SetForegroundWindow(hwnd());
-  // Of the same thread: the desktop and the folders are windows of the same process.
+  // Compare threads, not processes: the desktop and the folders belong to the same process.
   const DWORD taskBarsThread = GetWindowThreadProcessId(FindWindowW(L"Shell_TrayWnd", nullptr), nullptr);
   taskBar_ = taskBarsThread != 0 && GetWindowThreadProcessId(before, nullptr) == taskBarsThread ? before : nullptr;
   SetTimer(hwnd(), kMenuTimer, kMenuTimerInterval, nullptr);
@@ -245,7 +243,7 @@ void frmAbout::PopupMenu() {
       break;
     default:
       if (GetForegroundWindow() == hwnd() && IsWindowVisible(hwnd()) == FALSE) {
-        SetForegroundWindow(before);  // a hidden window has no use for it; on Windows this is the task bar
+        SetForegroundWindow(before);  // a hidden window must not keep it; on Windows it goes back to the task bar
       }
       break;
   }

@@ -54,7 +54,7 @@ class frmAbout final : public forms::Window<frmAbout> {
   /// Errors:  340 Control array element doesn't exist for an IcoNum below 0
   ///          7 Out of memory if the window, the menu or the picture of a new icon cannot be made
   ///
-  /// Where there is no icon to remove nothing is done. A change whose picture cannot be made leaves the old one.
+  /// Removes nothing if no icon was added. If the new picture cannot be made, a change keeps the old one.
   void UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum);
 
   /// Whether the icon stands in the tray, as far as the shell has told.
@@ -63,7 +63,7 @@ class frmAbout final : public forms::Window<frmAbout> {
  private:
   friend Window<frmAbout>;
 
-  /// The controls, made together with the window.
+  /// The controls, made when the window is first shown.
   struct Controls {
     explicit Controls(HWND form);
     forms::Control lblTitle, lblDescription, cmdOK;
@@ -72,7 +72,7 @@ class frmAbout final : public forms::Window<frmAbout> {
 
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
   void Load();
-  void Complete();
+  void MakeControls();
   HICON Picture(int index);
   void OnCommand(int id);
   void PopupMenu();
@@ -95,8 +95,8 @@ class frmAbout final : public forms::Window<frmAbout> {
   forms::TwipsPerPixel twipsPerPixel_{};
   TrayIcon trayIcon_;
   bool menuOpen_ = false;
-  HWND taskBar_ = nullptr;      ///< if it had the foreground, until the icon is clicked again
-  bool makingTopmost_ = false;  ///< in the call that Form_MouseMove makes
+  HWND taskBar_ = nullptr;      ///< if it had the foreground when the menu opened, until the icon is clicked again
+  bool makingTopmost_ = false;  ///< true inside MakeTopmost
 };
 
 }  // namespace tidewell

@@ -20,8 +20,7 @@ constexpr forms::Colour kRed = 0x0000FF;
 constexpr forms::Point kUp = {.x = kDiscCentre.x, .y = 0};
 constexpr forms::Point kDown = {.x = kDiscCentre.x, .y = kPictureSize};
 
-/// On purpose instead of a half in the terminator's aspect, which would divide by zero at the quarter. Exactly this
-/// dark fraction still does.
+/// On purpose not 0.5, which would divide by zero at the quarter. A dark fraction of exactly 0.49999 still does.
 constexpr double kTerminatorBias = 0.49999;
 
 }  // namespace

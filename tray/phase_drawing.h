@@ -7,8 +7,7 @@
 
 namespace tidewell {
 
-/// The Moon's disc in pixels of 96 to the inch, centred in a square of kPictureSize. The window scales it to its
-/// screen.
+/// The Moon's disc in pixels at 96 dpi, centred in a square of kPictureSize. The window scales it to its screen.
 inline constexpr int kPictureSize = 150;
 inline constexpr int kDiscRadius = 130 / 2;
 inline constexpr forms::Point kDiscCentre = {.x = 50 + kPictureSize / 2, .y = 10 + kPictureSize / 2};
@@ -38,8 +37,8 @@ class PhaseForm {
 };
 
 /// Draws the disc for a dark fraction p, 0 (Full) to 1 (New), and writes p into Label1. The right half is dark for
-/// waning = 1, else the left. Error: 11 Division by zero for exactly 0.49999, which 1 - fraction never is in doubles:
-/// then terminator and final rim are missing, and the label keeps its caption.
+/// waning = 1, else the left. Error: 11 Division by zero for exactly 0.49999: then terminator and final rim are
+/// missing, and the label keeps its caption. (DrawMoonPhase never passes that: 1 - fraction is never this double.)
 void DrawDarkFraction(PhaseForm& form, double p, std::int16_t waning);
 
 }  // namespace tidewell

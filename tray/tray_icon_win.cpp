@@ -17,13 +17,14 @@ static_assert(static_cast<DWORD>(TrayCommand::Add) == NIM_ADD &&
 
 bool NotifyShell(TrayCommand command) noexcept {
   const runtime::CodePage& codePage = runtime::SystemCodePage();
-  // The shell knows the first, 88-byte form of its record by the size in it.
+  // cbSize tells the shell that this is the 88-byte form of its record.
   NOTIFYICONDATAA shellRecord{};
   static_assert(NOTIFYICONDATAA_V1_SIZE == kTrayIconRecordSize && offsetof(NOTIFYICONDATAA, szTip) == 24);
   TrayIconBytes bytes = Pack(mMoon::TrayIconData, codePage);
   std::memcpy(&shellRecord, bytes.data(), bytes.size());
   const BOOL done = Shell_NotifyIconA(static_cast<DWORD>(command), &shellRecord);
-  // A message that the shell sent meanwhile may have updated the record: then this one is a minute old at most.
+  // If the shell sent a message meanwhile, its handler may have updated the record. This puts the older one back, until
+  // the next update.
   std::memcpy(bytes.data(), &shellRecord, bytes.size());
   mMoon::TrayIconData = Unpack(bytes, codePage);
   return done != FALSE;

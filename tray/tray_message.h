@@ -15,9 +15,9 @@ inline constexpr std::int32_t kRightButtonUp = 517;
 /// converted it. Errors: 6 Overflow beyond 32 bits; 11 Division by zero for 0 twips a pixel.
 std::int32_t DecodeTrayMessage(double X, ScaleMode scaleMode, double twipsPerPixelX);
 
-/// Whether a mouse move with this Y may be a message of the icon: its whole coordinate pair is the number, so Y is 0.
-/// The pointer over a window wider than 514 pixels can have the same X, but in row 0 only.
-[[nodiscard]] constexpr bool MayBeOfTheIcon(double Y) noexcept { return Y == 0; }
+/// Whether a mouse move with this Y may be a tray message. The shell puts the number in the whole pair of coordinates,
+/// so Y is 0. The pointer over a window wider than 514 pixels can look the same in row 0 only.
+[[nodiscard]] constexpr bool MayBeTrayMessage(double Y) noexcept { return Y == 0; }
 
 }  // namespace tidewell
 

@@ -31,10 +31,10 @@ TEST(DecodeTrayMessage, RaisesTheErrorsOfItsDivision) {
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { DecodeTrayMessage(1e12, ScaleMode::Twips, 15); }));
 }
 
-TEST(MayBeOfTheIcon, TakesAMoveInTheTopRowAlone) {
-  EXPECT_TRUE(MayBeOfTheIcon(0));
-  EXPECT_FALSE(MayBeOfTheIcon(15));
-  EXPECT_FALSE(MayBeOfTheIcon(-15));
+TEST(MayBeTrayMessage, TakesAMoveInTheTopRowAlone) {
+  EXPECT_TRUE(MayBeTrayMessage(0));
+  EXPECT_FALSE(MayBeTrayMessage(15));
+  EXPECT_FALSE(MayBeTrayMessage(-15));
 }
 
 }  // namespace tidewell
