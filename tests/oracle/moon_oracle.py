@@ -1,18 +1,15 @@
 """Computes Tidewell's numbers a second time, to check the program.
 
-Written independently from the published formulae. Every function is pure. Angles
-are degrees and instants Julian days, unless a docstring says otherwise.
-
-Sums go from left to right as printed; powers use math.pow. Run-time libraries
-differ in the last bits: compare with a tolerance (1e-8 degrees or days is ample).
-
-Source of the series: J. Meeus, Astronomical Formulae for Calculators. Departures
-from it are marked "on purpose": users have always seen their results.
+Written independently from the published formulae: J. Meeus, Astronomical Formulae for Calculators. Departures from
+them are marked "on purpose": users have always seen their results. Angles are degrees and instants Julian days, unless
+a docstring says otherwise. Run-time libraries differ in the last bits: compare with a tolerance.
 """
 
+import bisect
 import datetime
 import math
 from decimal import Decimal, ROUND_HALF_UP
+from fractions import Fraction
 
 import moon_series as series
 
@@ -24,43 +21,14 @@ DAY_SECONDS = 86400
 
 # ---------------------------------------------------------------- calendar and angles
 
-def int16(value):
-    """The number, or OverflowError unless it fits in 16 bits with sign."""
-    if not -32768 <= value <= 32767:
-        raise OverflowError("16-bit overflow")
-    return value
-
-
-def int32(value):
-    """The number, or OverflowError unless it fits in 32 bits with sign."""
-    if not -2147483648 <= value <= 2147483647:
-        raise OverflowError("32-bit overflow")
-    return value
-
-
-def day_fraction(day, hour, minute):
-    """Day of the month, with the time of day as its fraction."""
-    return day + int16(hour * 60 + minute) / 1440
-
-
-def shift_january(year, month):
-    """Year and month for the Julian-day formula: January is month 13 of the year before."""
+def civil_to_julian(year, month, day, hour=0, minute=0):
+    """Julian day of a Gregorian date. On purpose Gregorian also before the reform of 1582."""
     if month < 3:
-        return int16(year - 1), int16(month + 12)
-    return year, month
-
-
-def civil_to_julian(year, month, day):
-    """Julian day of a Gregorian date; the day may have a fraction.
-
-    Source: Meeus, Julian day. On purpose there is no test for the reform of 1582:
-    the Gregorian correction always applies.
-    """
-    year, month = shift_january(year, month)
+        year, month = year - 1, month + 12
     a = math.floor(year / 100)
     b = 2 - a + math.floor(a / 4)
-    jd = float(math.floor(365.25 * year) + math.floor(30.6001 * (month + 1)))
-    return jd + day + 1720994.5 + b
+    day_with_fraction = day + (hour * 60 + minute) / 1440
+    return math.floor(365.25 * year) + math.floor(30.6001 * (month + 1)) + day_with_fraction + 1720994.5 + b
 
 
 def julian_centuries(jd):
@@ -70,13 +38,11 @@ def julian_centuries(jd):
 
 def normalize_angle(angle):
     """Degrees reduced to 0..360; 0 and 360 themselves stay, on purpose."""
-    if not angle < 0 and not angle > 360:
+    if 0 <= angle <= 360:
         return angle
-    n = int32(math.floor(angle))
-    f = angle - n
-    q = n / 360
-    m = int32(math.floor(q))
-    return (q - m) * 360 + f
+    whole = math.floor(angle)
+    turns = whole / 360
+    return (turns - math.floor(turns)) * 360 + (angle - whole)
 
 
 def deg_to_rad(angle):
@@ -85,21 +51,12 @@ def deg_to_rad(angle):
 
 
 def arc_sine(x):
-    """atan(DegToRad(x / sqrt(1 - x^2))), radians.
-
-    Not the arc sine, on purpose: the tangent is converted from degrees.
-    ZeroDivisionError at +-1, ValueError beyond.
-    """
-    s = math.sqrt(-x * x + 1)
-    return math.atan(deg_to_rad(x / s))
+    """Radians. Not the arc sine, on purpose: the tangent is converted from degrees."""
+    return math.atan(deg_to_rad(x / math.sqrt(1 - x * x)))
 
 
 def format_fixed(value, whole_digits, decimals):
-    """Text of a number for a pattern of whole_digits zeros, a point, decimals zeros.
-
-    The value is first rounded to 15 significant digits, then to the decimals, half
-    away from zero.
-    """
+    """Text of a number with leading zeros, rounded to 15 digits and then to the decimals, half away from zero."""
     digits = Decimal("%.14e" % value)
     rounded = digits.quantize(Decimal(1).scaleb(-decimals), rounding=ROUND_HALF_UP)
     width = whole_digits + (decimals + 1 if decimals else 0)
@@ -108,35 +65,21 @@ def format_fixed(value, whole_digits, decimals):
 
 
 def julian_to_civil(jd):
-    """Calendar date and time of a Julian day, as a dictionary of the Cal... values.
+    """(year, month, day, hour, minute) of a Julian day; Julian dates before the reform of 1582.
 
-    Source: Meeus, calendar date from the Julian day. Below JD 2299160.5 the date
-    is Julian. On purpose the hour comes from the text of the hours with four
-    decimals, the minute from the arithmetic: just before a full hour the hour is
-    one higher, but the minute is 59.
+    On purpose the hour comes from the text of the hours with four decimals, the minute from the arithmetic: just before
+    a full hour the hour is one higher, but the minute is 59.
     """
-    whole = int32(math.floor(jd + 0.5))
-    part = (jd + 0.5) - whole
+    whole, part = divmod(Fraction(jd) + Fraction(1, 2), 1)
     if whole >= 2299161:
-        alpha = math.floor((whole - 1867216.25) / 36524.25)
-        a = (whole + 1) + alpha - math.floor(alpha / 4)
+        date = datetime.date.fromordinal(whole - 1721425)
+        year = date.year
     else:
-        a = whole
-    b = a + 1524
-    c = math.floor((b - 122.1) / 365.25)
-    d = math.floor(365.25 * c)
-    e = math.floor((b - d) / 30.6001)
-    day_with_fraction = (b - d) - math.floor(30.6001 * e) + part
-    day = math.floor(day_with_fraction)
-    hours = (day_with_fraction - day) * 1440 / 60
-    minute = int16(math.floor((hours - math.floor(hours)) * 60))
-    month = e - 1 if e < 13.5 else e - 13
-    year = c - 4716 if month > 2.5 else c - 4715
-    return {
-        "CalWholeDays": whole, "CalDayPart": part,
-        "CalYear": year, "CalMonth": month, "CalDay": day,
-        "CalHour": int(format_fixed(hours, 2, 4)[:2]), "CalMinute": minute,
-    }
+        # Like any four years that begin with a leap year. Day 0 is 1 January -4712.
+        cycles, rest = divmod(whole, 1461)
+        date = datetime.date(2000, 1, 1) + datetime.timedelta(rest)
+        year = date.year - 2000 - 4712 + 4 * cycles
+    return year, date.month, date.day, int(format_fixed(float(part * 24), 2, 4)[:2]), int(part * 1440) % 60
 
 
 # ---------------------------------------------------------------- Sun
@@ -150,17 +93,16 @@ def _cos(degrees):
 
 
 def obliquity(t):
-    """Obliquity of the ecliptic, degrees; t in Julian centuries. Source: Meeus."""
+    """Obliquity of the ecliptic."""
     return 23.452294 - 0.0130125 * t - 0.00000164 * math.pow(t, 2) + 0.000000503 * math.pow(t, 3)
 
 
 def sun_position(t):
-    """The Sun's position at t Julian centuries; degrees, except as marked.
+    """The Sun's position.
 
-    Source: Meeus, solar coordinates. On purpose: the right ascension is an
-    arctangent in radians, its numerator converted from degrees, plus 180 if the
-    cosine of the longitude's raw number is negative; the declination (radians)
-    converts the sine of the obliquity once more.
+    On purpose: the right ascension is an arctangent in radians, its numerator converted from degrees, plus 180 if the
+    cosine of the longitude's raw number is negative; the declination (radians) converts the sine of the obliquity once
+    more.
     """
     t2, t3 = math.pow(t, 2), math.pow(t, 3)
     lon = normalize_angle(279.69668 + 36000.76892 * t + 0.0003025 * t2)
@@ -191,43 +133,26 @@ def sun_position(t):
 
 # ---------------------------------------------------------------- Moon
 
-def sum_series(start, rows, group_ends, function, arguments, eccentricity,
-               raw_rows=(), start_opens_group=False):
-    """The sum of a periodic series, degrees.
+def argument(text, angles):
+    """The value of an argument like "2D - M"."""
+    return sum(count * angles[name] for count, name in series.parse_argument(text))
 
-    Adds the terms k * E^n * function(argument) of each group in the order of the
-    rows, then adds the group to the sum. The sum begins at start; with
-    start_opens_group the first group does. A row in raw_rows gives the function its
-    argument unconverted.
-    """
-    factor = (1, eccentricity, math.pow(eccentricity, 2))
-    total, first = start, 0
-    for end in group_ends:
-        group = None
-        if first == 0 and start_opens_group:
-            group, total = start, None
-        for number in range(first + 1, end + 1):
-            k, power, text = rows[number - 1]
-            angle = None
-            for count, name in series.parse_argument(text):
-                part = count * arguments[name]
-                angle = part if angle is None else angle + part
-            value = function(angle if number in raw_rows else deg_to_rad(angle))
-            term = float(k) * value if power == 0 else float(k) * factor[power] * value
-            group = term if group is None else group + term
-        total = group if total is None else total + group
-        first = end
+
+def sum_series(rows, function, angles, eccentricity, raw_row=None):
+    """The sum of a periodic series. The function gets the argument of the raw row, counted from 1, unconverted."""
+    total = 0
+    for number, (coefficient, power, text) in enumerate(rows, 1):
+        angle = argument(text, angles)
+        total += coefficient * eccentricity ** power * function(angle if number == raw_row else deg_to_rad(angle))
     return total
 
 
 def moon_position(t, sun_mean_anomaly):
-    """The Moon's position at t Julian centuries; degrees, except as marked.
+    """The Moon's position. sun_mean_anomaly comes from sun_position; the result has the corrected one.
 
-    sun_mean_anomaly comes from sun_position at the same t; the result has the
-    corrected one. Source: Meeus, position of the Moon. On purpose: elongation and
-    argument of latitude are not reduced; the T^2 part of the Venus argument is in
-    radians; the odd rows of the series; the extra conversions in the right
-    ascension (an arctangent in radians, plus 0 or 180) and the declination (radians).
+    On purpose: elongation and argument of latitude are not reduced; the T^2 part of the Venus argument is in radians;
+    the odd rows of the series; the extra conversions in the right ascension (an arctangent in radians, plus 0 or 180)
+    and the declination (radians).
     """
     t2, t3 = math.pow(t, 2), math.pow(t, 3)
     lon = 270.434164 + 481267.8831 * t - 0.001133 * t2 + 0.0000019 * t3
@@ -258,16 +183,12 @@ def moon_position(t, sun_mean_anomaly):
 
     lon, mp, node = normalize_angle(lon), normalize_angle(mp), normalize_angle(node)
     e = 1 - 0.002495 * t - 0.00000752 * t2
-    arguments = {"D": d, "M": m, "M'": mp, "F": f}
+    angles = {"D": d, "M": m, "M'": mp, "F": f}
 
-    ecl_lon = normalize_angle(sum_series(
-        lon, series.LONGITUDE, series.LONGITUDE_GROUP_ENDS, math.sin, arguments, e,
-        series.LONGITUDE_RAW_ROWS))
-    b = sum_series(None, series.LATITUDE, series.LATITUDE_GROUP_ENDS, math.sin, arguments, e)
+    ecl_lon = normalize_angle(lon + sum_series(series.LONGITUDE, math.sin, angles, e, series.LONGITUDE_RAW_ROW))
+    b = sum_series(series.LATITUDE, math.sin, angles, e)
     ecl_lat = b * (1 - 0.0004664 * _cos(node) - 0.0000754 * _cos(node + 275.05 - 2.3 * t))
-    parallax = sum_series(
-        series.PARALLAX_START, series.PARALLAX, series.PARALLAX_GROUP_ENDS, math.cos, arguments,
-        e, start_opens_group=True)
+    parallax = series.PARALLAX_START + sum_series(series.PARALLAX, math.cos, angles, e)
 
     eps = normalize_angle(obliquity(t))
     tan_lat = math.tan(deg_to_rad(ecl_lat))
@@ -289,35 +210,20 @@ def moon_position(t, sun_mean_anomaly):
         "Obliquity": eps,
         "MoonRightAscension": normalize_angle(ra),
         "MoonDeclination": arc_sine(deg_to_rad(s)),
-        "E": e,
     }
 
 
 # ---------------------------------------------------------------- phases
 
 def lit_fraction(d, m, mp):
-    """Lit fraction of the disc, 0..1, from elongation and anomalies in degrees.
-
-    Source: Meeus, illuminated fraction; the last coefficient 0.112 on purpose.
-    """
+    """Lit fraction of the disc, 0..1, from elongation and anomalies. The last coefficient is 0.112 on purpose."""
     i = (180 - d - 6.289 * _sin(mp) + 2.1 * _sin(m) - 1.274 * _sin(2 * d - mp)
          - 0.658 * _sin(2 * d) - 0.214 * _sin(2 * mp) - 0.112 * _sin(d))
     return (1 + _cos(normalize_angle(i))) / 2
 
 
-def lunation_number(k0):
-    """The nearest whole lunation; an exact half goes down."""
-    whole = math.floor(k0)
-    return whole + 1 if k0 - whole > 0.5 else whole
-
-
 def lunation(k, m_t2_sign=-1):
-    """Julian day of lunation k (whole: New Moon, + 0.5: Full Moon), with its anomalies.
-
-    Returns (instant, M, M'), days and degrees. Source: Meeus, phases of the Moon.
-    m_t2_sign is the sign of the T^2 term of M. Both phases use the same thirteen
-    terms, with 2F - M' in the tenth on purpose.
-    """
+    """(instant, M, M') of lunation k; whole: New Moon, + 0.5: Full Moon. m_t2_sign is the sign of the T^2 term of M."""
     t = k / 1236.85
     t2, t3 = math.pow(t, 2), math.pow(t, 3)
     mean = (2415020.75933 + 29.53058868 * k + 0.0001178 * t2 - 0.000000155 * t3
@@ -326,32 +232,23 @@ def lunation(k, m_t2_sign=-1):
         359.2242 + 29.10535608 * k + m_t2_sign * 0.0000333 * t2 - 0.00000347 * t3)
     mp = normalize_angle(306.0253 + 385.81691806 * k + 0.0107306 * t2 + 0.00001236 * t3)
     f = normalize_angle(21.2964 + 390.67050646 * k - 0.0016528 * t2 - 0.00000239 * t3)
-    arguments = {"M": m, "M'": mp, "F": f}
-    correction = 0.0
-    for number, (coefficient, text) in enumerate(series.PHASE, 1):
-        c = float(coefficient)
-        if number == 1:
-            c = c + float(series.PHASE_FIRST_RATE) * t
-        angle = None
-        for count, name in series.parse_argument(text):
-            part = count * arguments[name]
-            angle = part if angle is None else angle + part
-        correction += c * _sin(angle)
+    angles = {"M": m, "M'": mp, "F": f}
+    correction = series.PHASE_FIRST_RATE * t * _sin(m)
+    for coefficient, text in series.PHASE:
+        correction += coefficient * _sin(argument(text, angles))
     return mean + correction, m, mp
 
 
 def find_phases(year, jd, jd_jan1, d, m, mp):
-    """Lit fraction, a New Moon and a Full Moon about the day jd.
+    """Lit fraction, a New Moon and a Full Moon about the day jd of a year that began at jd_jan1.
 
-    year: calendar year; jd: Julian day of the reference day; jd_jan1: Julian day of
-    1 January, 0 h; d, m, mp: elongation and anomalies of the moment, degrees.
-    On purpose: the year has 365 days; a New Moon before jd moves one lunation on,
-    with the opposite sign of the T^2 term of M; a Full Moon before jd stays.
+    d, m, mp: elongation and anomalies of the moment. On purpose: the year has 365 days; a New Moon before jd moves one
+    lunation on, with the opposite sign of the T^2 term of M; a Full Moon before jd stays.
     """
     illumination = lit_fraction(d, m, mp)
     year_percent = (jd - jd_jan1) / 365 * 100
     k0 = ((year + year_percent / 100) - 1900) * 12.3685
-    k = lunation_number(k0)
+    k = math.ceil(k0 - 0.5)  # the nearest; an exact half goes down
     new, m, mp = lunation(k)
     full, m, mp = lunation(k + 0.5)
     if new < jd:
@@ -366,54 +263,28 @@ def find_phases(year, jd, jd_jan1, d, m, mp):
         "WaningFlag": 1 if (new - jd) < (full - jd) else 0,
         "SunMeanAnomaly": m,
         "MoonMeanAnomaly": mp,
-        "k0": k0,
-        "kNew": k,
     }
 
 
 # ---------------------------------------------------------------- picture and icon
 
 ICON_THRESHOLDS = [
-    (198.22, 28), (194.27, 27), (188.2, 26), (180.56, 25), (171.0, 24), (161.0, 23),
-    (150.58, 22), (140.0, 21), (129.61, 20), (120.87, 19), (112.81, 18), (106.6, 17),
-    (102.36, 16), (100.238, 15), (99.66, 14), (97.44, 13), (93.18, 12), (86.89, 11),
-    (78.75, 10), (69.96, 9), (59.4, 8), (48.87, 7), (38.43, 6), (28.13, 5), (19.31, 4),
-    (11.2, 3), (5.68, 2), (1.73, 1),
-]
+    1.73, 5.68, 11.2, 19.31, 28.13, 38.43, 48.87, 59.4, 69.96, 78.75, 86.89, 93.18, 97.44, 99.66,
+    100.238, 102.36, 106.6, 112.81, 120.87, 129.61, 140.0, 150.58, 161.0, 171.0, 180.56, 188.2, 194.27, 198.22]
 
 
 def phase_to_icon_number(value):
-    """Icon number 0..28 of a phase value on the 0..200 scale (thresholds strict)."""
-    for threshold, icon in ICON_THRESHOLDS:
-        if value > threshold:
-            return icon
-    return 0
-
-
-def terminator_aspect(p):
-    """Aspect of the terminator's ellipse (vertical over horizontal half-axis) at dark fraction p.
-
-    ZeroDivisionError at exactly 0.49999. No |1 - fraction| has that value: its steps
-    are twice as wide there.
-    """
-    return 0.5 / (0.49999 - p) if p < 0.5 else 0.5 / (p - 0.49999)
+    """Icon number 0..28 of a phase value on the 0..200 scale."""
+    return bisect.bisect_left(ICON_THRESHOLDS, value)
 
 
 def draw_moon_phase(fraction, waning, southern):
-    """The results of the picture routine for a lit fraction and a waning flag.
-
-    Returns the dark fraction, the flag after the southern view, the terminator's
-    aspect, the label's text, the value on the 0..200 scale and the icon number.
-    """
+    """The dark fraction p, the label's text, the value on the 0..200 scale and the icon number."""
     p = abs(1 - fraction)
     if southern:
         waning = 1 if waning == 0 else 0
-    aspect = terminator_aspect(p)
     value = (p + 1) * 100 if waning == 1 else (1 - p) * 100
-    return {
-        "p": p, "waning": waning, "aspect": aspect, "label1": format_fixed(p, 1, 6),
-        "value": value, "icon": phase_to_icon_number(value),
-    }
+    return {"p": p, "label1": format_fixed(p, 1, 6), "value": value, "icon": phase_to_icon_number(value)}
 
 
 # ---------------------------------------------------------------- report
@@ -421,12 +292,10 @@ def draw_moon_phase(fraction, waning, southern):
 SECOND_PASS_DAYS = 5  # after now, if a phase has already passed
 LAST_PASS_DAYS = 30  # before the nearer coming phase
 
-# Local dates are whole seconds from 1899-12-30 0 h. That is exact: every date of the
-# report falls on a whole second, but a double that counts days is rounded.
+# Local dates are whole seconds from 1899-12-30 0 h. That is exact; a double that counts days would be rounded.
 
 def date_seconds(year, month, day, hour=0, minute=0, second=0):
-    """Whole seconds from 1899-12-30 0 h of a local date and time."""
-    days = datetime.date(int(year), int(month), int(day)).toordinal() - DATE_EPOCH
+    days = datetime.date(year, month, day).toordinal() - DATE_EPOCH
     return days * DAY_SECONDS + hour * 3600 + minute * 60 + second
 
 
@@ -439,10 +308,8 @@ def date_parts(seconds):
 
 def local_date(jd, offset_minutes):
     """Local date (seconds) of a Julian day; the offset in minutes is added to the minute."""
-    cal = julian_to_civil(jd)
-    minutes = int16(round(cal["CalMinute"] + offset_minutes))  # half to even
-    return date_seconds(cal["CalYear"], cal["CalMonth"], cal["CalDay"],
-                        cal["CalHour"], minutes)
+    *hour, minute = julian_to_civil(jd)
+    return date_seconds(*hour, round(minute + offset_minutes))  # half to even
 
 
 def date_line(prefix, seconds):
@@ -461,38 +328,26 @@ def pair_of_lines(kind, full, new):
 
 
 def tip_text(age_seconds):
-    """The 64-character tip for the Moon's age in seconds.
-
-    On purpose the days come from the text with three decimals, the time of day from
-    the age itself.
-    """
+    """The tip for the Moon's age. On purpose the days come from the text with three decimals, the time from the age."""
     days = int(format_fixed(age_seconds / DAY_SECONDS, 2, 3)[:2])
     rest = abs(age_seconds) % DAY_SECONDS
-    text = "Moon's Age - %d Days %d:%02d" % (days, rest // 3600, rest // 60 % 60)
-    return text[:64].ljust(64)
+    return ("Moon's Age - %d Days %d:%02d" % (days, rest // 3600, rest // 60 % 60)).ljust(64)
 
 
 def module_values(year, month, day, hour, minute):
-    """Every module value of one pass, in the order of writing.
-
-    A name that several routines write ends with the routine: @Sun, @Moon, @Phases.
-    """
-    jd = civil_to_julian(year, month, day_fraction(day, hour, minute))
+    """Every module value of one pass. A name that several routines write ends with the routine: @Sun, @Moon, @Phases."""
+    jd = civil_to_julian(year, month, day, hour, minute)
     t = julian_centuries(jd)
     sun = sun_position(t)
     moon = moon_position(t, sun["SunMeanAnomaly"])
-    jd0 = civil_to_julian(year, month, day_fraction(day, 0, 0))
-    year_start = civil_to_julian(year, 1, 1.0)
+    jd0, year_start = civil_to_julian(year, month, day), civil_to_julian(year, 1, 1)
     phases = find_phases(year, jd0, year_start, moon["MoonElongation"],
                          moon["SunMeanAnomaly"], moon["MoonMeanAnomaly"])
-    values = {"JD": jd, "Centuries": t}
-    shared = ("SunMeanAnomaly", "MoonMeanAnomaly", "Obliquity")
+    values = {"JD": jd, "Centuries": t, "JD0": jd0, "YearStartJD": year_start}
     for source, record in (("Sun", sun), ("Moon", moon), ("Phases", phases)):
-        if source == "Phases":
-            values["JD0"], values["YearStartJD"] = jd0, year_start
         for name, value in record.items():
-            if name not in ("E", "k0", "kNew"):
-                values[name + "@" + source if name in shared else name] = value
+            shared = name in ("SunMeanAnomaly", "MoonMeanAnomaly", "Obliquity")
+            values[name + "@" + source if shared else name] = value
     return values
 
 
@@ -504,11 +359,9 @@ def run_pass(base, offset_minutes):
 
 
 def report(year, month, day, hour, minute, second, offset_minutes, southern):
-    """The whole report at a local clock instant.
+    """The whole report at a local clock instant. offset_minutes: local time minus Universal Time.
 
-    offset_minutes: local time minus Universal Time. On purpose the astronomy takes
-    the clock's reading as Universal Time; only the phase instants get the offset. The
-    clock stands still during a report.
+    On purpose the astronomy takes the clock's reading as Universal Time; only the phase instants get the offset.
     """
     now = date_seconds(year, month, day, hour, minute, second)
     next_full, next_new, values = run_pass(now, offset_minutes)
@@ -523,12 +376,12 @@ def report(year, month, day, hour, minute, second, offset_minutes, southern):
     previous = pair_of_lines("Last", last_full, last_new)
     return {
         "lines": previous + coming,
+        "age": now - last_new,
         "tip": tip_text(now - last_new),
         "label1": picture["label1"],
         "icon": picture["icon"],
         "picture": picture,
         "values": values,
         "corrected": corrected,
-        "dates": {"now": now, "NextFull": next_full, "NextNew": next_new,
-                  "LastFull": last_full, "LastNew": last_new},
+        "dates": {"NextFull": next_full, "NextNew": next_new, "LastFull": last_full, "LastNew": last_new},
     }

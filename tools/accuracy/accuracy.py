@@ -26,7 +26,7 @@ import moon_oracle as o  # noqa: E402 (needs the path)
 o.sum_series = lambda *_, **__: 0.0
 o.lunation = functools.cache(o.lunation)
 
-JD_1900, JD_2000, JD_2051, JD_2101 = (o.civil_to_julian(year, 1, 1.0) for year in (1900, 2000, 2051, 2101))
+JD_1900, JD_2000, JD_2051, JD_2101 = (o.civil_to_julian(year, 1, 1) for year in (1900, 2000, 2051, 2101))
 DAY, MONTH = 86400, 29.530589 * 86400  # seconds
 YEAR = 365.2425  # days
 
@@ -194,7 +194,7 @@ def measure_clock(phases):
     """Effect on lit fraction and icon of taking the local clock for Universal Time: each hour of 19 years."""
     new_moons = [row[1] for row in phases]
     full_moons = [row[2] for row in phases]
-    start, hours = o.civil_to_julian(2020, 1, 1.0), 19 * 365 * 24
+    start, hours = o.civil_to_julian(2020, 1, 1), 19 * 365 * 24
     lit, icons = [], []
     for hour in range(-14, hours + 15):
         jd = start + hour / 24
