@@ -1,26 +1,23 @@
 #!/usr/bin/env python3
-"""Makes Tidewell's .ico files from the pictures in icons/*.txt.
-
-    make_icons.py OUTPUT_FOLDER [--pictures FOLDER] [--strip FILE.png]
+"""Makes Tidewell's .ico files from the pictures in icons/*.txt: make_icons.py OUTPUT_FOLDER [--strip FILE.png]
 
 A picture file holds, line by line:
 
     ; a comment, or an empty line
     colour CHARACTER RED GREEN BLUE      one of the 16 colours of PALETTE
     colour CHARACTER transparent
-    icon NAME WIDTHxHEIGHT               followed at once by HEIGHT rows of WIDTH characters
+    icon NAME SIZE                       followed at once by SIZE rows of SIZE characters
 
-Pictures of one NAME go into NAME.ico together, in the order of the file. window_icon.py draws the window icon's
-large pictures, which are stored as PNG. The same pictures always give the same bytes. A mistake in a picture
-ends the run with status 1 and a message "FILE:LINE: what is wrong", before any file is written.
+Pictures of one NAME go into NAME.ico together, in the order of the file. The waning phases mirror the waxing ones.
+window_icon.py draws the window icon's large pictures, which are stored as PNG. A mistake in a picture ends the run with
+"FILE:LINE: what is wrong" before any file is written.
 """
 
 import argparse
-import os
-import re
 import struct
 import sys
 import zlib
+from pathlib import Path
 
 import window_icon
 
@@ -34,120 +31,51 @@ PALETTE = [
 
 TRANSPARENT = None
 
-# Which icons each file must hold, and in which sizes.
-EXPECTED = {
-    "phases.txt": {f"phase{index:02d}": [(16, 16)] for index in range(28)},
-    "window.txt": {"window": [(32, 32), (24, 24), (20, 20), (16, 16)]},
-}
-
 # The sizes of the window icon that window_icon.py draws: for high-DPI screens and folders.
 DRAWN = [256, 64, 48, 40]
 
 
-class PictureError(Exception):
-    """A mistake in a picture file; its text names the file and the line."""
-
-    def __init__(self, path, line, what):
-        super().__init__(f"{path}:{line}: {what}")
-
-
-# --- Reading the pictures ---------------------------------------------------------------------------
-
-def read_lines(path):
-    try:
-        with open(path, "rb") as file:
-            data = file.read()
-    except OSError as error:
-        raise PictureError(path, 1, f"cannot be read: {error.strerror}") from error
-    lines = data.splitlines()
-    for number, line in enumerate(lines, 1):
-        if not line.isascii():
-            raise PictureError(path, number, "only ASCII characters are allowed")
-    return [line.decode("ascii") for line in lines]
-
-
-def parse_colour(path, number, words):
-    """`colour CHARACTER transparent` or `colour CHARACTER RED GREEN BLUE`: (character, palette index)."""
-    if len(words) < 3 or len(words[1]) != 1:
-        raise PictureError(path, number, "a colour line reads 'colour CHARACTER RED GREEN BLUE' "
-                                         "or 'colour CHARACTER transparent'")
-    character, value = words[1], words[2:]
-    if value == ["transparent"]:
-        return character, TRANSPARENT
-    if len(value) != 3 or not all(part.isdigit() for part in value):
-        raise PictureError(path, number, f"'{' '.join(value)}' is neither three numbers nor 'transparent'")
-    rgb = tuple(int(part) for part in value)
-    if rgb not in PALETTE:
-        raise PictureError(path, number, f"colour {rgb} is not in the standard 16-colour palette")
-    return character, PALETTE.index(rgb)
-
-
-def parse_row(path, number, row, row_label, width, legend):
-    if len(row) != width:
-        raise PictureError(path, number, f"{row_label} is {len(row)} characters wide, not {width}")
-    for column, character in enumerate(row, 1):
-        if character not in legend:
-            raise PictureError(path, number, f"{row_label}, column {column}: unknown character '{character}'")
-    return [legend[character] for character in row]
-
-
 def parse(path):
-    """The pictures of a file: {name: [picture, ...]}. A picture is a list of rows of palette indexes."""
-    lines = read_lines(path)
-    legend = {}
-    icons = {}
-    at = 0
-    while at < len(lines):
-        number, line = at + 1, lines[at]
-        words = line.split()
-        at += 1
-        if not words or line.startswith(";"):
-            continue
-        if words[0] == "colour":
-            character, colour = parse_colour(path, number, words)
-            if character in legend:
-                raise PictureError(path, number, f"the character '{character}' has a colour already")
-            legend[character] = colour
-            continue
-        header = re.fullmatch(r"icon (\w+) ([1-9]\d*)x([1-9]\d*)", line)
-        if header is None:
-            raise PictureError(path, number, "expected a comment, 'colour ...', or 'icon NAME WIDTHxHEIGHT'; "
-                                             f"found '{line}' (a row too many?)")
-        name, width, height = header[1], int(header[2]), int(header[3])
-        if len(lines) - at < height:
-            raise PictureError(path, len(lines), f"the file ends after {len(lines) - at} of the {height} rows "
-                                                 f"of {name}")
-        picture = [parse_row(path, at + row + 1, lines[at + row], f"row {row + 1} of {name}", width, legend)
-                   for row in range(height)]
-        at += height
-        pictures = icons.setdefault(name, [])
-        if any(size(other) == (width, height) for other in pictures):
-            raise PictureError(path, number, f"{name} has a picture of {width}x{height} already")
-        pictures.append(picture)
-    check_complete(path, len(lines), icons)
+    """The pictures of a file by name and size. A picture is a list of rows of palette indexes."""
+    legend, icons, number = {}, {}, 0
+    lines = path.read_text(encoding="ascii").splitlines()
+    try:
+        while number < len(lines):
+            words = lines[number].split()
+            number += 1
+            if not words or words[0].startswith(";"):
+                continue
+            kind, name, *values = words
+            if kind == "colour":
+                colour = TRANSPARENT if values == ["transparent"] else PALETTE.index(tuple(map(int, values)))
+                if name in legend:
+                    raise ValueError(f"{name} has a colour already")
+                legend[name] = colour
+            elif kind == "icon":
+                [size] = map(int, values)
+                if size in icons.setdefault(name, {}):
+                    raise ValueError(f"a second {name} of this size")
+                picture = icons[name][size] = []
+                for _ in range(size):
+                    number += 1
+                    picture.append([legend[character] for character in lines[number - 1]])
+                    if len(picture[-1]) != size:
+                        raise ValueError(f"not {size} characters")
+            else:
+                raise ValueError(f"neither 'colour' nor 'icon': {kind}")
+    except (IndexError, KeyError, ValueError) as error:
+        sys.exit(f"{path}:{number}: not understood: {error!r}")
     return icons
 
 
-def size(picture):
-    return len(picture[0]), len(picture)
+def all_icons(folder):
+    """The pictures of the 28 phases and of the window."""
+    icons = parse(folder / "phases.txt") | parse(folder / "window.txt")
+    for phase in range(15, 28):
+        waxing = icons[f"phase{28 - phase:02d}"]
+        icons[f"phase{phase:02d}"] = {size: [row[::-1] for row in picture] for size, picture in waxing.items()}
+    return icons
 
-
-def check_complete(path, last_line, icons):
-    """Refuses a missing or an unknown icon or size."""
-    expected = EXPECTED[os.path.basename(path)]
-    for name, sizes in expected.items():
-        found = [size(picture) for picture in icons.get(name, [])]
-        for width, height in sizes:
-            if (width, height) not in found:
-                raise PictureError(path, last_line, f"{name} of {width}x{height} is missing")
-        if len(found) > len(sizes):
-            raise PictureError(path, last_line, f"{name} has a picture of an unexpected size")
-    for name in icons:
-        if name not in expected:
-            raise PictureError(path, last_line, f"{name} is not an icon of this file")
-
-
-# --- Writing PNG ------------------------------------------------------------------------------------
 
 def png_file(canvas):
     """A PNG of rows of (red, green, blue) or (red, green, blue, alpha)."""
@@ -161,21 +89,19 @@ def png_file(canvas):
             + chunk(b"IEND", b""))
 
 
-# --- Writing .ico -----------------------------------------------------------------------------------
-
 def packed_rows(rows, bits):
     """Rows of `bits` per pixel, bottom row first, each padded to 4 bytes."""
-    packed = bytearray()
+    packed = b""
     for row in reversed(rows):
         digits = "".join(f"{value:0{bits}b}" for value in row)
         digits += "0" * (-len(digits) % 32)
         packed += int(digits, 2).to_bytes(len(digits) // 8, "big")
-    return bytes(packed)
+    return packed
 
 
 def image_data(picture):
     """One image of an icon: header, palette, colours (XOR), mask (AND)."""
-    width, height = size(picture)
+    width, height = len(picture[0]), len(picture)
     # A transparent pixel must be black, or it would invert the screen.
     colours = packed_rows([[0 if pixel is TRANSPARENT else pixel for pixel in row] for row in picture], 4)
     mask = packed_rows([[int(pixel is TRANSPARENT) for pixel in row] for row in picture], 1)
@@ -192,26 +118,23 @@ def icon_file(pictures, drawn=()):
     """An .ico file: first the drawn pictures, which are larger, then the written ones."""
     images = [(len(picture) % 256, 0, 32, png_file(picture)) for picture in drawn]  # a side of 256 is written as 0
     images += [(len(picture), len(PALETTE), 4, image_data(picture)) for picture in pictures]
-    directory = struct.pack("<HHH", 0, 1, len(images))
-    offset = 6 + 16 * len(images)
+    directory, offset = struct.pack("<HHH", 0, 1, len(images)), 6 + 16 * len(images)
     for side, colours, bits, data in images:
         directory += struct.pack("<BBBBHHII", side, side, colours, 0, 1, bits, len(data), offset)
         offset += len(data)
     return directory + b"".join(data for _, _, _, data in images)
 
 
-# --- The strip --------------------------------------------------------------------------------------
-
 STRIP_BACKGROUND = (96, 104, 120)  # black and white both stand out on it
 STRIP_SCALE, STRIP_GAP = 2, 4
 
 
 def strip(icons):
-    """The 28 phases in one row, phase 0 first."""
+    """The 28 phases in one row."""
     step = 16 * STRIP_SCALE + STRIP_GAP
     canvas = [[STRIP_BACKGROUND] * (28 * step + STRIP_GAP) for _ in range(step + STRIP_GAP)]
     for index in range(28):
-        [picture] = icons[f"phase{index:02d}"]
+        picture = icons[f"phase{index:02d}"][16]
         for y, row in enumerate(canvas[STRIP_GAP:-STRIP_GAP], STRIP_GAP):
             for x in range(16 * STRIP_SCALE):
                 pixel = picture[(y - STRIP_GAP) // STRIP_SCALE][x // STRIP_SCALE]
@@ -220,39 +143,20 @@ def strip(icons):
     return canvas
 
 
-# --- The command ------------------------------------------------------------------------------------
-
-def write(path, data):
-    with open(path, "wb") as file:
-        file.write(data)
-
-
 def main():
-    parser = argparse.ArgumentParser(description="Makes Tidewell's .ico files from text pictures.")
-    parser.add_argument("output", help="folder for the .ico files; created if missing")
-    parser.add_argument("--pictures", default=os.path.join(os.path.dirname(os.path.abspath(__file__)), "icons"),
-                        help="folder of phases.txt and window.txt (the icons folder beside this tool)")
-    parser.add_argument("--strip", metavar="FILE.png", help="also draw the 28 phases in one row")
+    parser = argparse.ArgumentParser(description=__doc__.partition(":")[0])
+    parser.add_argument("output", type=Path, help="folder for the .ico files; created if missing")
+    parser.add_argument("--strip", type=Path, metavar="FILE.png", help="also draw the 28 phases in one row")
     arguments = parser.parse_args()
 
-    try:
-        icons = {}
-        for file_name in EXPECTED:
-            icons.update(parse(os.path.join(arguments.pictures, file_name)))
-        os.makedirs(arguments.output, exist_ok=True)
-        for name, pictures in icons.items():
-            drawn = [window_icon.draw(side) for side in DRAWN] if name == "window" else []
-            write(os.path.join(arguments.output, name + ".ico"), icon_file(pictures, drawn))
-        if arguments.strip:
-            write(arguments.strip, png_file(strip(icons)))
-    except PictureError as error:
-        print(error, file=sys.stderr)
-        return 1
-    except OSError as error:
-        print(f"{error.filename}: {error.strerror}", file=sys.stderr)
-        return 1
-    return 0
+    icons = all_icons(Path(__file__).parent / "icons")
+    arguments.output.mkdir(parents=True, exist_ok=True)
+    for name, pictures in icons.items():
+        drawn = [window_icon.draw(size) for size in DRAWN] if name == "window" else []
+        (arguments.output / f"{name}.ico").write_bytes(icon_file(pictures.values(), drawn))
+    if arguments.strip:
+        arguments.strip.write_bytes(png_file(strip(icons)))
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    main()
