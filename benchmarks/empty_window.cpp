@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr SIZE kClient = {257,
-                          342};   // pixels, like the program's main window: benchmarks/program_cost.py compares them
+// Pixels, like the program's main window: benchmarks/program_cost.py compares them.
+constexpr SIZE kClient = {257, 342};
 constexpr UINT kInterval = 1000;  // ms
 constexpr DWORD kStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
 

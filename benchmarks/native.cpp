@@ -7,10 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "benchmarks/answers.h"
-#include "benchmarks/fresh_sines.h"
-#include "benchmarks/instants.h"
-#include "benchmarks/libraries.h"
+#include "benchmarks/comparison.h"
+#include "benchmarks/swiss_ephemeris.h"
+#include "benchmarks/tidewell_report.h"
 
 namespace benchmarks {
 
@@ -20,8 +19,8 @@ struct Library {
   const char* name;
   Answer (*work)(double jd);
 };
-constexpr Library kLibraries[] = {
-    {"Swiss Ephemeris, files", SwissWithFiles}, {"Swiss Ephemeris, Moshier", SwissMoshier}, {"libnova", Libnova}};
+constexpr Library kLibraries[] = {{"Swiss Ephemeris, files", SwissWithFiles},
+                                  {"Swiss Ephemeris, Moshier", SwissMoshier}};
 
 void PrintAnswers() {
   PrintReports("Tidewell");
@@ -52,18 +51,9 @@ void RegisterAll() {
   for (const Library& library : kLibraries) {
     Register(std::string("report/") + library.name, InstantsOfComparison(), library.work);
   }
-  const auto growth = [&](int firstYear, int lastYear) {
-    Register("growth/" + std::to_string(firstYear) + "-" + std::to_string(lastYear),
-             InstantsOfYears(firstYear, lastYear - firstYear), report);
-  };
   for (int year = 1900; year < 2100; year += 10) {
-    growth(year, year + 10);
+    Register("decade/" + std::to_string(year), InstantsOfYears(year, 10), report);
   }
-  growth(101, 200);
-  for (int year = 200; year < 9900; year += 100) {
-    growth(year, year + 100);
-  }
-  growth(9900, 9998);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 """Writes docs/performance.md from the measurements: the goals, then all figures."""
 
-import dataclasses
 import datetime
 import platform
 import re
@@ -8,51 +7,6 @@ from pathlib import Path
 from statistics import median
 
 from stage import BUILD, EMPTY, TIDEWELL, WINDOWS, printed_by
-
-@dataclasses.dataclass(frozen=True)
-class Measurements:
-    """What report_speed.py and program_cost.py return."""
-
-    answers: dict
-    report: dict
-    growth: dict
-    size: tuple
-    start_and_close: tuple
-    memory: tuple
-    quiet: tuple
-    updates: tuple
-
-
-@dataclasses.dataclass(frozen=True)
-class Goal:
-    name: str
-    reached: float
-    limit: float
-    form: str = "{:.3g}"
-
-    def row(self):
-        return [self.name, self.form.format(self.reached), "at most " + self.form.format(self.limit),
-                "met" if self.reached <= self.limit else "**not met**"]
-
-
-def goals(m):
-    def native(partner):
-        return ratio(m.report["Tidewell"], m.report[partner])
-
-    return [
-        Goal("executable", m.size[0], 180_000, "{:,} bytes"),
-        Goal("report, native, to astronomia", native("astronomia"), 0.8),
-        Goal("report, native, to astronomy-engine", native("astronomy-engine"), 1 / 30),
-        Goal("report, native, to Swiss Ephemeris with files", native("Swiss Ephemeris, files"), 1 / 10),
-        Goal("report, 32-bit, to fresh sines",
-             ratio(m.report["Tidewell, 32-bit"], m.report["fresh sines, 32-bit"]), 2.2),
-        Goal("start, to the empty window", beside_empty(m.start_and_close[0]), 1.3),
-        Goal("close, to the empty window", beside_empty(m.start_and_close[1]), 2),
-        Goal("private memory, to the empty window", max(map(beside_empty, m.memory)), 1.1),
-        Goal("quiet minute, to the empty window", beside_empty(m.quiet[0]), 1.2),
-        Goal("decades of 1900 to 2100, apart from the middle one", 100 * farthest_decade(m.growth), 10, "{:.2g} %"),
-    ]
-
 
 # ---- figures
 
@@ -65,24 +19,35 @@ def beside_empty(figures):
     return ratio(figures[TIDEWELL], figures[EMPTY])
 
 
-def years_of(span):
-    """The first and the last year of a span like "1900-1910"."""
-    return tuple(map(int, span.split("-")))
-
-
-def farthest_decade(growth):
-    """The largest relative difference of a decade from the median one."""
-    decades = [time for (first, last), time in ((years_of(span), time) for span, time in growth.items())
-               if last - first == 10]
-    return max(abs(time / median(decades) - 1) for time in decades)
-
-
 # ---- tables
 
 def table(head, rows, alignment="---:"):
     """A table; by default all columns but the first are numbers."""
     lines = [head, ["---", *[alignment] * (len(head) - 1)], *rows]
     return "\n".join("| " + " | ".join(map(str, line)) + " |" for line in lines)
+
+
+def goals_table(m):
+    def native(partner):
+        return ratio(m.report["Tidewell"], m.report[partner])
+
+    farthest_decade = max(abs(time / median(m.decades) - 1) for time in m.decades)
+    goals = [  # what, reached, at most, how it is written
+        ("executable", m.size[0], 180_000, "{:,} bytes"),
+        ("report, native, to astronomia", native("astronomia"), 0.8, "{:.3g}"),
+        ("report, native, to astronomy-engine", native("astronomy-engine"), 1 / 30, "{:.3g}"),
+        ("report, native, to Swiss Ephemeris with files", native("Swiss Ephemeris, files"), 1 / 10, "{:.3g}"),
+        ("report, 32-bit, to fresh sines", ratio(m.report["Tidewell, 32-bit"], m.report["fresh sines, 32-bit"]), 2.2,
+         "{:.3g}"),
+        ("start, to the empty window", beside_empty(m.start_and_close[0]), 1.3, "{:.3g}"),
+        ("close, to the empty window", beside_empty(m.start_and_close[1]), 2, "{:.3g}"),
+        ("private memory, to the empty window", max(map(beside_empty, m.memory)), 1.1, "{:.3g}"),
+        ("quiet minute, to the empty window", beside_empty(m.quiet[0]), 1.2, "{:.3g}"),
+        ("decades of 1900 to 2100, apart from the middle one", 100 * farthest_decade, 10, "{:.2g} %"),
+    ]
+    return table(["figure", "reached", "goal", ""],
+                 [[what, form.format(reached), "at most " + form.format(limit),
+                   "met" if reached <= limit else "**not met**"] for what, reached, limit, form in goals], "---")
 
 
 def report_table(report, first):
@@ -120,15 +85,6 @@ def size_table(size):
     return table(["", "bytes", "share"], [*rows, ["**the executable**", f"{total:,}", "100 %"]])
 
 
-def growth_text(growth):
-    """The cheapest and the most expensive century, as ratios to 2000 to 2100."""
-    ratios = {span: time / growth["2000-2100"] for span, time in growth.items()
-              if years_of(span)[1] - years_of(span)[0] > 10}
-    least, most = min(ratios, key=ratios.get), max(ratios, key=ratios.get)
-    return (f"A report natively takes from {ratios[least]:.2f} ({least}) to {ratios[most]:.2f} times ({most}) the processor\n"
-            "time of one in the years 2000 to 2100. Each century counts with the least of its runs.")
-
-
 def updates_text(updates):
     milliseconds, private = updates
     return (f"{len(private)},000 updates over a simulated year: the last 1,000 took the program "
@@ -140,11 +96,10 @@ def updates_text(updates):
 # ---- the page
 
 def machine():
-    model = re.search(r"^model name\s*: (.*)$", Path("/proc/cpuinfo").read_text(), re.MULTILINE)[1]
-    processors = len(re.findall(r"^processor", Path("/proc/cpuinfo").read_text(), re.MULTILINE))
+    models = re.findall(r"^model name\s*: (.*)$", Path("/proc/cpuinfo").read_text(), re.MULTILINE)
     system = platform.freedesktop_os_release()["PRETTY_NAME"]
     compilers = [printed_by(_compiler(folder), "-dumpfullversion").strip() for folder in (BUILD / "bench", WINDOWS)]
-    return ", ".join([model, f"{processors} processors", system, printed_by("wine", "--version").split()[0],
+    return ", ".join([models[0], f"{len(models)} processors", system, printed_by("wine", "--version").split()[0],
                       f"GCC {compilers[0]},\nfor Windows {compilers[1]}",
                       f"node {printed_by('node', '--version').strip()}"])
 
@@ -155,26 +110,27 @@ def _compiler(folder):
 
 
 def page(m):
-    reached = [goal.row() for goal in goals(m)]
     return f"""# What Tidewell costs
 
 Made by `./bench` on {datetime.date.today()}; not to be edited by hand.
 
 Machine: {machine()}.
 
-All figures are medians of rounds; in a round everything runs once, in turn. A goal's ratio is the median of the rounds'
-ratios, so it may differ a little from the ratio of two medians below. Times are those of this machine on this day: only
-the ratios mean something.
+In each round everything runs once, in turn. All figures are medians of the rounds. A goal's ratio is the median of the
+rounds' ratios, so it may differ a little from the ratio of two medians below. The times depend on the machine: only the
+ratios mean something.
 
 ## Goals
 
-{table(["figure", "reached", "goal", ""], reached, "---")}
+{goals_table(m)}
 
 ## One report
 
-One report is the lit fraction now and the last and next New Moon and Full Moon. Processor time at 1,000 instants from
-1950 to 2050. Natively with -O2, beside libraries from Debian and npm; *fresh sines* are 387 calls of the library's sine,
-as many as a report of plain sums would make:
+One report is the lit fraction now and the last and next New Moon and Full Moon. The tables show its processor time at
+1,000 instants from 1950 to 2050. *Fresh sines* are 387 calls of the library's sine, as many as a report of plain sums
+would make.
+
+Natively with -O2, beside libraries from Debian and npm:
 
 {report_table(m.report, "Tidewell")}
 
@@ -182,26 +138,24 @@ As the 32-bit program that is shipped, under Wine:
 
 {report_table(m.report, "Tidewell, 32-bit")}
 
-*astronomia* computes the places of the Moon and the Sun for the lit fraction, as Tidewell does; with *no places* it uses
-three mean angles. Swiss Ephemeris and libnova do not search for phases: a secant search of ours does it for them.
+*astronomia* computes the places of the Moon and the Sun for the lit fraction, as Tidewell does; with *no places* it
+uses three mean angles. Swiss Ephemeris does not search for phases: a secant search of ours does it.
 
-All give the same answer. Differences from Swiss Ephemeris with files are below. Tidewell writes whole minutes, and on
-purpose a phase in the last 0.18 s before a full hour one hour late. It chooses the last Full Moon by a rule of its own;
-the one that it names is compared. libnova and astronomia answer in dynamical time, 0.5 to 1.5 minutes ahead.
+All give the same answer. The next table shows the differences from Swiss Ephemeris with files. Tidewell writes whole
+minutes. On purpose it shows a phase in the last 0.18 s before a full hour one hour late. It chooses the last Full Moon
+by a rule of its own; the one that it names is compared. astronomia answers in dynamical time, 0.5 to 1.5 minutes ahead.
 
 {answers_table(m.answers)}
 
-## Over the years
-
-{growth_text(m.growth)}
+## Many updates
 
 {updates_text(m.updates)}
 
 ## The program
 
-Beside an empty window of the same size, timers and DLLs, built the same way, in turn under Wine. In a quiet minute both
-are left alone with their windows shown; the processor time is that of their own processes. Private memory is what the
-program has written.
+Compared with an empty window of the same size, timers and DLLs, built the same way. Both run under Wine, in turn. In a
+quiet minute nobody touches them, and their windows are shown; the processor time is that of their own processes.
+Private memory is what the program has written.
 
 {empty_window_table(m)}
 

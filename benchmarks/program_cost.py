@@ -86,11 +86,11 @@ def _wake_ups(process):
                for task in Path(f"/proc/{process.pid}/task").iterdir())
 
 
-def measure_quiet_minutes(stage, minutes, seconds):
-    """Processor milliseconds and wake-ups of a quiet minute, window shown: (processor, wake_ups) by name, a value for
-    each minute. The two programs take turns. A quick run has fewer seconds to a minute."""
+def measure_quiet_minutes(stage, minutes):
+    """Processor milliseconds and wake-ups of quiet minutes, window shown: (processor, wake_ups) by name, a value for
+    each minute. `minutes` holds their lengths in seconds. The two programs take turns."""
     processor, wake_ups = collections.defaultdict(list), collections.defaultdict(list)
-    for _ in range(minutes):
+    for seconds in minutes:
         for name in (TIDEWELL, EMPTY):
             with stage.running(name) as process:
                 time.sleep(SETTLED)

@@ -1,6 +1,8 @@
-// Runs the program's report for the measurements.
 #include "benchmarks/tidewell_report.h"
 
+#include <cstdio>
+
+#include "benchmarks/comparison.h"
 #include "report/moon_report.h"
 #include "report/surroundings.h"
 
@@ -34,6 +36,17 @@ const Report& ReportAt(double jd) {
   tidewell::surroundings = {.frmMoon = &form, .Now = [] { return instant - kDateValueZero; }};
   mMoon::UpdateMoonReport();
   return form.report;
+}
+
+void PrintReports(const char* name) {
+  for (const double jd : InstantsOfComparison()) {
+    const Report& report = ReportAt(jd);
+    std::printf("%s\t%.9f\t%ls", name, jd, report.darkFraction.c_str());
+    for (const std::wstring& line : report.lines) {
+      std::printf("\t%ls", line.c_str());
+    }
+    std::printf("\n");
+  }
 }
 
 }  // namespace benchmarks

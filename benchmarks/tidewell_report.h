@@ -15,4 +15,7 @@ struct Report {
 /// next call overwrites the result.
 const Report& ReportAt(double jd);
 
+/// Prints the report at each instant of the comparison: name, Julian day, texts.
+void PrintReports(const char* name);
+
 }  // namespace benchmarks

@@ -7,9 +7,8 @@
 #include <cstdio>
 #include <string_view>
 
-#include "benchmarks/answers.h"
-#include "benchmarks/fresh_sines.h"
-#include "benchmarks/instants.h"
+#include "benchmarks/comparison.h"
+#include "benchmarks/tidewell_report.h"
 
 namespace benchmarks {
 

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Measures the accuracy: makes the reference files of tests/data and the plots and tables of docs/accuracy.md.
 
-Run: tools/accuracy/accuracy.py, which takes about a minute. The values come from tests/oracle, which the tests compare
-with the program. An error is what the program shows minus what is true.
+It takes about a minute. The program's values come from tests/oracle, which the tests compare with the program. An error
+is what the program shows minus what is true.
 """
 
 import bisect
@@ -22,7 +22,7 @@ sys.path.insert(0, str(ROOT / "tests" / "oracle"))
 
 import moon_oracle as o  # noqa: E402 (needs the path)
 
-# The program does not show the Moon's position. Its long series would take nine tenths of the time.
+# The screen does not show the Moon's position, and its long series would take nine tenths of the time.
 o.sum_series = lambda *_, **__: 0.0
 o.lunation = functools.cache(o.lunation)
 
@@ -39,9 +39,9 @@ def make_reference():
     tool = WORK / "ephemeris"
     subprocess.run(["c++", "-std=c++20", "-O2", "-Wall", "-Wextra", "-o", tool, HERE / "ephemeris.cpp", "-lswe", "-lm"],
                    check=True)
-    for path, *arguments in ((ROOT / "tests" / "data" / "ephemeris_phases.tsv", "phases"),
-                             (ROOT / "tests" / "data" / "ephemeris_lit_fractions.tsv", "lit", "61.803399"),
-                             (WORK / "lit_fractions.tsv", "lit", "1.618034")):
+    for path, *arguments in ((ROOT / "tests" / "data" / "ephemeris_phases.tsv",),
+                             (ROOT / "tests" / "data" / "ephemeris_lit_fractions.tsv", "61.803399"),
+                             (WORK / "lit_fractions.tsv", "1.618034")):
         with open(path, "w", encoding="utf-8") as out:
             subprocess.run([tool, *arguments], stdout=out, check=True)
 
@@ -90,12 +90,7 @@ def write_points(name, points):
     (WORK / name).write_text("".join(" ".join(map(str, point)) + "\n" for point in points), encoding="utf-8")
 
 
-def year_of(jd):
-    """A Julian day as a year with its fraction."""
-    return 2000 + (jd - JD_2000) / YEAR
-
-
-# ---------------------------------------------------------------- the instants of the phases
+# ---------------------------------------------------------------- the times of the phases
 
 def measure_instants(phases):
     """Errors of the New and Full Moons in minutes, by cause."""
@@ -114,7 +109,7 @@ def measure_instants(phases):
                 carried.append("%04d-%02d-%02d" % o.date_parts(o.local_date(found, 0))[:3])
                 continue
             all_causes.append((tt, delta_t / 60, shown))
-            points.append((year_of(tt), kind, error, shown, delta_t / 60))
+            points.append((2000 + (tt - JD_2000) / YEAR, kind, error, shown, delta_t / 60))
     write_points("instants.dat", points)
 
     ours = [causes for causes in all_causes if JD_2000 <= causes[0] < JD_2051]
@@ -124,10 +119,9 @@ def measure_instants(phases):
         ["the series: Full Moons", *sizes(series["Full"], minutes)],
         ["dynamical time taken for Universal Time", *sizes([d for _, d, _ in all_causes], minutes)],
         ["the same, 2000 to 2050", *sizes([d for _, d, _ in ours], minutes)],
-        ["**the time on the screen**, both causes and the seconds cut off",
-         *sizes([s for _, _, s in all_causes], minutes)],
+        ["**the shown time**: both causes, seconds cut off", *sizes([s for _, _, s in all_causes], minutes)],
         ["the same, 2000 to 2050", *sizes([s for _, _, s in ours], minutes)],
-        ["standard time in summer, where clocks go forward an hour", "-60", "60", "-60"],
+        ["summer time, which the program never adds", "-60", "60", "-60"],
     ]
     print(f"{len(series['New'])} New Moons, {len(series['Full'])} Full Moons; hour carried: {carried}")
     return table(["minutes, shown minus true", "mean", "rms", "largest"], lines)

@@ -1,6 +1,6 @@
 // Prints the Moon's phases of 1900 to 2100 from a modern ephemeris, the Swiss Ephemeris:
-//   ephemeris phases      all New and Full Moons
-//   ephemeris lit STEP    the lit fraction every STEP days
+//   ephemeris         all New and Full Moons
+//   ephemeris STEP    the lit fraction every STEP days
 // The program is never linked with that library. Julian days are in dynamical time (TT).
 
 #include <swephexp.h>
@@ -10,7 +10,6 @@
 #include <cstdio>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 
 namespace {
 
@@ -71,7 +70,6 @@ double LitFraction(double tt) {
   return phenomena[1];
 }
 
-/// Prints a file's head: its contents, its source and the names of the columns.
 void PrintHead(const char* what, const char* columns) {
   (void)ElongationAt(kJanuary1900);  // opens the library's files
   std::array<char, AS_MAXCH> version{};
@@ -108,18 +106,9 @@ void PrintLitFractions(double step) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::string_view what = argc > 1 ? argv[1] : "";
-  try {
-    if (what == "phases" && argc == 2) {
-      PrintPhases();
-    } else if (what == "lit" && argc == 3) {
-      PrintLitFractions(std::stod(argv[2]));
-    } else {
-      std::fputs("usage: ephemeris phases | lit STEP\n", stderr);
-      return 2;
-    }
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "ephemeris: %s\n", error.what());
-    return 1;
+  if (argc > 1) {
+    PrintLitFractions(std::stod(argv[1]));
+  } else {
+    PrintPhases();
   }
 }

@@ -15,13 +15,13 @@ set xrange [1900:2101]
 set yrange [-4.5:4.5]
 set ytics 1
 set ylabel "minutes"
-set title "The series: error of each New and Full Moon, in dynamical time"
+set title "Errors of the series: each New and Full Moon, 1900 to 2100"
 plot "instants.dat" using 1:(strcol(2) eq "New" ? $3 : NaN) notitle with points pt 7 ps 0.25 lc rgb blue, \
      "" using 1:(strcol(2) eq "Full" ? $3 : NaN) notitle with points pt 7 ps 0.25 lc rgb orange, \
      keyentry title "New Moons" with points pt 7 lc rgb blue, \
      keyentry title "Full Moons" with points pt 7 lc rgb orange, \
-     3.5 title "bound held by a test" lc rgb grey dt 2, -3.5 notitle lc rgb grey dt 2
-set title "The time on the screen, where the clock is not on summer time"
+     3.5 title "limit in the tests" lc rgb grey dt 2, -3.5 notitle lc rgb grey dt 2
+set title "Errors of the shown times, without summer time"
 plot "instants.dat" using 1:(strcol(2) eq "New" ? $4 : NaN) notitle with points pt 7 ps 0.25 lc rgb blue, \
      "" using 1:(strcol(2) eq "Full" ? $4 : NaN) notitle with points pt 7 ps 0.25 lc rgb orange, \
      "" using 1:5 title "dynamical minus Universal Time" with lines lc rgb "black"
@@ -30,17 +30,17 @@ unset multiplot
 set terminal @png 900,400
 set bmargin 6
 set output docs."/accuracy-lit.png"
-set title "The lit fraction at the moment computed for, 1900 to 2100"
+set title "Error of the lit fraction, 1900 to 2100"
 set xrange [0:29.6]
 set yrange [-0.0045:0.0045]
 set ytics 0.001
 set xlabel "days since New Moon"
 set ylabel "error of the lit fraction (0 to 1)"
 plot "lit.dat" notitle with points pt 7 ps 0.25 lc rgb blue, \
-     0.004 title "bound held by a test" lc rgb grey dt 2, -0.004 notitle lc rgb grey dt 2
+     0.004 title "limit in the tests" lc rgb grey dt 2, -0.004 notitle lc rgb grey dt 2
 
 set output docs."/accuracy-clock.png"
-set title "The local clock taken for Universal Time in the picture"
+set title "What the local clock does to the picture"
 set xrange [-12.5:14.5]
 set xtics 2
 set yrange [0:0.08]
@@ -71,7 +71,7 @@ set ytics ("Last Full Moon to come" 0, "Next Full Moon left out" 1, "corrected l
 set style fill solid noborder
 set multiplot layout 2,1 margins 0.2,0.98,0.07,0.91 spacing 0.18
 do for [year in "2026 2027"] {
-  set title "A clock on Universal Time in ".year
+  set title year.", with a clock on Universal Time"
   plot "days.dat" using ($1 == year ? $2 : NaN):4:2:3:($4 - 0.35):($4 + 0.35) notitle with boxxyerror lc rgb orange
 }
 unset multiplot

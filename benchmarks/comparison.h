@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <vector>
 
 namespace benchmarks {
@@ -20,8 +21,18 @@ inline Instants InstantsOfYears(double firstYear, double years) {
   return instants;
 }
 
-/// The instants of every comparison with other libraries, about one in five weeks of 1950 to 2050. comparison.cjs forms
-/// the same ones.
+/// The instants of every comparison, about one in five weeks of 1950 to 2050. comparison.cjs forms the same ones.
 inline Instants InstantsOfComparison() { return InstantsOfYears(1950, 100); }
+
+/// The least that a report costs if it calls the library for each sine: only their sum. The arguments are as large as
+/// those of the series, thousands of radians. None comes twice, and the processor cannot learn a pattern.
+inline double FreshSines(double jd) {
+  constexpr int kSinesOfPlainReport = 387;  // the average over the instants
+  double sum = 0;
+  for (int i = 0; i < kSinesOfPlainReport; ++i) {
+    sum += std::sin((jd - 2415020) * 1e-6 * i * i);
+  }
+  return sum;
+}
 
 }  // namespace benchmarks
