@@ -69,9 +69,10 @@ set_source_files_properties(resources/Tidewell.rc PROPERTIES
 add_executable(Tidewell WIN32 start/main_win.cpp start/library_failures_win.cpp)
 target_link_libraries(Tidewell PRIVATE tidewell_shell tidewell_resources)
 tidewell_tidy(Tidewell)
-# Windows 7 and later (6.1). --no-seh: there are no handlers of structured exceptions. --tsaware: or a terminal server
-# would redirect our folders. --wrap=malloc: see start/library_failures_win.cpp. The bill of materials and the
-# benchmarks read the map.
-target_link_options(Tidewell PRIVATE -municode $<$<NOT:$<CONFIG:Debug>>:-s> -Wl,-Map,Tidewell.map -Wl,--no-seh
-                                     -Wl,--tsaware -Wl,--wrap=malloc
-                                     -Wl,--major-subsystem-version=6 -Wl,--minor-subsystem-version=1)
+target_link_options(Tidewell PRIVATE
+  -municode $<$<NOT:$<CONFIG:Debug>>:-s>
+  -Wl,-Map,Tidewell.map  # for the bill of materials and the benchmarks
+  -Wl,--no-seh           # there are no handlers of structured exceptions
+  -Wl,--tsaware          # or a terminal server would redirect our folders
+  -Wl,--wrap=malloc      # see start/library_failures_win.cpp
+  -Wl,--major-subsystem-version=6 -Wl,--minor-subsystem-version=1)  # Windows 7 and later

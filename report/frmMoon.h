@@ -31,8 +31,8 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   frmMoon();
   ~frmMoon() { Destroy(); }
 
-  /// Makes the window, which stays hidden: options, first report, tray icon. Errors: 7 Out of memory, those of the
-  /// settings file and of the report.
+  /// Makes the window, still hidden; restores the options, makes the first report and adds the tray icon. Errors: 7 Out
+  /// of memory, those of the settings file and of the report.
   void Load();
 
   // ReportForm, for the report and the phase drawing.

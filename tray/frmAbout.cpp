@@ -31,13 +31,6 @@ enum MenuEntry : UINT { mnuAbout = 1, mnuShow, mnuExit };
 constexpr UINT_PTR kMenuTimer = 1;
 constexpr UINT kMenuTimerInterval = 100;
 
-/// The process of a window; 0 for no window.
-DWORD ProcessOf(HWND window) {
-  DWORD process = 0;
-  GetWindowThreadProcessId(window, &process);
-  return process;
-}
-
 std::uint32_t HandleBits(const void* handle) {
   return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(handle));
 }
@@ -251,7 +244,9 @@ void frmAbout::PopupMenu() {
 
 void frmAbout::EndMenuLeftBehind() {
   const HWND front = GetForegroundWindow();  // null while the foreground changes
-  if (front != nullptr && front != taskBar_ && ProcessOf(front) != GetCurrentProcessId()) {
+  DWORD process = 0;
+  GetWindowThreadProcessId(front, &process);
+  if (front != nullptr && front != taskBar_ && process != GetCurrentProcessId()) {
     EndMenu();
   }
 }

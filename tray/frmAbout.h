@@ -95,8 +95,8 @@ class frmAbout final : public forms::Window<frmAbout> {
   forms::TwipsPerPixel twipsPerPixel_{};
   TrayIcon trayIcon_;
   bool menuOpen_ = false;
-  HWND taskBar_ = nullptr;      ///< if it had the foreground when the menu opened, until the icon is clicked again
-  bool makingTopmost_ = false;  ///< true inside MakeTopmost
+  HWND taskBar_ = nullptr;      ///< the task bar while it may keep the foreground beside the open menu
+  bool makingTopmost_ = false;  ///< while Form_MouseMove makes the window topmost
 };
 
 }  // namespace tidewell
