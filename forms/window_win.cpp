@@ -6,7 +6,8 @@ void RunMessageLoop() {
   MSG message;
   BOOL got = TRUE;
   while (!runtime::Ending() && (got = GetMessageW(&message, nullptr, 0, 0)) > 0) {
-    if (IsDialogMessageW(GetAncestor(message.hwnd, GA_ROOT), &message) == FALSE) {
+    // A tick is no dialog's matter, and most messages are ticks.
+    if (message.message == WM_TIMER || IsDialogMessageW(GetAncestor(message.hwnd, GA_ROOT), &message) == FALSE) {
       TranslateMessage(&message);
       DispatchMessageW(&message);
     }

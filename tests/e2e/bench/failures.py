@@ -63,6 +63,7 @@ VARIANTS = {
 # Answers that Windows never gives for windows and handles that are there. They are tried all the same.
 NEVER_GIVEN = {
     "DefWindowProcW": "for ever: it validates a window that is not painted",
+    "DispatchMessageW": "for ever: it merely calls the window",
     "GetParent": "the frame has a parent",
     "GetWindowLongW": "the window keeps what it was given",
     "InvalidateRect": "for ever: the window is there",
