@@ -63,23 +63,25 @@ def first_failure(output):
     return found[1] if found else "the test program ended"
 
 
-class NativeTests:
-    """The tests of the portable code, built for this machine without sanitizers or optimisation."""
+class Tests:
+    """The tests in a copy of the tree. A subclass has its `folder`, how to `configure` it, its `targets`, the
+    `programs` to run and the `share` of generated mutants that must die."""
 
-    programs = ("core_tests", "report_rules_tests", "tray_icon_tests", "zero_cosine_tests")
-    share = 0.95  # of the generated mutants must die
-
-    def __init__(self, tree, jobs):
-        self.tree = tree
-        self.folder = tree / "build/mutants"
-        self.build_command = ["cmake", "--build", self.folder, f"-j{jobs}", "--target", *self.programs]
-
-    def configure(self):
-        run_or_fail(["cmake", "-G", "Ninja", "-S", self.tree, "-B", self.folder, "-DCMAKE_BUILD_TYPE=", "-DTIDEWELL_TESTS=ON",
-                     "-DCMAKE_CXX_FLAGS=-O0"], self.tree, BUILD_SECONDS, "configuring the native build")
+    def __init__(self, tree):
+        self.tree, self.folder = tree, tree / self.folder
+        run_or_fail(["cmake", *self.configure, "-B", self.folder], tree, BUILD_SECONDS, "configuring the build")
 
     def build(self):
-        return run(self.build_command, self.tree, BUILD_SECONDS)
+        return run(["cmake", "--build", self.folder, "-j2", "--target", *self.targets], self.tree, BUILD_SECONDS)
+
+
+class NativeTests(Tests):
+    """The tests of the portable code, built for this machine without sanitizers or optimisation."""
+
+    programs = targets = ("core_tests", "report_rules_tests", "tray_icon_tests", "zero_cosine_tests")
+    folder = "build/mutants"
+    configure = ("-G", "Ninja", "-DCMAKE_BUILD_TYPE=", "-DTIDEWELL_TESTS=ON", "-DCMAKE_CXX_FLAGS=-O0")
+    share = 0.95
 
     def failing_test(self):
         """The first test that fails, or None."""
@@ -91,25 +93,14 @@ class NativeTests:
         return None
 
 
-class WindowsTests:
+class WindowsTests(Tests):
     """The window tests under Wine. The slower end-to-end tests try only the mutants that these let pass."""
 
     programs = ("window_tests", "program_end_tests")
+    targets = (*programs, "Tidewell")
+    folder = "build/windows-tests"
+    configure = ("--preset", "windows-tests", "-DCMAKE_COMPILE_WARNING_AS_ERROR=OFF", "-DTIDEWELL_TIDY=OFF")
     share = 0.75  # of few
-
-    def __init__(self, tree, jobs, end_to_end):
-        self.tree = tree
-        self.folder = tree / "build/windows-tests"
-        targets = [*self.programs, *["Tidewell"] * end_to_end]
-        self.build_command = ["cmake", "--build", self.folder, f"-j{jobs}", "--target", *targets]
-        self.end_to_end = end_to_end
-
-    def configure(self):
-        run_or_fail(["cmake", "--preset", "windows-tests", "-DCMAKE_COMPILE_WARNING_AS_ERROR=OFF", "-DTIDEWELL_TIDY=OFF"],
-                    self.tree, BUILD_SECONDS, "configuring the Windows build")
-
-    def build(self):
-        return run(self.build_command, self.tree, BUILD_SECONDS)
 
     def failing_test(self):
         for program in self.programs:
@@ -120,8 +111,6 @@ class WindowsTests:
                 return "endless"
             if status != 0:
                 return first_failure(output)
-        if not self.end_to_end:
-            return None
         status, output = run(["/usr/bin/python3", "-B", "-m", "pytest", "-x", "-q", "tests/e2e",
                               f"--program={self.folder / 'Tidewell.exe'}", f"--bench-folder={self.tree / 'build/e2e'}"],
                              self.tree, END_TO_END_SECONDS)
@@ -184,11 +173,7 @@ def check_tests(arguments):
     with tempfile.TemporaryDirectory(prefix="tidewell-mutants-") as scratch:
         tree = Path(scratch) / "tree"
         shutil.copytree(REPOSITORY, tree, symlinks=True, ignore=shutil.ignore_patterns(".git", "build", "__pycache__"))
-        if arguments.windows:
-            tests = WindowsTests(tree, arguments.j, arguments.end_to_end)
-        else:
-            tests = NativeTests(tree, arguments.j)
-        tests.configure()
+        tests = WindowsTests(tree) if arguments.windows else NativeTests(tree)
         status, output = tests.build()
         if status != 0:
             raise CannotCheck(f"building without a mutant failed:\n{output[-4000:]}")
@@ -211,9 +196,8 @@ def main():
     parser.add_argument("--by-hand", type=int, metavar="N", help="try N of those made by hand (all)")
     parser.add_argument("--generated", type=int, default=60, metavar="N", help="try N of the generated ones (60)")
     parser.add_argument("--only", default="", metavar="PART", help="choose from those whose name contains the part")
-    parser.add_argument("--windows", action="store_true", help="try those of the windows instead, under Wine")
-    parser.add_argument("--end-to-end", action="store_true", help="with --windows: try what survives with the e2e tests")
-    parser.add_argument("-j", type=int, default=2, metavar="JOBS", help="compile this many files at a time (2)")
+    parser.add_argument("--windows", action="store_true",
+                        help="try those of the windows instead, under Wine; what survives meets the end-to-end tests")
     try:
         return check_tests(parser.parse_args())
     except CannotCheck as problem:

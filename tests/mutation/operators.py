@@ -26,13 +26,13 @@ class Mutant(NamedTuple):
 
 UNSEEN = re.compile(r"""//.*|L?"(?:\\.|[^"\\])*"|(?<!\d)'(?:\\.|[^'\\])+'|^ *\#.*|\bstatic_assert[^;]*;""", re.M)
 
-EXCHANGED = [  # name, pattern, what replaces what
-    ("relation", r"(?<= )(?:[<>]=?|[=!]=)(?= )",
+EXCHANGED = [  # a pattern, and what replaces what
+    (r"(?<= )(?:[<>]=?|[=!]=)(?= )",
      {"<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "=="}),
-    ("arithmetic", r"(?<= )[-+*/](?==? )", {"+": "-", "-": "+", "*": "/", "/": "*"}),
-    ("bits", r"(?<= )[|&](?= )", {"|": "&", "&": "|"}),
-    ("boolean", r"(?<= )(?:&&|\|\|)(?= )|\b(?:true|false)\b", {"&&": "||", "||": "&&", "true": "false", "false": "true"}),
-    ("sign", r"(?<![\w-])[-!](?=[\w(])", {"-": "", "!": ""}),
+    (r"(?<= )[-+*/](?==? )", {"+": "-", "-": "+", "*": "/", "/": "*"}),
+    (r"(?<= )[|&](?= )", {"|": "&", "&": "|"}),
+    (r"(?<= )(?:&&|\|\|)(?= )|\b(?:true|false)\b", {"&&": "||", "||": "&&", "true": "false", "false": "true"}),
+    (r"(?<![\w-])[-!](?=[\w(])", {"-": "", "!": ""}),
 ]
 NUMBER = re.compile(r"(?<![\w.])(\d+)(\.\d+)?(?=[UF]?(?![\w.]))")
 CONDITION = re.compile(r"\b(?:if|while) \((?!auto|const)")
@@ -61,7 +61,7 @@ def end_of(code, begin, ends):
 def changes(text):
     """(begin, end, replacement) for each operator at each place."""
     code = visible(text)
-    for _, pattern, others in EXCHANGED:
+    for pattern, others in EXCHANGED:
         for match in re.finditer(pattern, code):
             yield *match.span(), others[match[0]]
     for match in NUMBER.finditer(code):
