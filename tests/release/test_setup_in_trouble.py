@@ -163,16 +163,14 @@ def test_a_folder_named_as_a_file_is_refused(user):
 
 
 @long
-def test_a_portable_copy_beside_other_peoples_files_is_not_replaced(user, unpacked, foreign, unchanged):
+def test_a_portable_copy_becomes_the_installed_one_unless_it_is_beside_other_peoples_files(user, unpacked, foreign,
+                                                                                           unchanged):
+    (unpacked / SETTINGS).write_bytes(b"settings")
     (unpacked / "uninstall.exe").write_bytes(foreign)
     unchanged()
     assert user.install(user.windows_path(unpacked)) == NOT_HERE
     unchanged()
-
-
-@long
-def test_a_portable_copy_becomes_the_installed_one_and_keeps_its_settings(user, unpacked):
-    (unpacked / SETTINGS).write_bytes(b"settings")
+    (unpacked / "uninstall.exe").unlink()
     assert user.install(user.windows_path(unpacked)) == 0
     assert names(unpacked) == sorted([*INSTALLED, SETTINGS])
     assert (unpacked / SETTINGS).read_bytes() == b"settings"
@@ -190,16 +188,11 @@ def test_an_impossible_folder_is_refused(user, unchanged):
 
 # ---- another installation
 
-def test_a_second_installation_is_refused(user, elsewhere, unchanged):
+def test_a_second_installation_is_refused_unless_the_first_has_lost_its_program(user, elsewhere, unchanged):
     assert user.install() == 0
     unchanged()
     assert user.install(user.windows_path(elsewhere)) == IS_ELSEWHERE
     unchanged()
-
-
-@long
-def test_an_installation_without_its_program_does_not_block_another(user, elsewhere):
-    assert user.install() == 0
     shutil.rmtree(user.folder)
     assert user.install(user.windows_path(elsewhere)) == 0
     assert user.uninstall_entry()["InstallLocation"] == user.windows_path(elsewhere)
@@ -231,9 +224,8 @@ def test_the_setup_works_after_a_removal_that_kept_the_uninstaller(user):
 def test_a_removal_while_a_file_is_held_changes_nothing(user, unchanged):
     assert user.install() == 0
     unchanged()
-    user.driver.hold(user.windows_path(user.folder / "LICENSE.txt"))
-    assert user.remove_and_wait() == IN_USE
-    user.driver.release()
+    with user.holding(user.folder / "LICENSE.txt"):
+        assert user.remove_and_wait() == IN_USE
     unchanged()
     assert user.remove() == 0
     assert not user.folder.exists()
@@ -265,9 +257,8 @@ def test_an_update_while_a_file_is_held_changes_nothing(user, name, share, progr
     assert user.install() == 0
     age(user)
     unchanged()
-    user.driver.hold(user.windows_path(user.folder / name), share)
-    assert user.install() == IN_USE
-    user.driver.release()
+    with user.holding(user.folder / name, share):
+        assert user.install() == IN_USE
     unchanged()
     assert user.install() == 0
     is_updated(user, program, version)
@@ -278,7 +269,7 @@ def test_an_update_waits_for_a_scanner(user, held, share, program, version):
     assert user.install() == 0
     age(user)
     path = user.start_menu_entry if held == "entry" else user.folder / held
-    process = user.step(f"C:\\{user.setup_name}", "/S")
+    process = user.step(*user.silent_setup)
     seen, in_vain, holds = None, 0, None
     for call in calls(process):
         in_vain = in_vain + 1 if look(user) == seen else 0
@@ -296,9 +287,8 @@ def test_if_a_scanner_holds_the_program_no_other_copy_is_ended(user, unpacked, u
     assert user.install() == 0
     user.start(unpacked)
     unchanged()
-    user.driver.hold(user.windows_path(user.folder / IMAGE))
-    assert user.install() == IN_USE
-    user.driver.release()
+    with user.holding(user.folder / IMAGE):
+        assert user.install() == IN_USE
     unchanged()
 
 
@@ -323,9 +313,8 @@ def test_a_failed_update_starts_the_copy_that_it_ended(user):
     user.start()
     user.tick(SOUTH)
     former = user.running()
-    user.driver.hold(user.windows_path(user.folder / "LICENSE.txt"))
-    assert user.install() == IN_USE
-    user.driver.release()
+    with user.holding(user.folder / "LICENSE.txt"):
+        assert user.install() == IN_USE
     until(lambda: user.main_window(former), "main window")
     assert user.ticked(SOUTH)
 
@@ -404,33 +393,28 @@ def works(user, program):
     assert user.startup_entry.stat().st_size > 0
 
 
-def calls(process):
-    """The calls of a program that is run step by step. Each is made when the next is asked for."""
-    for call in map(str.strip, process.stdout):
+def calls(process, last=None):
+    """The calls of a program that is run step by step. Each is made when the next is asked for; instead of the one
+    numbered last the program is killed."""
+    for number, call in enumerate(map(str.strip, process.stdout)):
         yield call
         if not call.startswith("ended"):
-            process.stdin.write("go\n")
+            process.stdin.write("kill\n" if number == last else "go\n")
             process.stdin.flush()
     assert process.wait(timeout=60) == 0
 
 
-def step(user, command, check, last=None):
+def step(user, command, check=lambda: None, last=None):
     """Runs a command step by step, killing it before the step numbered last. Returns the numbers of the steps before
     which something changed."""
-    changes, seen, number = [], None, 0
-    process = user.step(*command)
-    for call in map(str.strip, process.stdout):
+    changes, seen = [], None
+    for number, call in enumerate(calls(user.step(*command), last)):
         if call.startswith("ended"):
             assert call == "ended 0"
-            break
-        if look(user) != seen or call in CHANGES:
+        elif look(user) != seen or call in CHANGES:
             seen = look(user)
             changes.append(number)
             check()
-        process.stdin.write("kill\n" if number == last else "go\n")
-        process.stdin.flush()
-        number += 1
-    assert process.wait(timeout=60) == 0
     return changes
 
 
@@ -440,14 +424,13 @@ def test_a_killed_update_leaves_a_working_copy(user, program, version, every):
         assert user.install() == 0
         age(user)
 
-    setup = f"C:\\{user.setup_name}", "/S"
     prepare()
-    changes = step(user, setup, lambda: works(user, program))
+    changes = step(user, user.silent_setup, lambda: works(user, program))
     is_updated(user, program, version)
     assert len(changes) > 20
     for number in changes[every // 2::every]:
         prepare()
-        step(user, setup, lambda: works(user, program), last=number)
+        step(user, user.silent_setup, lambda: works(user, program), last=number)
         assert user.uninstall_entry()["InstallLocation"] == user.windows_path(user.folder)
         assert user.install() == 0
         is_updated(user, program, version)
@@ -455,12 +438,11 @@ def test_a_killed_update_leaves_a_working_copy(user, program, version, every):
 
 @long
 def test_a_killed_first_installation_can_be_repeated(user, program):
-    setup = f"C:\\{user.setup_name}", "/S"
-    changes = step(user, setup, lambda: None)
+    changes = step(user, user.silent_setup)
     for number in changes:
         assert user.remove() == 0
         assert not user.folder.exists()
-        step(user, setup, lambda: None, last=number)
+        step(user, user.silent_setup, last=number)
         assert user.uninstall_entry() or not user.folder.exists()
         assert user.install() == 0
         assert names(user.folder) == INSTALLED
@@ -474,8 +456,8 @@ def test_a_killed_removal_can_be_repeated(user):
         assert user.install() == 0
         return user.uninstaller(user.folder)
 
-    for number in step(user, prepare(), lambda: None):
-        step(user, prepare(), lambda: None, last=number)
+    for number in step(user, prepare()):
+        step(user, prepare(), last=number)
         if user.uninstall_entry():
             assert (user.folder / "uninstall.exe").exists()
             assert user.remove() == 0

@@ -1,5 +1,6 @@
 """What a user does with the setup and the program."""
 
+import contextlib
 import os
 import shutil
 import subprocess
@@ -34,7 +35,7 @@ class User:
     def __init__(self, machine, setup):
         self.driver, self.display, self.wine = machine.driver, machine.display, machine.wine
         self.drive_c, self._stepper = machine.drive_c, machine.stepper
-        self.setup_name = setup.name
+        self.setup_name, self.silent_setup = setup.name, (f"C:\\{setup.name}", "/S")
         shutil.copy(setup, self.drive_c)
         [self.home] = [path for path in (self.drive_c / "users").iterdir() if path.name != "Public"]
         programs = self.home / "AppData/Roaming/Microsoft/Windows/Start Menu/Programs"
@@ -104,6 +105,13 @@ class User:
         """Starts a program step by step; see tests/e2e/native/stepper.cpp."""
         return self.wine.start(self._stepper, *command, log=os.devnull, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                                text=True)
+
+    @contextlib.contextmanager
+    def holding(self, path, share=0):
+        """Has a file open within the context, like a scanner."""
+        self.driver.hold(self.windows_path(path), share)
+        yield
+        self.driver.release()
 
     # ---- windows
 
