@@ -11,16 +11,10 @@ const around = (find, jd) => {
   return nearest <= jd ? [nearest, find(year + LUNATION)] : [find(year - LUNATION), nearest];
 };
 
-const report = (phaseAngle) => (jd) => [
-  base.illuminated(phaseAngle(jd)), ...around(moonphase.newMoon, jd), ...around(moonphase.full, jd),
-];
-
 // The lit fraction from the positions of the Moon and the Sun, which Tidewell computes too.
-run('astronomia', report((jd) => {
+run('astronomia', (jd) => {
   const T = base.J2000Century(jd);
   const sun = new base.Coord(solar.apparentLongitude(T), 0, solar.radius(T) * ASTRONOMICAL_UNIT);
-  return moonillum.phaseAngleEcliptic(moonposition.position(jd), sun);
-}));
-
-// From three mean angles alone: the least work for the same answers.
-run('astronomia, no places', report(moonillum.phaseAngle3));
+  const phaseAngle = moonillum.phaseAngleEcliptic(moonposition.position(jd), sun);
+  return [base.illuminated(phaseAngle), ...around(moonphase.newMoon, jd), ...around(moonphase.full, jd)];
+});

@@ -1,4 +1,4 @@
-// Measures the native report, other libraries, and the sum of fresh sines. With --answers it prints their answers
+// Measures the native report, Swiss Ephemeris, and the sum of fresh sines. With --answers it prints their answers
 // instead.
 
 #include <benchmark/benchmark.h>
@@ -15,21 +15,12 @@ namespace benchmarks {
 
 namespace {
 
-struct Library {
-  const char* name;
-  Answer (*work)(double jd);
-};
-constexpr Library kLibraries[] = {{"Swiss Ephemeris, files", SwissWithFiles},
-                                  {"Swiss Ephemeris, Moshier", SwissMoshier}};
-
 void PrintAnswers() {
   PrintReports("Tidewell");
-  for (const Library& library : kLibraries) {
-    for (const double jd : InstantsOfComparison()) {
-      const Answer answer = library.work(jd);
-      std::printf("%s\t%.9f\t%.9f\t%.9f\t%.9f\t%.9f\t%.9f\n", library.name, jd, answer.litFraction, answer.lastNew,
-                  answer.nextNew, answer.lastFull, answer.nextFull);
-    }
+  for (const double jd : InstantsOfComparison()) {
+    const Answer answer = SwissEphemeris(jd);
+    std::printf("Swiss Ephemeris\t%.9f\t%.9f\t%.9f\t%.9f\t%.9f\t%.9f\n", jd, answer.litFraction, answer.lastNew,
+                answer.nextNew, answer.lastFull, answer.nextFull);
   }
 }
 
@@ -48,9 +39,7 @@ void RegisterAll() {
   const auto report = [](double jd) { return &ReportAt(jd); };
   Register("report/Tidewell", InstantsOfComparison(), report);
   Register("report/fresh sines", InstantsOfComparison(), FreshSines);
-  for (const Library& library : kLibraries) {
-    Register(std::string("report/") + library.name, InstantsOfComparison(), library.work);
-  }
+  Register("report/Swiss Ephemeris", InstantsOfComparison(), SwissEphemeris);
   for (int year = 1900; year < 2100; year += 10) {
     Register("decade/" + std::to_string(year), InstantsOfYears(year, 10), report);
   }

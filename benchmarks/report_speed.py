@@ -13,7 +13,7 @@ from stage import BUILD, printed_by
 
 NATIVE = BUILD / "bench/benchmarks/native_benchmark"
 HERE = Path(__file__).resolve().parent
-REFERENCE = "Swiss Ephemeris, files"
+REFERENCE = "Swiss Ephemeris"
 J2000 = 2451545  # Julian day of 1 January 2000, 12 h
 LIT_TOLERANCE = 0.01
 PHASE_TOLERANCE = 5  # minutes; most libraries answer in dynamical time, up to 1.6 minutes ahead

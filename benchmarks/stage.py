@@ -2,7 +2,6 @@
 uses that bench."""
 
 import contextlib
-import fcntl
 import shutil
 import subprocess
 import sys
@@ -13,11 +12,10 @@ BUILD = REPOSITORY / "build"
 sys.path.insert(0, str(REPOSITORY / "tests/e2e"))
 
 from bench import tools  # noqa: E402
-from bench.display import Display  # noqa: E402
 from bench.driver import WM_TIMER, Driver  # noqa: E402
 from bench.folders import Folders  # noqa: E402
 from bench.program import Bench  # noqa: E402
-from bench.wine import Wine, windows_path  # noqa: E402
+from bench.wine import windows_path, wine_on_a_screen  # noqa: E402
 
 WINDOWS = BUILD / "bench-windows"
 TIDEWELL, EMPTY = "Tidewell", "empty window"
@@ -80,12 +78,7 @@ class Stage:
 def open_stage():
     """Gives the stage within the context."""
     folders = Folders(BUILD / "bench/wine")
-    with open(folders.root / "lock", "w") as lock, contextlib.ExitStack() as stack:
-        fcntl.flock(lock, fcntl.LOCK_EX)  # two runs in one prefix would end each other
-        display = Display(folders.logs)
-        stack.callback(display.close)
-        wine = Wine(folders, display)
-        stack.callback(wine.close)
+    with wine_on_a_screen(folders) as (display, wine):
         yield Stage(folders, display, wine)
 
 

@@ -8,8 +8,7 @@ struct Answer {
   double lastNew = 0, nextNew = 0, lastFull = 0, nextFull = 0;  ///< Julian days
 };
 
-/// Each does the work of one report at a Julian day. Throws std::runtime_error if the library cannot use its files.
-Answer SwissWithFiles(double jd);
-Answer SwissMoshier(double jd);
+/// Does the work of one report at a Julian day. Throws std::runtime_error if the library cannot use its files.
+Answer SwissEphemeris(double jd);
 
 }  // namespace benchmarks

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Checks the tests: makes one small mistake in the program, a mutant, and sees whether a test fails; then the next.
 
-mutants.py holds mistakes made by hand. operators.py generates others; a sample of them is tried, another one each
-week. The mistakes are made in a copy of the tree. Each mutant is
+mutants.py holds mistakes made by hand. operators.py generates others; each week another sample of them is tried. The
+mistakes are made in a copy of the tree. Each mutant is
 
     killed          a test or a static assertion fails, or a test never ends
     does not build  and is not counted

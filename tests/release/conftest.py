@@ -20,10 +20,11 @@ REPOSITORY = HERE.parent.parent
 sys.path.insert(0, str(HERE.parent / "e2e"))  # for the bench
 sys.dont_write_bytecode = True
 
-
-def pytest_addoption(parser):
-    parser.addoption("--folder", default=str(REPOSITORY / "build/release"),
-                     help="the folder for the releases and their installations; simultaneous runs need different ones")
+from bench import tools  # noqa: E402
+from bench.driver import Driver  # noqa: E402
+from bench.folders import Folders  # noqa: E402
+from bench.wine import wine_on_a_screen  # noqa: E402
+from user import User  # noqa: E402
 
 
 def pytest_configure(config):
@@ -38,8 +39,9 @@ def pytest_collection_modifyitems(items):
 
 
 @pytest.fixture(scope="session")
-def folder(request):
-    made = Path(request.config.getoption("folder")).resolve()
+def folder():
+    """The folder of the releases and their installations."""
+    made = REPOSITORY / "build/release"
     made.mkdir(parents=True, exist_ok=True)
     return made
 
@@ -116,31 +118,18 @@ def program(committed, dist, folder, version):
 @pytest.fixture(scope="session")
 def machine(folder):
     """A fresh Windows: a new Wine prefix on its own screen."""
-    from bench import tools
-    from bench.display import Display
-    from bench.driver import Driver
-    from bench.folders import Folders
-    from bench.wine import Wine
     folders = Folders(folder / "machine")
     shutil.rmtree(folders.prefix, ignore_errors=True)
     built = tools.build(folders.tools)
-    display = Display(folders.logs)
-    try:
-        wine = Wine(folders, display)
-        try:
-            driver = Driver(wine, built["driver.exe"], folders.logs / "driver.log")
-            yield SimpleNamespace(display=display, wine=wine, driver=driver, drive_c=folders.prefix / "drive_c",
-                                  stepper=built["stepper.exe"])
-            driver.close()
-        finally:
-            wine.close()
-    finally:
-        display.close()
+    with wine_on_a_screen(folders) as (display, wine):
+        driver = Driver(wine, built["driver.exe"], folders.logs / "driver.log")
+        yield SimpleNamespace(display=display, wine=wine, driver=driver, drive_c=folders.prefix / "drive_c",
+                              stepper=built["stepper.exe"])
+        driver.close()
 
 
 @pytest.fixture
 def user(machine, dist, version):
-    from user import User
     person = User(machine, dist / f"Tidewell-{version}-setup.exe")
     yield person
     person.leave()
