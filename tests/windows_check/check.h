@@ -1,12 +1,16 @@
 #pragma once
 
+#include <windows.h>
+
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "windows_check/stage.h"
-
 namespace check {
+
+class Program;
+class Stage;
 
 /// The result of a check. Whatever finds that a check cannot continue throws it.
 struct Outcome {
@@ -22,11 +26,6 @@ struct Outcome {
 
 [[nodiscard]] inline Outcome Failed(const std::wstring& wanted, const std::wstring& got) {
   return {Outcome::Kind::Failed, L"wanted " + wanted + L", got " + got};
-}
-
-/// Ok if both texts are the same.
-[[nodiscard]] inline Outcome Same(const std::wstring& wanted, const std::wstring& got) {
-  return wanted == got ? Ok() : Failed(L"'" + wanted + L"'", L"'" + got + L"'");
 }
 
 /// Compares several facts; all differences make one outcome.
@@ -49,18 +48,37 @@ class Facts {
   std::wstring wanted_, got_;
 };
 
+inline constexpr DWORD kPatience = 20000;  ///< ms; only a failing check waits that long
+
+/// Calls the condition until it is true; returns that result. The check fails after kPatience.
+template <class Condition>
+auto Until(const std::wstring& what, Condition condition) {
+  const DWORD start = GetTickCount();
+  while (true) {
+    if (auto found = condition()) {
+      return found;
+    }
+    if (GetTickCount() - start > kPatience) {
+      throw Failed(what, L"nothing of it within 20 s");
+    }
+    Sleep(10);
+  }
+}
+
+/// Most checks need a program that was just started.
 struct Check {
+  Check(const wchar_t* its, Outcome (*of)(const Stage& stage)) : name(its), run(of) {}
+  Check(const wchar_t* its, Outcome (*of)(const Program& program));
+
   const wchar_t* name;
-  Outcome (*run)(const Stage& stage);
+  std::function<Outcome(const Stage& stage)> run;
 };
 
 /// The groups, in their order.
 std::vector<Check> StartChecks();
 std::vector<Check> ReportChecks();
 std::vector<Check> WindowChecks();
-std::vector<Check> PictureChecks();
 std::vector<Check> TrayChecks();
-std::vector<Check> MenuChecks();
 std::vector<Check> OptionChecks();
 std::vector<Check> EndingChecks();
 std::vector<Check> CostChecks();

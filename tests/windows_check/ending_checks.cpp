@@ -1,19 +1,18 @@
 // The ways to end: each leaves neither a process nor an icon.
 
-#include "report/frmMoon_layout.h"
+#include <functional>
+
 #include "support/other_windows_win.h"
+#include "windows_check/check.h"
 #include "windows_check/program.h"
-#include "windows_check/screen.h"
 #include "windows_check/tray.h"
-#include "windows_check/waiting.h"
 
 namespace check {
 
 namespace {
 
 /// Ends the program by an action and checks what is left.
-template <class Action>
-Outcome EndBy(const Program& program, Action action) {
+Outcome EndBy(const Program& program, const std::function<void()>& action) {
   const auto place = PlaceOfIconIfKnown(program.About());
   action();
   Facts facts;
@@ -23,23 +22,19 @@ Outcome EndBy(const Program& program, Action action) {
   return facts.Result();
 }
 
-Outcome Close(const Stage& stage) {
-  const Program program(stage);
-  return EndBy(program, [&] { ClickOn(GetDlgItem(program.Main(), tidewell::frmMoonLayout::kCommand1Description.id)); });
+Outcome Close(const Program& program) {
+  return EndBy(program, [&] { ClickOn(program.CloseButton()); });
 }
 
-Outcome CloseMessage(const Stage& stage) {
-  const Program program(stage);
+Outcome CloseMessage(const Program& program) {
   return EndBy(program, [&] { PostMessageW(program.Main(), WM_CLOSE, 0, 0); });
 }
 
-Outcome Exit(const Stage& stage) {
-  const Program program(stage);
+Outcome Exit(const Program& program) {
   return EndBy(program, [&] { ClickEntry(OpenMenu(program), 2); });
 }
 
-Outcome EndOfTheSession(const Stage& stage) {
-  const Program program(stage);
+Outcome EndOfTheSession(const Program& program) {
   Facts facts;
   facts.Want(L"answer to WM_QUERYENDSESSION", TRUE, support::Ask(program.Main(), WM_QUERYENDSESSION).value_or(-1));
   support::Ask(program.Main(), WM_ENDSESSION, FALSE);

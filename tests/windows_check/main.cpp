@@ -8,9 +8,8 @@
 // check failed, otherwise 0. Leave the mouse alone meanwhile.
 
 #include <windows.h>
-// These need windows.h first.
+// Needs windows.h first.
 #include <objbase.h>
-#include <shellapi.h>
 
 #include <cstdio>
 #include <fstream>
@@ -18,7 +17,7 @@
 
 #include "support/other_windows_win.h"
 #include "windows_check/check.h"
-#include "windows_check/machine.h"
+#include "windows_check/program.h"
 #include "windows_check/screen.h"
 
 // From two other programs: the windows beside which Tidewell is checked.
@@ -28,6 +27,54 @@ int RunTypewriter();
 namespace check {
 
 namespace {
+
+template <class Function>
+Function FunctionOf(const wchar_t* library, const char* name) {
+  return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(library), name)));
+}
+
+/// Not by GetVersionEx, which knows only the versions that this program's manifest names.
+std::wstring Version() {
+  OSVERSIONINFOW version{};
+  version.dwOSVersionInfoSize = sizeof version;
+  FunctionOf<LONG(WINAPI*)(OSVERSIONINFOW*)>(L"ntdll.dll", "RtlGetVersion")(&version);
+  std::wstring text = std::to_wstring(version.dwMajorVersion) + L"." + std::to_wstring(version.dwMinorVersion) +
+                      L", build " + std::to_wstring(version.dwBuildNumber);
+  if (const auto wine = FunctionOf<const char*(__cdecl*)()>(L"ntdll.dll", "wine_get_version")) {
+    text += L" (Wine " + support::Wide(wine()) + L")";
+  }
+  return text;
+}
+
+std::wstring Density() {
+  const HDC screen = GetDC(nullptr);
+  const int density = GetDeviceCaps(screen, LOGPIXELSX);
+  ReleaseDC(nullptr, screen);
+  return std::to_wstring(density);
+}
+
+std::wstring RealDensity() {
+  const PhysicalPixels physical;
+  return Density();
+}
+
+std::wstring Locale() {
+  wchar_t name[LOCALE_NAME_MAX_LENGTH] = L"";
+  GetUserDefaultLocaleName(name, LOCALE_NAME_MAX_LENGTH);
+  return name;
+}
+
+std::wstring Zone() {
+  DYNAMIC_TIME_ZONE_INFORMATION zone{};
+  GetDynamicTimeZoneInformation(&zone);
+  return std::wstring(zone.TimeZoneKeyName) + L", " + std::to_wstring(-zone.Bias) + L" minutes";
+}
+
+/// The first lines of the report.
+std::wstring DescribeMachine() {
+  return L"Windows " + Version() + L"\ndensity " + RealDensity() + L", as the program sees it " + Density() +
+         L"\nlocale " + Locale() + L"\nzone " + Zone() + L"\n";
+}
 
 /// Writes to the screen and to a file.
 class Log {
@@ -78,8 +125,8 @@ int RunAll(const std::filesystem::path& program, bool quick, const std::wstring&
   }
   const Stage stage(program, quick);
   int failures = 0;
-  for (const auto& group : {StartChecks(), ReportChecks(), WindowChecks(), PictureChecks(), TrayChecks(), MenuChecks(),
-                            OptionChecks(), EndingChecks(), CostChecks()}) {
+  for (const auto& group :
+       {StartChecks(), ReportChecks(), WindowChecks(), TrayChecks(), OptionChecks(), EndingChecks(), CostChecks()}) {
     for (const Check& check : group) {
       if (std::wstring(check.name).find(only) == std::wstring::npos) {
         continue;
@@ -93,36 +140,28 @@ int RunAll(const std::filesystem::path& program, bool quick, const std::wstring&
   return failures == 0 ? 0 : 1;
 }
 
-std::vector<std::wstring> Arguments() {
-  int count = 0;
-  wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
-  std::vector<std::wstring> arguments(words, words + count);
-  LocalFree(words);
-  return arguments;
-}
-
 }  // namespace
 
 }  // namespace check
 
-int main() {
-  std::vector<std::wstring> arguments = check::Arguments();
-  std::filesystem::path program = std::filesystem::path(arguments.at(0)).replace_filename(L"Tidewell.exe");
+int wmain(int count, wchar_t* words[]) {
+  std::filesystem::path program = std::filesystem::path(words[0]).replace_filename(L"Tidewell.exe");
   bool quick = false;
   std::wstring only;
-  for (std::size_t number = 1; number < arguments.size(); ++number) {
-    if (arguments[number] == L"--typewriter") {
+  for (int number = 1; number < count; ++number) {
+    const std::wstring word = words[number];
+    if (word == L"--typewriter") {
       return RunTypewriter();
     }
-    if (arguments[number] == L"--empty-window") {
+    if (word == L"--empty-window") {
       return RunEmptyWindow(GetModuleHandleW(nullptr), nullptr, nullptr, SW_SHOWNORMAL);
     }
-    if (arguments[number] == L"--quick") {
+    if (word == L"--quick") {
       quick = true;
-    } else if (arguments[number] == L"--only" && number + 1 < arguments.size()) {
-      only = arguments[++number];
+    } else if (word == L"--only" && number + 1 < count) {
+      only = words[++number];
     } else {
-      program = arguments[number];
+      program = word;
     }
   }
   CoInitialize(nullptr);

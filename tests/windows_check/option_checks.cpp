@@ -3,13 +3,12 @@
 #include <fstream>
 #include <iterator>
 
-#include "report/frmMoon_layout.h"
 #include "report/settings.h"
 #include "runtime/code_page.h"
 #include "support/other_windows_win.h"
+#include "windows_check/check.h"
 #include "windows_check/program.h"
 #include "windows_check/tray.h"
-#include "windows_check/waiting.h"
 
 namespace check {
 
@@ -67,11 +66,10 @@ Outcome AutoStart(const Stage& stage) {
   return facts.Result();
 }
 
-Outcome Hiding(const Stage& stage) {
-  const Program program(stage);
+Outcome Hiding(const Program& program) {
   ClickOn(program.Option(0), true);
   Until(L"the option's tick", [&] { return support::Ask(program.Option(0), BM_GETCHECK) == 1; });
-  ClickOn(GetDlgItem(program.Main(), tidewell::frmMoonLayout::kCommand1Description.id));
+  ClickOn(program.CloseButton());
   program.WaitUntilShown(false);
   Facts facts;
   facts.Want(L"ended", 0, program.TheProcess().Ended());

@@ -2,12 +2,61 @@
 
 #include <windows.h>
 
+#include <filesystem>
 #include <string>
 
-#include "windows_check/process.h"
-#include "windows_check/stage.h"
+#include "runtime/handle_win.h"
 
 namespace check {
+
+/// What the checks share: a temporary folder with a copy of the program. The destructor removes it.
+class Stage {
+ public:
+  /// Throws filesystem_error if the folder cannot be made or the program not copied.
+  Stage(const std::filesystem::path& program, bool quick);
+  ~Stage();
+  Stage(const Stage&) = delete;
+  Stage& operator=(const Stage&) = delete;
+
+  [[nodiscard]] bool Quick() const noexcept { return quick_; }
+  [[nodiscard]] std::filesystem::path Program() const { return folder_ / L"Tidewell.exe"; }
+  [[nodiscard]] std::wstring Command() const { return L"\"" + Program().wstring() + L"\""; }
+  [[nodiscard]] std::filesystem::path SettingsFile() const { return folder_ / L"vesk.dat"; }
+
+ private:
+  std::filesystem::path folder_;
+  bool quick_;
+};
+
+/// A process that ends with the object, or with the check, however that ends.
+class Process {
+ public:
+  /// Starts a command line, with a shortcut's show command.
+  explicit Process(const std::wstring& commandLine, int show = SW_SHOWNORMAL);
+  ~Process();
+  Process(const Process&) = delete;
+  Process& operator=(const Process&) = delete;
+
+  [[nodiscard]] DWORD Id() const noexcept { return id_; }
+  [[nodiscard]] HANDLE Handle() const noexcept { return process_.get(); }
+  [[nodiscard]] bool Ended() const noexcept { return WaitForSingleObject(process_.get(), 0) == WAIT_OBJECT_0; }
+
+  /// Returns its exit status. The check fails if it does not end.
+  [[nodiscard]] DWORD WaitForEnd() const;
+
+  /// Returns its first window of a class, or null.
+  [[nodiscard]] HWND Window(const std::wstring& windowClass) const;
+
+  /// Waits until such a window is shown.
+  [[nodiscard]] HWND ShownWindow(const std::wstring& windowClass) const;
+
+ private:
+  runtime::unique<HANDLE, CloseHandle> process_;
+  DWORD id_ = 0;
+};
+
+/// The command line that starts this file as another program: "--typewriter" or "--empty-window".
+[[nodiscard]] std::wstring OwnCommand(const std::wstring& role);
 
 /// A running Tidewell. It ends with the object, and so does its icon.
 class Program {
@@ -22,9 +71,8 @@ class Program {
   [[nodiscard]] HWND Main() const noexcept { return main_; }
   [[nodiscard]] HWND About() const noexcept { return about_; }  ///< owns the icon
   [[nodiscard]] bool Visible() const noexcept { return IsWindowVisible(main_) != FALSE; }
-
-  /// An option of the main window, counted from 0.
-  [[nodiscard]] HWND Option(int index) const noexcept;
+  [[nodiscard]] HWND Option(int index) const noexcept;  ///< counted from 0
+  [[nodiscard]] HWND CloseButton() const noexcept;
 
   /// The open menu, or null.
   [[nodiscard]] HWND Menu() const;
@@ -36,8 +84,6 @@ class Program {
   void WaitUntilShown(bool shown) const;
 
  private:
-  static std::wstring Command(const Stage& stage);
-
   Process process_;
   HWND main_;
   HWND about_;
@@ -51,5 +97,10 @@ void ClickOn(HWND control, bool atItsLeft = false);
 
 /// A window's name in the report: its class. A text could be private.
 [[nodiscard]] std::wstring NameOf(HWND window);
+
+/// The middle of a place on the screen.
+[[nodiscard]] constexpr POINT MiddleOf(const RECT& place) noexcept {
+  return {.x = (place.left + place.right) / 2, .y = (place.top + place.bottom) / 2};
+}
 
 }  // namespace check

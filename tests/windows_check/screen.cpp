@@ -19,16 +19,6 @@ void* SetAwareness(void* context) noexcept {
   return set != nullptr && context != nullptr ? set(context) : nullptr;
 }
 
-BITMAPINFO TopDown(int width, int height) {
-  BITMAPINFO description{};
-  description.bmiHeader.biSize = sizeof description.bmiHeader;
-  description.bmiHeader.biWidth = width;
-  description.bmiHeader.biHeight = -height;
-  description.bmiHeader.biPlanes = 1;
-  description.bmiHeader.biBitCount = 32;
-  return description;
-}
-
 }  // namespace
 
 PhysicalPixels::PhysicalPixels() noexcept
@@ -44,7 +34,12 @@ RECT ClientOnScreen(HWND window) {
 }
 
 Picture::Picture(int width, int height, const std::function<void(HDC)>& paint) : width_(width), height_(height) {
-  const BITMAPINFO description = TopDown(width_, height_);
+  BITMAPINFO description{};
+  description.bmiHeader.biSize = sizeof description.bmiHeader;
+  description.bmiHeader.biWidth = width;
+  description.bmiHeader.biHeight = -height;  // top down
+  description.bmiHeader.biPlanes = 1;
+  description.bmiHeader.biBitCount = 32;
   const HDC memory = CreateCompatibleDC(nullptr);
   void* bits = nullptr;
   const HBITMAP bitmap = CreateDIBSection(memory, &description, DIB_RGB_COLORS, &bits, nullptr, 0);

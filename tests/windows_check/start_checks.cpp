@@ -5,9 +5,9 @@
 
 #include "report/frmMoon.h"
 #include "support/other_windows_win.h"
+#include "windows_check/check.h"
 #include "windows_check/program.h"
 #include "windows_check/tray.h"
-#include "windows_check/waiting.h"
 
 namespace check {
 
@@ -76,7 +76,7 @@ Outcome Start(const Stage& stage) {
   double empty = kPatience;
   for (int turn = 0; turn < 3; ++turn) {
     empty = std::min(empty, StartTime(OwnCommand(L"--empty-window"), L"EmptyWindow"));
-    program = std::min(program, StartTime(L"\"" + stage.Program().wstring() + L"\"", tidewell::frmMoon::kWindowClass));
+    program = std::min(program, StartTime(stage.Command(), tidewell::frmMoon::kWindowClass));
   }
   std::wostringstream seen;
   seen.precision(0);
@@ -86,7 +86,7 @@ Outcome Start(const Stage& stage) {
 
 Outcome SecondCopy(const Stage& stage) {
   const Program program(stage);
-  const Process second(L"\"" + stage.Program().wstring() + L"\"");
+  const Process second(stage.Command());
   Facts facts;
   facts.Want(L"its exit status", 0, second.WaitForEnd());
   facts.Want(L"the first one ended", 0, program.TheProcess().Ended());
@@ -111,8 +111,7 @@ Outcome MinimisedStart(const Stage& stage) {
   return facts.Result();
 }
 
-Outcome MinimisedWindow(const Stage& stage) {
-  const Program program(stage);
+Outcome MinimisedWindow(const Program& program) {
   support::Ask(program.Main(), WM_SYSCOMMAND, SC_MINIMIZE);
   Until(L"a minimised window", [&] { return IsIconic(program.Main()) != FALSE; });
   SendIconMessage(program, WM_LBUTTONUP);

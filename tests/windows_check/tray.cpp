@@ -4,9 +4,9 @@
 #include <shellapi.h>
 
 #include "support/other_windows_win.h"
+#include "windows_check/check.h"
 #include "windows_check/program.h"
 #include "windows_check/screen.h"
-#include "windows_check/waiting.h"
 
 namespace check {
 
@@ -91,15 +91,14 @@ std::optional<RECT> PlaceOfIconIfKnown(HWND owner) {
 
 bool ShowsTheIcon(const RECT& place) {
   const PhysicalPixels physical;
-  const auto name =
-      support::AccessibleNameAt({.x = (place.left + place.right) / 2, .y = (place.top + place.bottom) / 2});
+  const auto name = support::AccessibleNameAt(MiddleOf(place));
   return (name && name->starts_with(L"Moon's Age")) || WindowOfIconInWine() != nullptr;
 }
 
 void ClickIcon(const Program& program, bool right) {
   const PhysicalPixels physical;
   const RECT place = PlaceOfIcon(program.About());
-  support::Click({.x = (place.left + place.right) / 2, .y = (place.top + place.bottom) / 2}, right);
+  support::Click(MiddleOf(place), right);
 }
 
 void SendIconMessage(const Program& program, UINT message) {

@@ -1,16 +1,15 @@
 // The windows: their controls, places and fonts.
 
-#include <optional>
+#include <algorithm>
 
 #include "forms/controls_win.h"
 #include "report/frmMoon_layout.h"
 #include "support/other_windows_win.h"
 #include "tray/frmAbout_layout.h"
-#include "windows_check/ink.h"
+#include "windows_check/check.h"
 #include "windows_check/program.h"
 #include "windows_check/screen.h"
 #include "windows_check/tray.h"
-#include "windows_check/waiting.h"
 
 namespace check {
 
@@ -86,8 +85,7 @@ void SaveWindow(HWND window, const std::wstring& name) {
   SavePicture(place, 0, name);
 }
 
-Outcome MainWindow(const Stage& stage) {
-  const Program program(stage);
+Outcome MainWindow(const Program& program) {
   Facts facts;
   WantWindow(facts, program.Main(), mainLayout::kCaption, mainLayout::kClientWidth, mainLayout::kClientHeight);
   WantControl(facts, program.Main(), mainLayout::kFrame1Description, false);
@@ -105,8 +103,7 @@ Outcome MainWindow(const Stage& stage) {
   return facts.Result();
 }
 
-Outcome AboutBox(const Stage& stage) {
-  const Program program(stage);
+Outcome AboutBox(const Program& program) {
   ShowAbout(program);
   Facts facts;
   WantWindow(facts, program.About(), aboutLayout::kCaption, aboutLayout::kClientWidth, aboutLayout::kClientHeight);
@@ -119,17 +116,70 @@ Outcome AboutBox(const Stage& stage) {
 }
 
 /// First option, third option (the second is disabled), "Close", first option.
-Outcome TabOrder(const Stage& stage) {
-  const Program program(stage);
-  const HWND close = GetDlgItem(program.Main(), mainLayout::kCommand1Description.id);
+Outcome TabOrder(const Program& program) {
   Facts facts;
   const auto next = [&](HWND from) {
     return static_cast<long long>(GetDlgCtrlID(GetNextDlgTabItem(program.Main(), from, FALSE)));
   };
   facts.Want(L"after the first option", mainLayout::kCheck1 + 2, next(program.Option(0)));
   facts.Want(L"after the third option", mainLayout::kCommand1Description.id, next(program.Option(2)));
-  facts.Want(L"after Close", mainLayout::kCheck1 + 0, next(close));
+  facts.Want(L"after Close", mainLayout::kCheck1 + 0, next(program.CloseButton()));
   return facts.Result();
+}
+
+/// Whether a pixel is much darker than the ground. Letters smoothed with ClearType have fainter pixels further out.
+bool IsInk(COLORREF pixel, COLORREF ground) {
+  const auto light = [](COLORREF colour) { return GetRValue(colour) + GetGValue(colour) + GetBValue(colour); };
+  return light(ground) - light(pixel) > 3 * 64;
+}
+
+SIZE InkOf(const Picture& picture) {
+  LONG left = picture.Width(), right = -1, top = picture.Height(), bottom = -1;
+  const COLORREF ground = picture.At(picture.Width() - 1, 0);
+  for (int y = 0; y < picture.Height(); ++y) {
+    for (int x = 0; x < picture.Width(); ++x) {
+      if (IsInk(picture.At(x, y), ground)) {
+        left = std::min<LONG>(left, x);
+        right = std::max<LONG>(right, x);
+        top = std::min<LONG>(top, y);
+        bottom = std::max<LONG>(bottom, y);
+      }
+    }
+  }
+  return {.cx = std::max(0L, right - left + 1), .cy = std::max(0L, bottom - top + 1)};
+}
+
+/// The bounds of a text's pixels in a font, in this program's pixels.
+SIZE InkOfText(const std::wstring& text, const forms::FontDescription& font) {
+  constexpr RECT kRoom = {.left = 0, .top = 0, .right = 1600, .bottom = 200};
+  const runtime::unique_font made = forms::MakeFont(font);
+  const Picture picture(kRoom.right, kRoom.bottom, [&](HDC dc) {
+    const HGDIOBJ before = SelectObject(dc, made.get());
+    FillRect(dc, &kRoom, GetSysColorBrush(COLOR_3DFACE));
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));
+    TextOutW(dc, 20, 20, text.c_str(), static_cast<int>(text.size()));
+    SelectObject(dc, before);
+  });
+  return InkOf(picture);
+}
+
+/// The same for a control on the screen. Ignores a border and whatever lies left of x = `from`.
+SIZE InkOfControl(HWND control, int from, int border) {
+  RECT physical{};
+  {
+    const PhysicalPixels scope;
+    physical = ClientOnScreen(control);
+  }
+  RECT place = ClientOnScreen(control);
+  const RECT parent = ClientOnScreen(GetParent(control));
+  if (physical.right - physical.left != place.right - place.left) {
+    throw NotHere(L"the system scales the window, so its letters differ");
+  }
+  IntersectRect(&place, &place, &parent);  // the lines are wider than the window
+  place.left += from;
+  InflateRect(&place, -border, -border);
+  return InkOf(Picture(place));
 }
 
 /// Compares the ink of a shown text with that in the designed font.
@@ -144,8 +194,7 @@ void WantFont(Facts& facts, HWND control, const ControlDescription& description,
   }
 }
 
-Outcome Fonts(const Stage& stage) {
-  const Program program(stage);
+Outcome Fonts(const Program& program) {
   program.Update();
   RECT client{};
   GetClientRect(program.Main(), &client);
@@ -160,8 +209,7 @@ Outcome Fonts(const Stage& stage) {
   const int boxWidth = GetSystemMetrics(SM_CXMENUCHECK) + 2;
   WantFont(facts, program.Option(2), mainLayout::kCheck1Descriptions.at(2), boxWidth);
   constexpr int kEdge = 5;
-  WantFont(facts, GetDlgItem(program.Main(), mainLayout::kCommand1Description.id), mainLayout::kCommand1Description, 0,
-           kEdge);
+  WantFont(facts, program.CloseButton(), mainLayout::kCommand1Description, 0, kEdge);
   ShowAbout(program);
   RestPointer();
   for (const ControlDescription& label : {aboutLayout::kLblTitleDescription, aboutLayout::kLblDescriptionDescription}) {
