@@ -22,7 +22,6 @@ def main():
             answers=measured("are the answers right?", report_speed.check_answers),
             report=measured("the report beside other libraries", report_speed.measure, 15, 1),  # rounds of about 10 s
             decades=measured("the report over the years", report_speed.measure_decades, 15, 1),  # repetitions
-            size=measured("the program's size", program_cost.measure_size),
             start_and_close=measured("start and close", program_cost.measure_start_and_close, 31, 3),
             memory=measured("memory", program_cost.measure_memory, 5, 1),
             quiet=measured("quiet minutes", program_cost.measure_quiet_minutes, 5 * [60], [5]),  # seconds of each

@@ -11,7 +11,7 @@ from stage import BUILD, EMPTY, TIDEWELL, WINDOWS, printed_by
 # ---- figures
 
 def ratio(values, partners):
-    """The median of the rounds' ratios: a machine of changing speed disturbs it less than the ratio of medians."""
+    """The median of the rounds' ratios: a changing speed of the machine matters less to it than to a ratio of medians."""
     return median(value / partner for value, partner in zip(values, partners, strict=True))
 
 
@@ -33,7 +33,7 @@ def goals_table(m):
 
     farthest_decade = max(abs(time / median(m.decades) - 1) for time in m.decades)
     goals = [  # what, reached, at most, how it is written
-        ("executable", m.size[0], 180_000, "{:,} bytes"),
+        ("executable", (WINDOWS / "Tidewell.exe").stat().st_size, 180_000, "{:,} bytes"),
         ("report, native, to astronomia", native("astronomia"), 0.8, "{:.3g}"),
         ("report, native, to astronomy-engine", native("astronomy-engine"), 1 / 30, "{:.3g}"),
         ("report, native, to Swiss Ephemeris", native("Swiss Ephemeris"), 1 / 10, "{:.3g}"),
@@ -43,7 +43,7 @@ def goals_table(m):
         ("close, to the empty window", beside_empty(m.start_and_close[1]), 2, "{:.3g}"),
         ("private memory, to the empty window", max(map(beside_empty, m.memory)), 1.1, "{:.3g}"),
         ("quiet minute, to the empty window", beside_empty(m.quiet[0]), 1.2, "{:.3g}"),
-        ("decades of 1900 to 2100, apart from the middle one", 100 * farthest_decade, 10, "{:.2g} %"),
+        ("report, a decade of 1900 to 2100, off the median one", 100 * farthest_decade, 10, "{:.2g} %"),
     ]
     return table(["figure", "reached", "goal", ""],
                  [[what, form.format(reached), "at most " + form.format(limit),
@@ -77,12 +77,6 @@ def empty_window_table(m):
                  [[what, *(f"{median(of[name]) / unit:,.2f}" for name in (TIDEWELL, EMPTY)),
                    f"{median(of[TIDEWELL]) / median(of[EMPTY]):.2f}"]
                   for what, of, unit in figures])
-
-
-def size_table(size):
-    total, parts = size
-    rows = [[part, f"{bytes_:,}", f"{100 * bytes_ / total:.0f} %"] for part, bytes_ in parts.items()]
-    return table(["", "bytes", "share"], [*rows, ["**the executable**", f"{total:,}", "100 %"]])
 
 
 def updates_text(updates):
@@ -126,11 +120,9 @@ ratios mean something.
 
 ## One report
 
-One report is the lit fraction now and the last and next New Moon and Full Moon. The tables show its processor time at
-1,000 instants from 1950 to 2050. *Fresh sines* are 387 calls of the library's sine, as many as a report of plain sums
-would make.
-
-Natively with -O2, beside libraries from Debian and npm:
+One report is the lit fraction now and the last and next New Moon and Full Moon; the tables show its processor time.
+*Fresh sines* are 387 calls of the library's sine, as many as a report of plain sums would make. Natively with -O2,
+beside libraries from Debian and npm (Swiss Ephemeris with its files, and a secant search of ours for the phases):
 
 {report_table(m.report, "Tidewell")}
 
@@ -138,11 +130,9 @@ As the 32-bit program that is shipped, under Wine:
 
 {report_table(m.report, "Tidewell, 32-bit")}
 
-Swiss Ephemeris uses its files. It does not search for phases: a secant search of ours does it.
-
-All give the same answer. The next table shows the differences from Swiss Ephemeris. Tidewell writes whole minutes. On
-purpose it shows a phase in the last 0.18 s before a full hour one hour late. It chooses the last Full Moon by a rule of
-its own; the one that it names is compared. astronomia answers in dynamical time, 0.5 to 1.5 minutes ahead.
+All give the same answer. The next table shows the differences from Swiss Ephemeris. Tidewell writes whole minutes, and
+on purpose a phase in the last 0.18 s of an hour an hour late. The Full Moon that it names is compared with the nearest
+real one. astronomia answers in dynamical time, 0.5 to 1.5 minutes ahead.
 
 {answers_table(m.answers)}
 
@@ -157,8 +147,4 @@ quiet minute nobody touches them, and their windows are shown; the processor tim
 Private memory is what the program has written.
 
 {empty_window_table(m)}
-
-Its size, from the linker's map:
-
-{size_table(m.size)}
 """

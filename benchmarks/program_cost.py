@@ -1,4 +1,4 @@
-"""Measures the whole program: its size by part, and its start, end, memory and quiet minutes beside an empty window."""
+"""Measures the whole program beside an empty window: its start, end, memory, quiet minutes and many updates."""
 
 import collections
 import datetime
@@ -6,41 +6,10 @@ import re
 import time
 from pathlib import Path
 
-from stage import EMPTY, TIDEWELL, WINDOWS, WM_TIMER
+from stage import EMPTY, TIDEWELL, WM_TIMER
 
 SETTLED = 3  # seconds; by then the start and the first tick are over
 
-
-# ---- size
-
-def _part(section, file):
-    """The part of the program that a piece in the linker's map belongs to."""
-    if section.startswith(".rsrc"):
-        return "resources: pictures, manifest, version"
-    if section.startswith(".idata"):
-        return "imports"
-    if section.startswith(".reloc"):
-        return "relocations"
-    for part, names in {"C++ library": ["libstdc++"], "the compiler's library, most of it unwinding": ["libgcc"],
-                        "Tidewell's own code and data": ["ltrans", "idewell"]}.items():
-        if any(name in file for name in names):
-            return part
-    return "C run-time library and start-up code"
-
-
-def measure_size(_stage):
-    """The bytes of the executable and of each part of it."""
-    exe = (WINDOWS / "Tidewell.exe").stat().st_size
-    text = (WINDOWS / "Tidewell.map").read_text().split("Linker script and memory map", 1)[1]
-    parts = collections.Counter()
-    for section, size, file in re.findall(r"^ (\.\S+)\s+0x[0-9a-f]+\s+0x([0-9a-f]+) (\S.*)$", text, re.MULTILINE):
-        if not section.startswith((".bss", ".debug")):  # .bss is not in the file, and -s leaves no .debug
-            parts[_part(section, file)] += int(size, 16)
-    parts["headers and padding"] = exe - sum(parts.values())
-    return exe, dict(parts.most_common())
-
-
-# ---- beside an empty window
 
 def measure_start_and_close(stage, rounds):
     """Milliseconds from start to visible window and from WM_CLOSE to the end: (start, close) by name, a value for each

@@ -95,7 +95,7 @@ def measure(stage, rounds):
 
 def measure_decades(_stage, repetitions):
     """The report's processor time in microseconds in each decade of 1900 to 2100. It is the least of interleaved runs:
-    a neighbour on the core makes a run half as long again."""
+    another process on the core can slow a run by half."""
     taken = collections.defaultdict(list)
     for run in _google_benchmark("decade/", "--benchmark_min_time=0.02", f"--benchmark_repetitions={repetitions}",
                                  "--benchmark_enable_random_interleaving=true"):

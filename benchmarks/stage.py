@@ -26,7 +26,7 @@ class Stage:
 
     def __init__(self, folders, display, wine):
         self.folders, self.display, self.wine = folders, display, wine
-        # Both have the same name, for which Wine has settings.
+        # Both have one name, because Wine has settings by name.
         self.programs = {TIDEWELL: self._placed(WINDOWS / "Tidewell.exe", "tidewell"),
                          EMPTY: self._placed(WINDOWS / "benchmarks/empty_window.exe", "empty")}
 

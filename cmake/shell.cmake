@@ -71,8 +71,8 @@ target_link_libraries(Tidewell PRIVATE tidewell_shell tidewell_resources)
 tidewell_tidy(Tidewell)
 target_link_options(Tidewell PRIVATE
   -municode $<$<NOT:$<CONFIG:Debug>>:-s>
-  -Wl,-Map,Tidewell.map  # for the bill of materials and the benchmarks
+  -Wl,-Map,Tidewell.map  # for the bill of materials
   -Wl,--no-seh           # there are no handlers of structured exceptions
-  -Wl,--tsaware          # or a terminal server would redirect our folders
+  -Wl,--tsaware          # otherwise a terminal server redirects our folders
   -Wl,--wrap=malloc      # see start/library_failures_win.cpp
   -Wl,--major-subsystem-version=6 -Wl,--minor-subsystem-version=1)  # Windows 7 and later

@@ -130,7 +130,7 @@ Function ${un}EndProgram
 FunctionEnd
 
 ; Waits until $INSTDIR\$Name can be replaced or deleted. A scanner may hold it for a moment, or it may be running.
-; Shares nothing: while anybody has it open, however shared, Windows may refuse to replace it.
+; Opens without sharing: any other open handle may block the replacement.
 Function ${un}WaitUntilFree
   SetFileAttributes "$INSTDIR\$Name" NORMAL ; a read-only file could not be opened for writing
   again:
@@ -276,7 +276,7 @@ Function CheckFolder
     ${EndIf}
   ${EndIf}
   !insertmacro ForEachFile RefuseForeignFile
-  ${If} ${FileExists} "${NEW}" ; that of a killed setup is in $Former
+  ${If} ${FileExists} "${NEW}" ; one that a killed setup left is in $Former
     !insertmacro Refuse ${EXIT_NOT_HERE} "This folder is not Tidewell's. Please choose another one.$\n$\n${NEW}"
   ${EndIf}
 FunctionEnd

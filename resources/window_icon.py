@@ -1,7 +1,7 @@
 """Draws the window icon, a young Moon over the tide, in the sizes too large for icons/window.txt.
 
-colour_at() gives the colours of a plane of 32 x 32 units, x to the right and y down. Its shapes were measured in the
-picture of 32 pixels; its lines are one unit thick. A pixel is the mean of SAMPLES x SAMPLES points of the plane, as
+colour_at() gives the colours of a plane of 32 x 32 units, x to the right and y down. Its shapes are measured from the
+32-pixel icon; its lines are one unit thick. A pixel is the mean of SAMPLES x SAMPLES points of the plane, as
 opaque as the share of points within the disc.
 """
 

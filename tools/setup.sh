@@ -92,8 +92,8 @@ agree_to_step_back() {
 # A mirror's security index for i386 may be older than its signed release file:
 # apt then ignores that index. 32-bit Wine becomes uninstallable, since its
 # libraries must have the versions of their 64-bit twins, which come from the
-# security suite. Base and updates agree with each other. The pin takes upgraded
-# twins back to them.
+# security suite. Base and updates agree with each other. The pin downgrades twins
+# that came from the security suite.
 install_without_security() {
   local file parts=$scratch/sources.d
   agree_to_step_back

@@ -5,7 +5,7 @@
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/wine-env.sh"
 
-# In UTC a test of the zone would see nothing.
+# In UTC a wrong zone offset would go unnoticed.
 export TZ=America/St_Johns
 
 wine_prefix >&2

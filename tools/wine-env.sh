@@ -10,8 +10,8 @@ unmanaged() {
   env -u DISPLAY wine reg add "HKCU\\Software\\Wine\\AppDefaults\\$1\\X11 Driver" /v Managed /d N /f
 }
 
-# Makes the prefix once, in about 8 s. Wine refuses another user's prefix, and to
-# make one in another user's folder.
+# Makes the prefix once, in about 8 s. Wine refuses to use another user's prefix, or
+# to make one in another user's folder.
 wine_prefix() {
   [[ -O $WINEPREFIX/complete ]] && return
   mkdir -p "${WINEPREFIX%/*}"
@@ -26,8 +26,8 @@ wine_prefix() {
       rm -rf "$WINEPREFIX"
     fi
     mkdir "$WINEPREFIX"
-    # Without a display there is no "updating" window, and nothing is tied to a
-    # display that ends before the prefix. Debian's Wine does not find the fonts
+    # Without a display there is no "updating" window, and the prefix is not tied to
+    # a display that ends first. Debian's Wine does not find the fonts
     # of fonts-wine: MS Sans Serif and the symbols of title bars and check marks.
     # Wine ignores fontconfig's aliases, hence the replacement of Arial. The server
     # writes the registry only when it ends.
@@ -53,7 +53,7 @@ wine_prefix() {
 # Runs a command on a display of its own. It holds the prefix alone, since Wine
 # ties a prefix to the display of its first use. Before the display ends it ends
 # the Wine server and so every program left. "|| true": there may be no server,
-# and a function may have left errexit on.
+# and the command may be a function that has set errexit.
 with_own_display() {
   # shellcheck disable=SC2016 # expanded by the inner shell
   flock --close "$WINEPREFIX.lock" "$repository/tools/under-display.sh" \

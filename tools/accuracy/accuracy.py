@@ -295,7 +295,7 @@ def main():
         "day's start": measure_day_start(),
     })
     subprocess.run(["gnuplot", "-e", f"docs='{DOCS}'", HERE / "plots.gp"], cwd=WORK, check=True)
-    # They have only a few colours.
+    # The plots have few colours, so a palette saves space.
     subprocess.run(["mogrify", "-strip", "+dither", "-colors", "24", "-define", "png:exclude-chunks=date,time",
                     *sorted(DOCS.glob("accuracy-*.png"))], check=True)
 
