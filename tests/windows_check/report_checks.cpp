@@ -179,7 +179,7 @@ Outcome PictureIsThatOf(const Program& program, bool southern) {
     const RECT all = {0, 0, shown.Width(), shown.Height()};
     SetDCBrushColor(dc, shown.At(2, 2));
     FillRect(dc, &all, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-    static_cast<void>(forms::Replay(dc, report.drawing, {scale, scale}));
+    static_cast<void>(forms::Replay(dc, report.drawing.Primitives(), {scale, scale}));
   });
   // If the system scales the window, it smooths the edges.
   const double tolerated = shown.Width() == ownWidth ? 0.01 : 0.08;
