@@ -65,8 +65,10 @@ def phase_pictures():
         if words[:1] == ["colour"]:
             colours[words[1]] = MAGENTA if words[2] == "transparent" else tuple(map(int, words[2:]))
         elif words[:1] == ["icon"]:
-            rows = lines[number + 1:number + 1 + PICTURE_SIZE]
-            pictures[tuple(colours[c] for row in rows for c in row)] = int(words[1].removeprefix("phase"))
+            phase, rows = int(words[1].removeprefix("phase")), lines[number + 1:number + 1 + PICTURE_SIZE]
+            pictures[tuple(colours[c] for row in rows for c in row)] = phase
+            # The waning phases mirror the waxing ones; New and Full Moon mirror themselves.
+            pictures.setdefault(tuple(colours[c] for row in rows for c in reversed(row)), 28 - phase)
     return pictures
 
 
