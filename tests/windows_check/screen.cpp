@@ -33,26 +33,6 @@ RECT ClientOnScreen(HWND window) {
   return place;
 }
 
-Picture::Picture(int width, int height, const std::function<void(HDC)>& paint) : width_(width), height_(height) {
-  BITMAPINFO description{};
-  description.bmiHeader.biSize = sizeof description.bmiHeader;
-  description.bmiHeader.biWidth = width;
-  description.bmiHeader.biHeight = -height;  // top down
-  description.bmiHeader.biPlanes = 1;
-  description.bmiHeader.biBitCount = 32;
-  const HDC memory = CreateCompatibleDC(nullptr);
-  void* bits = nullptr;
-  const HBITMAP bitmap = CreateDIBSection(memory, &description, DIB_RGB_COLORS, &bits, nullptr, 0);
-  const HGDIOBJ before = SelectObject(memory, bitmap);
-  paint(memory);
-  GdiFlush();
-  const auto* const pixels = static_cast<const std::uint32_t*>(bits);
-  pixels_.assign(pixels, pixels + width_ * height_);
-  SelectObject(memory, before);
-  DeleteObject(bitmap);
-  DeleteDC(memory);
-}
-
 Picture::Picture(const RECT& place)
     : Picture(place.right - place.left, place.bottom - place.top, [&](HDC memory) {
         const HDC screen = GetDC(nullptr);
@@ -62,7 +42,7 @@ Picture::Picture(const RECT& place)
       }) {}
 
 COLORREF Picture::At(int x, int y) const {
-  const std::uint32_t pixel = pixels_.at(static_cast<std::size_t>(y * width_ + x));
+  const DWORD pixel = pixels_.at(static_cast<std::size_t>(y * width_ + x));
   return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
 }
 
@@ -72,7 +52,7 @@ void Picture::Save(const std::wstring& name) const {
   const Gdiplus::GdiplusStartupInput input;
   Gdiplus::GdiplusStartup(&token, &input, nullptr);
   {
-    std::vector<std::uint32_t> pixels = pixels_;
+    std::vector<DWORD> pixels = pixels_;
     Gdiplus::Bitmap bitmap(width_, height_, width_ * 4, PixelFormat32bppRGB, reinterpret_cast<BYTE*>(pixels.data()));
     bitmap.Save((L"tidewell-" + name + L".png").c_str(), &kPng, nullptr);
   }

@@ -2,10 +2,10 @@
 
 #include <windows.h>
 
-#include <cstdint>
-#include <functional>
 #include <string>
 #include <vector>
+
+#include "support/painted_win.h"
 
 namespace check {
 
@@ -27,7 +27,9 @@ class PhysicalPixels {
 class Picture {
  public:
   /// Takes what a function paints.
-  Picture(int width, int height, const std::function<void(HDC)>& paint);
+  template <class Paint>
+  Picture(int width, int height, const Paint& paint)
+      : width_(width), height_(height), pixels_(support::Painted(width, height, paint)) {}
 
   /// Takes a part of the screen. Use it within PhysicalPixels.
   explicit Picture(const RECT& place);
@@ -41,7 +43,7 @@ class Picture {
 
  private:
   int width_, height_;
-  std::vector<std::uint32_t> pixels_;
+  std::vector<DWORD> pixels_;
 };
 
 /// Saves a picture of a place and its surroundings, as far as they are on a screen.

@@ -21,7 +21,7 @@ class Failure:
     ends_on: tuple = (7,)
 
 
-# What makes the program, and what never fails but for a lack of memory.
+# There is no program without these: if one fails, it ends with error 7, Out of memory.
 NEEDED = """
     _onexit calloc malloc realloc
     CreateMutexW CreateSemaphoreW FreeLibrary GetModuleHandleA GetModuleHandleW GetProcAddress LoadLibraryA ReleaseSemaphore
@@ -33,7 +33,7 @@ NEEDED = """
     SendMessageW SetTimer SetWindowLongW SetWindowTextW ShowWindow TranslateMessage wsprintfA
     """
 
-# What the program does without: readings, painting, the shell. It never ends on one of them.
+# It does without these: readings, painting, the shell. It never ends if one fails.
 NOT_NEEDED = """
     fwrite
     CloseHandle GetLocaleInfoW MultiByteToWideChar WideCharToMultiByte InitCommonControlsEx Shell_NotifyIconA
@@ -60,7 +60,7 @@ VARIANTS = {
     "ReadFile": {"reads nothing": Failure(1, 0, (57,))},
 }
 
-# Answers that Windows never gives for windows and handles that are there. They are tried all the same.
+# Answers that Windows never gives for windows and handles that are there. Not tried one by one.
 NEVER_GIVEN = {
     "DefWindowProcW": "for ever: it validates a window that is not painted",
     "DispatchMessageW": "for ever: it merely calls the window",
@@ -79,7 +79,7 @@ STAYS_BAD = {
     "BeginPaint, from the middle call on": "the last Moon stays: nothing can be painted over it",
 }
 
-# They answer always, or nothing that the program could do would help.
+# These cannot fail, or the program could do nothing about it.
 NEVER_FAIL = set("""
     DeleteCriticalSection EnterCriticalSection ExitProcess GetCurrentProcessId GetCurrentThreadId GetLastError GetLocalTime
     GetMessagePos GetStartupInfoW InitializeCriticalSection LeaveCriticalSection SetLastError SetUnhandledExceptionFilter Sleep TlsFree
@@ -88,7 +88,7 @@ NEVER_FAIL = set("""
     atan exit free memcpy memmove memset strcmp strlen strncmp tan wcslen
     """.split())
 
-# They fail together when something has run out, or is not there.
+# These fail together if something has run out or is not there.
 SETS = {
     "memory": ["malloc", "calloc", "realloc"],
     "GDI objects": ["CreateFontIndirectW", "GetDC", "BeginPaint"],

@@ -3,7 +3,7 @@
 import itertools
 from collections import Counter
 
-from bench.failures import FAILURES, SETS, VARIANTS
+from bench.failures import FAILURES, NEVER_GIVEN, SETS, VARIANTS
 from bench.faults import Case, Rule
 
 
@@ -26,8 +26,8 @@ def rules_of(name, functions, count, long, failure=None):
 
 
 def memory_calls(reference):
-    """The numbers of the calls for memory, each with whether it is a neighbour: one before it came in the same step at the
-    same distance from the same function."""
+    """Numbers the calls for memory, and tells which are neighbours: an earlier one came in the same step, as many such
+    calls after the same function."""
     quiet = set("free memcpy memmove memset strlen strcmp wcslen atan tan".split())
     number, step, last, distance, seen = 0, "", "", 0, set()
     for name in reference.journal:
@@ -52,9 +52,9 @@ def phases(reference, functions):
 
 
 def function_rules(reference, tried, long):
-    """Each function by itself, but for those that have been tried."""
+    """Each function alone, unless it was tried before."""
     called = Counter(reference.journal)
-    for name in sorted(called.keys() & FAILURES.keys() - tried - set(SETS["memory"])):
+    for name in sorted(called.keys() & FAILURES.keys() - NEVER_GIVEN.keys() - tried - set(SETS["memory"])):
         yield from rules_of(name, [name], called[name], long)
         for variant, failure in VARIANTS.get(name, {}).items():
             yield from rules_of(f"{name} {variant}", [name], called[name], long, failure)

@@ -1,13 +1,9 @@
-"""What became of the program in a run with calls that fail, measured by the run without."""
+"""What is wrong in a run with calls that fail, compared with a run without."""
 
 import re
 
 from bench.display import HEIGHT, WIDTH
 from bench.settings_file import FILE_WITHOUT_OPTIONS
-
-# Nothing lost; something named lost that is harmless or heals within a minute; ended by one box; something wrong that
-# stays; and what may never be: silent, invisible, stuck, busy, crashed, an icon left dead, a file damaged.
-VERDICTS = SAME, LESS, BOX, WRONG, WORST = "same", "less", "box", "wrong", "worst"
 
 # What is missing as long as a function is refused, and harms nobody.
 LOOK = {"window", "about-window"}
@@ -24,17 +20,8 @@ LOSES = {
 }
 
 
-def judge(case, reference, run):
-    """The verdict on a run, and what was seen."""
-    if told := [*worst(case, reference, run)]:
-        return WORST, ", ".join(told)
-    if run.status != 0:
-        return judge_box(case, reference, run)
-    return judge_life(case, reference, run)
-
-
 def worst(case, reference, run):
-    """What may never be."""
+    """What may never be: silent, invisible, stuck, busy, crashed, an icon left dead, a file damaged."""
     if run.status == "stuck":
         yield "stuck"
     for word in ("busy", "not ended", "crash"):
@@ -58,15 +45,17 @@ def worst(case, reference, run):
         yield f"exit status {run.status}"
 
 
-def judge_box(case, reference, run):
-    """Of a run that ended on an error."""
+def wrong(case, reference, run):
+    """What stays wrong. Nothing does if only harmless things are lost, if all heals within a minute, or if the program
+    ends by one box with the right error."""
+    if run.status == 0:
+        return [*wrong_in_life(case, reference, run)]
     boxes = run.told("box")
-    if not boxes:
-        return BOX, "refused"
-    if boxes == reference.told("box") and not any(differences(reference, run)):
-        return SAME, ""
     may_be = case.rule.ends_on() | numbers(reference)
-    return (BOX if len(boxes) == 1 and numbers(run) and numbers(run) <= may_be else WRONG), str(boxes)
+    same = boxes == reference.told("box") and not any(differences(reference, run))
+    if not boxes or same or (len(boxes) == 1 and numbers(run) and numbers(run) <= may_be):
+        return []
+    return [str(boxes)]
 
 
 def numbers(run):
@@ -74,28 +63,17 @@ def numbers(run):
     return {int(number) for number in re.findall(r"Run-time error '(\d+)':", str(run.told("box")))}
 
 
-def judge_life(case, reference, run):
+def wrong_in_life(case, reference, run):
     """Of a run that ended when it was asked to."""
     lost = set().union(*(LOSES.get(function, set()) for function in case.rule.functions))
     still_refused = set(moments_of_refusal(run)) if case.rule.last else set()
-    losses, healed, wrong = set(), set(), {}
     for moment, key, wanted, seen in differences(reference, run):
-        if moment.endswith("now") or moment in still_refused:
-            healed.add(key)
-        elif key in lost or harmless(key, wanted, seen) or (key == "window" and run.looks()[moment]["moon"] == "blank"):
-            losses.add(key)
-        else:
-            wrong.setdefault(key, f"{key} {seen!r} for {wanted!r} ({moment})")
-    for [step] in run.told("missed"):
-        if "missed" in lost:
-            losses.add(step)
-        else:
-            wrong[step] = f"missed {step}"
-    if wrong:
-        return WRONG, ", ".join(wrong.values())
-    again = [f"{step} once more" for [step] in run.told("again") if not losses]
-    seen = [*(f"without {key}" for key in sorted(losses)), *(f"{key} heals" for key in sorted(healed - losses)), *again]
-    return (LESS if seen else SAME), ", ".join(seen)
+        heals = moment.endswith("now") or moment in still_refused
+        blank = key == "window" and run.looks()[moment]["moon"] == "blank"
+        if not (heals or blank or key in lost or harmless(key, wanted, seen)):
+            yield f"{key} {seen!r} for {wanted!r} ({moment})"
+    if "missed" not in lost:
+        yield from (f"missed {step}" for [step] in run.told("missed"))
 
 
 def differences(reference, run):

@@ -1,14 +1,12 @@
 """Runs of a whole life of the program in which calls fail (native/scenario.cpp, native/faults.cpp)."""
 
-import contextlib
+import concurrent.futures
 import queue
 import shutil
 import subprocess
-import threading
 from dataclasses import dataclass
 
 from bench.failures import FAILURES, argument_bytes
-from bench.fault_verdict import judge
 from bench.program import IMAGE
 from bench.settings_file import FILE_WITHOUT_OPTIONS
 from bench.waiting import BOUND
@@ -32,7 +30,7 @@ class Rule:
 
 
 def write_rule(folder, rule):
-    """Has calls of the program in a folder fail; the stand-in for the shell must lie beside it."""
+    """Makes calls fail in the program of a folder. The folder also needs the stand-in for the shell."""
     lines = [f"{rule.first} {rule.last}\n"]
     for function in rule.functions:
         failure = rule.failure or FAILURES[function]
@@ -105,51 +103,24 @@ class Worker:
 
 
 class Trials:
-    """Runs of a program, several side by side, and the verdicts on them."""
+    """Runs of a program, several side by side."""
 
     def __init__(self, exe, tools, wines):
         self._workers = [Worker(exe, tools, wine) for wine in wines]
-        self._judged = {}
         self.references = {scenario: self._workers[0].run(Case(scenario)) for scenario in SCENARIOS}
 
     def run(self, cases):
-        """Yields (case, run) as they come."""
-        todo, done = queue.SimpleQueue(), queue.SimpleQueue()
-        for case in cases:
-            todo.put(case)
+        """Yields (case, run)."""
+        idle = queue.SimpleQueue()
+        for worker in self._workers:
+            idle.put(worker)
 
-        def work(worker):
+        def run_one(case):
+            worker = idle.get()
             try:
-                with contextlib.suppress(queue.Empty):
-                    while True:
-                        case = todo.get_nowait()
-                        done.put((case, worker.run(case)))
-                done.put(None)
-            except BaseException as problem:
-                done.put(problem)
+                return case, worker.run(case)
+            finally:
+                idle.put(worker)
 
-        threads = [threading.Thread(target=work, args=(worker,)) for worker in self._workers]
-        for thread in threads:
-            thread.start()
-        try:
-            for _ in threads:
-                while result := done.get():
-                    if isinstance(result, BaseException):
-                        raise result
-                    yield result
-        finally:
-            with contextlib.suppress(queue.Empty):
-                while True:
-                    todo.get_nowait()
-            for thread in threads:
-                thread.join()
-
-    def judge(self, cases):
-        """Yields (case, verdict, what was seen), those of earlier calls first."""
-        cases = list(cases)
-        for case in cases:
-            if case in self._judged:
-                yield case, *self._judged[case]
-        for case, run in self.run([case for case in cases if case not in self._judged]):
-            self._judged[case] = judge(case, self.references[case.scenario], run)
-            yield case, *self._judged[case]
+        with concurrent.futures.ThreadPoolExecutor(len(self._workers)) as pool:
+            yield from pool.map(run_one, cases)

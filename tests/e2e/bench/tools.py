@@ -29,28 +29,27 @@ def build_target(folder, name):
 
 
 def build(folder):
-    """Builds each helper that is older than its sources or this file. Returns their paths by name."""
+    """Builds each helper that is older than any source of helpers or this file. Returns their paths by name."""
     recipes = {
         "clock_preload.so": (LINUX_32, ["-ffreestanding", "-fPIC", "-shared", "-nostdlib"],
                              ["clock_preload.c"], ["-lgcc"]),
         "driver.exe": (WINDOWS, ["-std=c++20", "-static", f"-I{TESTS}"],
                        ["driver.cpp", TESTS / "support/other_windows_win.cpp"],
                        ["-loleacc", "-lole32", "-loleaut32", "-lshell32", "-luuid"]),
-        "shell32.dll": (WINDOWS, ["-std=c++20", "-static", "-shared"], 
+        "shell32.dll": (WINDOWS, ["-std=c++20", "-static", "-shared", f"-I{TESTS}"],
                         ["shell_stand_in.cpp", "faults.cpp", "scenario.cpp", "sight.cpp", "shell_stand_in.def"],
                         ["-Wl,--enable-stdcall-fixup", "-lgdi32"]),
         "shortcut.exe": (WINDOWS, ["-std=c++20", "-static"], ["shortcut.cpp"], []),
         "stepper.exe": (WINDOWS, ["-std=c++20", "-static", "-municode"], ["stepper.cpp"], []),
         "typewriter.exe": (WINDOWS, ["-std=c++20", "-static"], ["typewriter.cpp"], []),
     }
+    newest = max(path.stat().st_mtime for path in (Path(__file__), *NATIVE.iterdir(), *(TESTS / "support").iterdir()))
     for name, (compilers, options, sources, libraries) in recipes.items():
         target = folder / name
-        paths = [NATIVE / source for source in sources]
-        headers = [path.with_suffix(".h") for path in paths]
-        made_from = [Path(__file__), *paths, *filter(Path.exists, headers)]
-        if target.exists() and all(path.stat().st_mtime < target.stat().st_mtime for path in made_from):
+        if target.exists() and newest < target.stat().st_mtime:
             continue
         made = target.with_suffix(".new")
-        subprocess.run([compiler(compilers), *WARNINGS, *options, "-o", made, *paths, *libraries], check=True)
+        subprocess.run([compiler(compilers), *WARNINGS, *options, "-o", made,
+                        *(NATIVE / source for source in sources), *libraries], check=True)
         made.rename(target)
     return {name: folder / name for name in recipes}

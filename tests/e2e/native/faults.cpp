@@ -27,7 +27,7 @@ std::vector<const std::string*> journal;
 std::list<std::string> marks;
 DWORD programThread = 0;
 int benchAtWork = 0;
-bool toldOf = false;  // that a call failed since the bench was at work last
+bool refusalLogged = false;  // since the bench was last at work
 
 /// Machine code, appended to.
 class Code {
@@ -62,7 +62,7 @@ class Code {
   char* next_;
 };
 
-/// Returns the code that the call goes to.
+/// Returns where the call goes.
 extern "C" void* DecideCall(Import* import) {
   if (benchAtWork > 0 || GetCurrentThreadId() != programThread) {
     return import->target;
@@ -74,9 +74,9 @@ extern "C" void* DecideCall(Import* import) {
   if (import->failure != nullptr) {
     ++rule.calls;
     if (rule.calls >= rule.first && (rule.last == 0 || rule.calls <= rule.last)) {
-      if (!toldOf) {
+      if (!refusalLogged) {
         Log("refused\t" + import->name);
-        toldOf = true;
+        refusalLogged = true;
       }
       next = import->failure;
       nextError = import->error;
@@ -86,8 +86,8 @@ extern "C" void* DecideCall(Import* import) {
   return next;
 }
 
-// On the stack: the import, the caller's return address, the arguments. The decision takes the import's place, and the
-// call goes on there with every register as it was.
+// On the stack: the import, the return address, the arguments. The decision replaces the import, and `ret` jumps there
+// with every register as it was.
 extern "C" void ToDecide();
 __asm__(
     ".globl _ToDecide\n"
@@ -166,7 +166,7 @@ void RewriteImports(void* (*Supply)(const std::string& name)) {
 
 BenchAtWork::BenchAtWork() {
   ++benchAtWork;
-  toldOf = false;
+  refusalLogged = false;
 }
 BenchAtWork::~BenchAtWork() { --benchAtWork; }
 

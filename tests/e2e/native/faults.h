@@ -1,22 +1,22 @@
-// Calls of the program that fail on purpose: its import table leads every call through a thunk.
+// Makes calls of the program fail: its import table sends every call through a thunk.
 #pragma once
 
 #include <windows.h>
 
 #include <string>
 
-/// The program's own folder, with a name in it.
+/// The path of a file beside the program.
 std::wstring BesideTheProgram(const wchar_t* name);
 bool Exists(const wchar_t* name);
 
-/// Leads the program's imports through thunks that fail by the rule in the file "faults" beside the program. To be
-/// called before the program's entry point. `Supply` may replace a function; it returns null for the others.
+/// Sends the program's imports through thunks, which fail as the file "faults" beside the program says. Call it before
+/// the program's entry point. `Supply` may replace a function; it returns null for the others.
 ///
 /// The file: FIRST LAST, then for each function FUNCTION ARGUMENT_BYTES RESULT ERROR. Their calls are counted together;
 /// from call FIRST to call LAST (0: for ever) they pop their arguments, set the last error and return the result.
 void RewriteImports(void* (*Supply)(const std::string& name));
 
-/// Within its life no call is counted, and none fails: the bench itself is at work.
+/// While it lives, the calls are the bench's own: none is counted, and none fails.
 class BenchAtWork {
  public:
   BenchAtWork();

@@ -30,31 +30,22 @@ std::string scenario;
 
 // ---- clock and timers
 
-/// Noon and ten seconds of a day.
-SYSTEMTIME NoonOf(WORD year, WORD month, WORD day) {
+/// Noon and ten seconds of a day, as a file time.
+std::uint64_t NoonOf(WORD year, WORD month, WORD day) {
   SYSTEMTIME time{};
   time.wYear = year;
   time.wMonth = month;
   time.wDay = day;
   time.wHour = 12;
   time.wSecond = 10;
-  return time;
+  ULARGE_INTEGER noon{};
+  SystemTimeToFileTime(&time, reinterpret_cast<FILETIME*>(&noon));
+  return noon.QuadPart;
 }
 
-SYSTEMTIME clock = NoonOf(2024, 2, 28);
+std::uint64_t clock = NoonOf(2024, 2, 28);
 
-SYSTEMTIME Later(const SYSTEMTIME& time, std::uint64_t seconds) {
-  FILETIME file{};
-  SystemTimeToFileTime(&time, &file);
-  ULARGE_INTEGER number = {{.LowPart = file.dwLowDateTime, .HighPart = file.dwHighDateTime}};
-  number.QuadPart += seconds * kSecond;
-  file = {.dwLowDateTime = number.LowPart, .dwHighDateTime = number.HighPart};
-  SYSTEMTIME later{};
-  FileTimeToSystemTime(&file, &later);
-  return later;
-}
-
-void WINAPI SupplyGetLocalTime(SYSTEMTIME* time) { *time = clock; }
+void WINAPI SupplyGetLocalTime(SYSTEMTIME* time) { FileTimeToSystemTime(reinterpret_cast<FILETIME*>(&clock), time); }
 
 struct Timer {
   HWND window;
@@ -73,7 +64,7 @@ UINT_PTR WINAPI SupplySetTimer(HWND window, UINT_PTR id, UINT, TIMERPROC) {
 BOOL WINAPI SupplyKillTimer(HWND window, UINT_PTR id) { return std::erase(timers, Timer{window, id}) > 0; }
 
 void Tick(std::uint64_t seconds) {
-  clock = Later(clock, seconds);
+  clock += seconds * kSecond;
   for (const Timer& timer : timers) {
     PostMessageW(timer.window, WM_TIMER, timer.id, 0);
   }
@@ -202,7 +193,7 @@ std::size_t step = 0;
 int phase = 0;
 int tries = 0;
 unsigned callsBefore = 0;
-SYSTEMTIME slotEnd{};  // when the step ends, however often it was tried
+std::uint64_t slotEnd = 0;  // when the step ends, however often it was tried
 
 void EndAtOnce(const std::string& why, UINT status) {
   Log(why);
@@ -224,7 +215,7 @@ void GoOn() {
     }
     now.act();
     if (tries == 0) {
-      slotEnd = Later(clock, kSlot);
+      slotEnd = clock + kSlot * kSecond;
     }
   } else if (phase == 1) {
     See(name + " now");

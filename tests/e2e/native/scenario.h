@@ -22,7 +22,7 @@ struct TrayEntry {
 void BeginScenario();
 bool InScenario();
 
-/// What the scenario puts in the place of a function of the system, or null.
+/// Returns what replaces a function of the system in the scenario, or null.
 void* Supply(const std::string& name);
 
 /// What the shell of the scenario answers.

@@ -16,36 +16,26 @@
 #include <windows.h>
 
 #include <cstring>
-#include <string>
+#include <fstream>
+#include <vector>
 
 #include "faults.h"
 #include "scenario.h"
+#include "sight.h"
+#include "support/painted_win.h"
 
 namespace {
 
 constexpr COLORREF kMagenta = RGB(255, 0, 255);
 
-void DrawIconInto(DWORD* pixels, HICON icon) {
-  BITMAPINFO description{};
-  description.bmiHeader.biSize = sizeof description.bmiHeader;
-  description.bmiHeader.biWidth = kIconSize;
-  description.bmiHeader.biHeight = -kIconSize;  // top down
-  description.bmiHeader.biPlanes = 1;
-  description.bmiHeader.biBitCount = 32;
-  void* bits = nullptr;
-  const HDC dc = CreateCompatibleDC(nullptr);
-  const HBITMAP bitmap = CreateDIBSection(dc, &description, DIB_RGB_COLORS, &bits, nullptr, 0);
-  const HGDIOBJ former = SelectObject(dc, bitmap);
-  const HBRUSH magenta = CreateSolidBrush(kMagenta);
-  const RECT all = {0, 0, kIconSize, kIconSize};
-  FillRect(dc, &all, magenta);
-  DrawIconEx(dc, 0, 0, icon, kIconSize, kIconSize, 0, nullptr, DI_NORMAL);
-  GdiFlush();
-  std::memcpy(pixels, bits, sizeof(DWORD) * kIconSize * kIconSize);
-  DeleteObject(magenta);
-  SelectObject(dc, former);
-  DeleteObject(bitmap);
-  DeleteDC(dc);
+std::vector<DWORD> PixelsOf(HICON icon) {
+  return support::Painted(kIconSize, kIconSize, [&](HDC dc) {
+    const HBRUSH magenta = CreateSolidBrush(kMagenta);
+    const RECT all = {0, 0, kIconSize, kIconSize};
+    FillRect(dc, &all, magenta);
+    DrawIconEx(dc, 0, 0, icon, kIconSize, kIconSize, 0, nullptr, DI_NORMAL);
+    DeleteObject(magenta);
+  });
 }
 
 using NotifyIcon = BOOL(WINAPI*)(DWORD, void*);
@@ -56,25 +46,9 @@ BOOL CallTheRealOne(DWORD command, void* record) {
   return real != nullptr ? real(command, record) : FALSE;
 }
 
-void TickTheSouthernView() {
-  const HWND frame = FindWindowExW(FindWindowW(L"TidewellMoon", nullptr), nullptr, L"TidewellFrame", nullptr);
-  SendMessageW(FindWindowExW(frame, nullptr, nullptr, L"Enable Southern Hemisphere View"), BM_CLICK, 0, 0);
-}
-
-void LoadThePlantedLibrary() {
-  if (LoadLibraryW(L"planted.dll") != nullptr) {
-    CloseHandle(CreateFileW(BesideTheProgram(L"planted-loaded").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                            FILE_ATTRIBUTE_NORMAL, nullptr));
-  }
-}
-
 void Append(const TrayEntry& entry) {
-  const HANDLE file =
-      CreateFileW(BesideTheProgram(L"tray-calls").c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                  nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-  DWORD written = 0;
-  WriteFile(file, &entry, sizeof entry, &written, nullptr);
-  CloseHandle(file);
+  std::ofstream(BesideTheProgram(L"tray-calls").c_str(), std::ios::binary | std::ios::app)
+      .write(reinterpret_cast<const char*>(&entry), sizeof entry);
 }
 
 }  // namespace
@@ -85,15 +59,15 @@ extern "C" __declspec(dllexport) BOOL WINAPI Shell_NotifyIconA(DWORD command, vo
   std::memcpy(entry.record, record, kRecordSize);
   HICON icon = nullptr;
   std::memcpy(&icon, entry.record + 20, sizeof icon);
-  DrawIconInto(entry.pixels, icon);
-  if (Exists(L"planted.dll")) {
-    LoadThePlantedLibrary();
+  std::memcpy(entry.pixels, PixelsOf(icon).data(), sizeof entry.pixels);
+  if (Exists(L"planted.dll") && LoadLibraryW(L"planted.dll") != nullptr) {
+    std::ofstream(BesideTheProgram(L"planted-loaded").c_str());
   }
   if (Exists(L"tray-clicks")) {
-    TickTheSouthernView();
+    SendMessageW(Option(L"Enable Southern Hemisphere View"), BM_CLICK, 0, 0);
   }
   if (Exists(L"tray-ends-session")) {
-    SendMessageW(FindWindowW(L"TidewellMoon", nullptr), WM_ENDSESSION, TRUE, 0);
+    SendMessageW(Main(), WM_ENDSESSION, TRUE, 0);
   }
   const BOOL result = Exists(L"tray-refuses") ? FALSE
                       : InScenario()          ? AnswerOfTheShell(entry)

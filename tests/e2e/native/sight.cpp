@@ -1,16 +1,13 @@
 #include "sight.h"
 
-#include <cstdint>
+#include <algorithm>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "support/painted_win.h"
 
 namespace {
-
-std::uint64_t Hash(const void* bytes, std::size_t size) {
-  std::uint64_t hash = 14695981039346656037U;
-  for (const auto* byte = static_cast<const unsigned char*>(bytes); size > 0; ++byte, --size) {
-    hash = (hash ^ *byte) * 1099511628211U;
-  }
-  return hash;
-}
 
 /// Without a message to the window.
 std::string TextOf(HWND window) {
@@ -33,52 +30,26 @@ std::string PlaceOf(HWND window) {
          std::to_string(place.bottom);
 }
 
-/// The pixels of a window's inside, as they are on the screen.
-class Picture {
- public:
-  explicit Picture(HWND window) {
-    RECT inside{};
-    GetClientRect(window, &inside);
-    BITMAPINFOHEADER& header = description_.bmiHeader;
-    header.biSize = sizeof header;
-    header.biWidth = inside.right;
-    header.biHeight = inside.bottom;
-    header.biPlanes = 1;
-    header.biBitCount = 24;
+/// The hash of a window's pixels as they are on the screen, or "blank" if they are of one colour.
+std::string HashOfPixels(HWND window, const RECT& part) {
+  const int width = part.right - part.left;
+  const int height = part.bottom - part.top;
+  const std::vector<DWORD> pixels = support::Painted(width, height, [&](HDC dc) {
     const HDC from = GetDC(window);
-    const HDC to = CreateCompatibleDC(from);
-    const HBITMAP bitmap = CreateDIBSection(to, &description_, DIB_RGB_COLORS, &bits_, nullptr, 0);
-    const HGDIOBJ former = SelectObject(to, bitmap);
-    BitBlt(to, 0, 0, inside.right, inside.bottom, from, 0, 0, SRCCOPY);
-    GdiFlush();
-    rows_.assign(static_cast<char*>(bits_), static_cast<char*>(bits_) + RowSize() * inside.bottom);
-    SelectObject(to, former);
-    DeleteObject(bitmap);
-    DeleteDC(to);
+    BitBlt(dc, 0, 0, width, height, from, part.left, part.top, SRCCOPY);
     ReleaseDC(window, from);
-  }
+  });
+  const bool blank = std::ranges::count(pixels, pixels[0]) == std::ssize(pixels);
+  return blank ? "blank" : HashText(pixels.data(), pixels.size() * sizeof pixels[0]);
+}
 
-  std::string HashOfAll() const { return HashText(rows_.data(), rows_.size()); }
+std::string HashOfMoon(HWND main) { return HashOfPixels(main, {60, 20, 191, 151}); }
 
-  /// The hash of the Moon's square, or "blank" if it is of one colour.
-  std::string HashOfMoon() const {
-    constexpr int kLeft = 60;
-    constexpr int kTop = 20;
-    constexpr int kSide = 131;
-    std::string square;
-    for (int row = kTop; row < kTop + kSide && row < description_.bmiHeader.biHeight; ++row) {
-      square += rows_.substr(RowSize() * (description_.bmiHeader.biHeight - 1 - row) + 3 * kLeft, 3 * kSide);
-    }
-    return square.find_first_not_of(square[0]) == std::string::npos ? "blank" : HashText(square.data(), square.size());
-  }
-
- private:
-  std::size_t RowSize() const { return (description_.bmiHeader.biWidth * 3 + 3) / 4 * 4; }
-
-  BITMAPINFO description_{};
-  void* bits_ = nullptr;
-  std::string rows_;
-};
+std::string HashOfWindow(HWND window) {
+  RECT inside{};
+  GetClientRect(window, &inside);
+  return HashOfPixels(window, inside);
+}
 
 std::string Field(const char* key, const std::string& value) { return std::string("\t") + key + "=" + value; }
 
@@ -104,19 +75,17 @@ std::string WindowsAsSeen() {
                                           std::to_string(Ticked(L"Enable Southern Hemisphere View"))) +
                      Field("topmost", (GetWindowLongW(main, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0 ? "yes" : "no");
   if (Shown(main)) {
-    const Picture picture(main);
-    seen += Field("place", PlaceOf(main)) + Field("moon", picture.HashOfMoon()) + Field("window", picture.HashOfAll());
+    seen += Field("place", PlaceOf(main)) + Field("moon", HashOfMoon(main)) + Field("window", HashOfWindow(main));
   }
   if (Shown(About())) {
-    seen += Field("about-place", PlaceOf(About())) + Field("about-window", Picture(About()).HashOfAll());
+    seen += Field("about-place", PlaceOf(About())) + Field("about-window", HashOfWindow(About()));
   }
   return seen;
 }
 
 std::string HashText(const void* bytes, std::size_t size) {
-  char text[20];
-  wsprintfA(text, "%08x", static_cast<unsigned>(Hash(bytes, size)));
-  return text;
+  const std::string_view text(static_cast<const char*>(bytes), size);
+  return std::to_string(std::hash<std::string_view>()(text));
 }
 
 std::string Narrow(const std::wstring& text) {
