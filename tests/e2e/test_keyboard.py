@@ -4,7 +4,7 @@ import pytest
 
 from bench.driver import LEFT_DOWN, LEFT_UP, RIGHT_DOWN, RIGHT_UP, SW_SHOWMINNOACTIVE
 from bench.typewriter import Typewriter
-from bench.user import bring_to_front, choose, open_menu, show_about, wait_for_main
+from bench.user import bring_to_front, choose, open_menu, pass_a_minute, show_about, wait_for_main
 from bench.waiting import until
 
 
@@ -21,8 +21,7 @@ def button_down(program):
 
 def update(program):
     count = len(program.calls())
-    program.clock.advance(minutes=1)
-    program.hurry()
+    pass_a_minute(program)
     until(lambda: len(program.calls()) > count, "update")
 
 
@@ -94,8 +93,7 @@ def test_leaving_the_menu_gives_the_keyboard_back(program, typewriter):
 
 
 def test_a_minimised_start_does_not_take_the_keyboard(bench, start):
-    folder = bench.folder()
-    (folder / "tray-refuses").touch()  # Wine's tray would give the keyboard to a new icon
+    folder = bench.folder(marks=["tray-refuses"])  # Wine's tray would give the keyboard to a new icon
     other = Typewriter(bench)
     try:
         other.take_the_keyboard()

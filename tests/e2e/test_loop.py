@@ -1,14 +1,12 @@
 """The program ends at once, even inside a modal loop, and leaves nothing behind."""
 
-import datetime
-
 import pytest
 
 from bench.driver import (NIM_ADD, NIM_DELETE, RIGHT_UP, SC_KEYMENU, SC_MOVE, WM_CLOSE, WM_ENDSESSION, WM_QUIT,
                           WM_SYSCOMMAND)
 from bench.faults import Rule, write_rule
 from bench.program import SOUTH
-from bench.user import bring_to_front, see_the_box_and_end, show_about
+from bench.user import bring_to_front, fail, open_menu, see_the_box_and_end, see_the_end, show_about
 from bench.waiting import until
 
 
@@ -16,10 +14,7 @@ def test_wm_quit_takes_the_icon_away(program):
     program.click(SOUTH)
     program.settle()
     program.driver.post(program.main().hwnd, WM_QUIT)
-    assert program.wait_for_end() == 0
-    assert program.calls()[-1].command == NIM_DELETE
-    assert program.calls()[-1].succeeded
-    until(lambda: not program.display.docked_icons(), "tray without icons")
+    see_the_end(program)
 
 
 def test_a_timer_that_the_system_refuses_is_an_error(bench, start):
@@ -33,11 +28,11 @@ def test_a_timer_that_the_system_refuses_is_an_error(bench, start):
 
 # ---- inside the modal loops of the system: a move, a menu
 
-def drag(program):
-    x, y, width, _ = program.main().screen
+def drag(program, form="Tidewell"):
+    x, y, width, _ = program.top(form).screen
     program.display.press(x + width // 2, y + 10)
     program.display.point(x + width // 2 + 30, y + 40)
-    until(lambda: program.main().screen[:2] != [x, y], "window that follows the pointer")
+    until(lambda: program.top(form).screen[:2] != [x, y], "window that follows the pointer")
 
 
 def move_by_keyboard(program):
@@ -51,10 +46,7 @@ def move_by_keyboard(program):
 
 def drag_about(program):
     show_about(program)
-    x, y, width, _ = program.about().screen
-    program.display.press(x + width // 2, y + 10)
-    program.display.point(x + width // 2 + 30, y + 40)
-    until(lambda: program.about().screen[:2] != [x, y], "About box that follows the pointer")
+    drag(program, "About Moon")
 
 
 def open_system_menu(program):
@@ -70,7 +62,7 @@ def enter_system_menu(program):
     until(lambda: program.driver.input(program.main().hwnd).in_menu, "keyboard at the menu")
 
 
-STATES = [drag, move_by_keyboard, drag_about, open_system_menu, enter_system_menu]
+STATES = [drag, move_by_keyboard, drag_about, open_menu, open_system_menu, enter_system_menu]
 
 
 def close(program):
@@ -93,8 +85,7 @@ def busy(program, request):
 @pytest.mark.parametrize("busy", STATES, indirect=True)
 def test_it_ends_inside_a_modal_loop(busy, way, start):
     way(busy)
-    assert busy.wait_for_end() == 0
-    assert busy.calls()[-1].command == NIM_DELETE
+    see_the_end(busy)
     busy.display.let_go()
     start()  # nothing is left that would stop the next start
 
@@ -109,8 +100,6 @@ def test_exit_ends_it_during_a_move(busy):
 
 @pytest.mark.parametrize("busy", STATES, indirect=True)
 def test_an_error_shows_its_box_inside_a_modal_loop(busy):
-    busy.clock.set(busy.local(datetime.datetime(9999, 12, 30, 12, 0, 10)))
-    busy.hurry()
-    until(busy.message_box, "message box")
+    fail(busy)
     busy.display.let_go()
     see_the_box_and_end(busy, "Run-time error '5':\n\nInvalid procedure call or argument")

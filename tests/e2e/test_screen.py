@@ -3,8 +3,8 @@
 import pytest
 
 from bench.display import HEIGHT, WIDTH
-from bench.driver import LEFT_UP, RIGHT_UP, SC_MINIMIZE, SC_RESTORE, WM_DISPLAYCHANGE, WM_SYSCOMMAND
-from bench.user import choose, show_about, wait_for_main
+from bench.driver import LEFT_UP, RIGHT_UP, SC_RESTORE, WM_DISPLAYCHANGE, WM_SYSCOMMAND
+from bench.user import choose, hide, minimise, show_about, wait_for_main
 from bench.waiting import until
 
 ICON = {(0, 0, 128), (255, 255, 0)}  # the night sky and the Moon of the window's icon
@@ -50,6 +50,10 @@ def lose(program, form):
     assert program.top(form).screen[:2] == list(LOST)
 
 
+def change_the_screen(program, form="Tidewell"):
+    program.driver.send(program.top(form).hwnd, WM_DISPLAYCHANGE, 32, HEIGHT << 16 | WIDTH)
+
+
 def centred(window):
     x, y, width, height = window.screen
     return abs(2 * x + width - WIDTH) <= 1 and abs(2 * y + height - HEIGHT) <= 1
@@ -57,10 +61,9 @@ def centred(window):
 
 @pytest.mark.parametrize("show", ["click", "menu"])
 def test_a_lost_hidden_main_window_is_shown_in_the_middle(program, show):
-    program.tray_message(LEFT_UP)
-    wait_for_main(program, False)
+    hide(program)
     lose(program, "Tidewell")
-    program.driver.send(program.main().hwnd, WM_DISPLAYCHANGE, 32, HEIGHT << 16 | WIDTH)
+    change_the_screen(program)
     assert program.main().screen[:2] == list(LOST), "while it is hidden its screen may come back"
     program.tray_message(LEFT_UP) if show == "click" else choose(program, "Show Main Window")
     wait_for_main(program, True)
@@ -77,16 +80,15 @@ def test_a_lost_about_box_is_shown_in_the_middle(program):
 def test_a_window_that_loses_its_screen_moves_to_the_middle(program, form):
     show_about(program)
     lose(program, form)
-    program.driver.send(program.top(form).hwnd, WM_DISPLAYCHANGE, 32, HEIGHT << 16 | WIDTH)
+    change_the_screen(program, form)
     assert centred(program.top(form))
 
 
 def test_a_lost_minimised_window_is_restored_in_the_middle(program):
     lose(program, "Tidewell")
-    program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_MINIMIZE)
-    until(lambda: program.main().minimised, "minimised window")
+    minimise(program)
     minimised = program.main().screen
-    program.driver.send(program.main().hwnd, WM_DISPLAYCHANGE, 32, HEIGHT << 16 | WIDTH)
+    change_the_screen(program)
     assert program.main().screen == minimised
     program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_RESTORE)
     until(lambda: not program.main().minimised, "restored window")
@@ -97,7 +99,7 @@ def test_a_lost_minimised_window_is_restored_in_the_middle(program):
 def test_a_partly_visible_window_stays(program):
     x, y, width, height = program.main().screen
     program.driver.place(program.main().hwnd, WIDTH - 20, y, width, height)
-    program.driver.send(program.main().hwnd, WM_DISPLAYCHANGE, 32, HEIGHT << 16 | WIDTH)
+    change_the_screen(program)
     for shown in (False, True):
         program.tray_message(LEFT_UP)
         wait_for_main(program, shown)

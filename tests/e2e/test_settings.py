@@ -1,15 +1,12 @@
 """The settings file: nothing on disk is ever lost or half-written."""
 
-import contextlib
 import random
-import shutil
-import subprocess
 import time
 
 import pytest
 
 from bench.driver import BM_CLICK, DriverError
-from bench.program import RESTORE, SOUTH, THIRD
+from bench.program import RESTORE, SOUTH
 from bench.settings_file import AUTO_START, OPTIONS, RECORD, RECORD_SIZE, RESTORE_IN_TRAY, SOUTHERN_VIEW, TRUE
 from bench.user import tick
 from bench.waiting import until
@@ -23,12 +20,9 @@ def all_bytes(size):
 
 @pytest.mark.parametrize("size", [None, 0, 1, 8191, 8192, 8465, 8466, 100_000])
 def test_a_file_of_any_length_is_kept(bench, start, size):
-    folder = bench.folder()
-    path = folder / "vesk.dat"
     before = all_bytes(size or 0)
-    if size is not None:
-        path.write_bytes(before)
-    program = start(folder=folder)
+    program = start(bench.folder(settings=None if size is None else before))
+    path = program.folder / "vesk.dat"
     assert path.read_bytes() == before, "reading changes nothing"
     assert not program.control(SOUTH).checked
     tick(program, SOUTH)
@@ -39,33 +33,12 @@ def test_a_file_of_any_length_is_kept(bench, start, size):
 
 @pytest.mark.parametrize("stored, ticked", [(b"\xff\xff", True), (b"\x01\x00", False), (b"\xff\x00", False)])
 def test_only_minus_one_is_true(bench, start, stored, ticked):
-    folder = bench.folder()
-    (folder / "vesk.dat").write_bytes(bytes(RECORD + 266) + stored * 3 + bytes(2))
-    program = start(folder=folder)
+    program = start(bench.folder(settings=bytes(RECORD + 266) + stored * 3 + bytes(2)))
     assert bool(program.control(SOUTH).checked) == ticked
     assert not program.control(RESTORE).checked, "this box starts unticked, whatever is stored"
     icon = program.calls()[-1].icon
     program.close()
     assert (icon != start().calls()[-1].icon) == ticked
-
-
-def test_each_option_is_stored_separately(program):
-    path = program.folder / "vesk.dat"
-    tick(program, RESTORE)
-    assert path.read_bytes()[RESTORE_IN_TRAY:SOUTHERN_VIEW + 2] == TRUE + bytes(4)
-    tick(program, SOUTH)
-    assert path.read_bytes()[RESTORE_IN_TRAY:SOUTHERN_VIEW + 2] == TRUE + bytes(2) + TRUE
-    tick(program, RESTORE)
-    assert path.read_bytes()[RESTORE_IN_TRAY:SOUTHERN_VIEW + 2] == bytes(4) + TRUE
-
-
-def test_the_disabled_box_cannot_be_clicked(program):
-    tick(program, SOUTH)
-    before = (program.folder / "vesk.dat").read_bytes()
-    program.click(THIRD)
-    program.ticks()
-    assert program.control(THIRD).checked == 0
-    assert (program.folder / "vesk.dat").read_bytes() == before
 
 
 def test_another_programs_changes_between_two_clicks_are_kept(program):
@@ -100,28 +73,6 @@ def test_nobody_can_open_the_file_exclusively_while_the_program_runs(program):
         program.driver.hold(windows_path(program.folder / "vesk.dat"))
     tick(program, SOUTH)
     assert (program.folder / "vesk.dat").read_bytes()[SOUTHERN_VIEW:][:2] == TRUE
-
-
-@pytest.fixture
-def small_disk(tmp_path):
-    """A folder that is a file system of 16 MB."""
-    mount = shutil.which("mount")
-    if not mount or subprocess.run([mount, "-t", "tmpfs", "-o", "size=16m", "tmpfs", tmp_path], capture_output=True).returncode:
-        pytest.skip("this machine cannot mount a small file system")
-    yield tmp_path
-    subprocess.run(["umount", "--lazy", tmp_path], check=True)  # lazy: the bench still maps the clock there
-
-
-def test_a_full_disk_is_reported_and_leaves_the_file_as_it_was(bench, small_disk, start):
-    shutil.copytree(bench.folder(), small_disk, dirs_exist_ok=True)
-    program = start(folder=small_disk)
-    with open(small_disk / "filler", "wb", buffering=0) as filler, contextlib.suppress(OSError):
-        while filler.write(bytes(4096)):
-            pass
-    program.driver.post(program.control(SOUTH).hwnd, BM_CLICK)
-    text = "Run-time error '61':\n\nDisk full"
-    until(lambda: (box := program.message_box()) and text in box.texts, "message box for the full disk")
-    assert (small_disk / "vesk.dat").read_bytes() == b""
 
 
 @pytest.mark.parametrize("times", [10, pytest.param(200, marks=pytest.mark.long)])

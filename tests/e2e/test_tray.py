@@ -1,16 +1,13 @@
 """The icon in the tray: clicks, menu, tip, and a shell that restarts."""
 
-import datetime
-
 import pytest
 
 from bench.display import RIGHT
-from bench.driver import (LEFT_DOUBLE, LEFT_DOWN, LEFT_UP, NIM_ADD, NIM_DELETE, NIM_MODIFY, RIGHT_DOUBLE, RIGHT_DOWN,
-                          SC_MINIMIZE, WM_SYSCOMMAND)
+from bench.driver import LEFT_DOUBLE, LEFT_DOWN, LEFT_UP, NIM_ADD, NIM_DELETE, NIM_MODIFY, RIGHT_DOUBLE, RIGHT_DOWN
 from bench.oracle import wanted_report
 from bench.program import MAGENTA, RESTORE, phase_pictures
-from bench.user import ENTRIES, choose, open_menu, place_of, wait_for_main
-from bench.waiting import until, until_same
+from bench.user import choose, hide, minimise, open_menu, pass_a_minute, place_of, see_the_end, tick, wait_for_main
+from bench.waiting import until
 
 ELSEWHERE = (100, 100)
 
@@ -26,8 +23,7 @@ def test_left_clicks_hide_and_show_the_main_window(program):
 
 
 def test_a_left_click_restores_a_minimised_window(program):
-    program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_MINIMIZE)
-    until(lambda: program.main().minimised, "minimised window")
+    minimise(program)
     program.display.click(*program.icon_centre())
     until(lambda: not program.main().minimised, "window back on the screen")
     assert program.main().shown
@@ -45,27 +41,8 @@ def test_other_messages_of_the_icon_do_nothing(program, message):
 
 # ---- menu
 
-def test_the_menu_shows_its_entries(program):
-    menu = open_menu(program)
-    x, y, width, height = menu.screen
-    program.display.rest()
-    of_the_program = until_same(lambda: program.display.grab(x, y, width, height), "menu")
-    program.driver.keys("Escape")
-    until(lambda: program.menu() is None, "menu closed")
-    # A menu of the driver with the same entries looks the same.
-    program.driver.own_menu(x, y, *ENTRIES)
-    until(lambda: program.display.grab(x, y, width, height) == of_the_program, "menu with the same picture")
-
-
-def test_about_shows_the_about_box(program):
-    choose(program, "About")
-    until(lambda: program.about().shown, "About box")
-    assert program.main().shown
-
-
 def test_show_main_window_shows_it_and_never_hides_it(program):
-    program.display.click(*program.icon_centre())
-    wait_for_main(program, False)
+    hide(program)
     choose(program, "Show Main Window")
     wait_for_main(program, True)
     choose(program, "Show Main Window")
@@ -74,34 +51,12 @@ def test_show_main_window_shows_it_and_never_hides_it(program):
     assert program.main().shown
 
 
-def test_show_main_window_restores_a_minimised_one(program):
-    program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_MINIMIZE)
-    until(lambda: program.main().minimised, "minimised window")
-    choose(program, "Show Main Window")
-    until(lambda: not program.main().minimised and program.main().shown, "window back on the screen")
-
-
-def test_exit_ends_the_program_and_takes_the_icon_away(program):
+@pytest.mark.parametrize("ticked", [False, True])
+def test_exit_ends_the_program_and_takes_the_icon_away(program, ticked):
+    if ticked:
+        tick(program, RESTORE)
     choose(program, "Exit")
-    assert program.wait_for_end() == 0
-    assert program.calls()[-1].command == NIM_DELETE
-    assert program.calls()[-1].succeeded
-    until(lambda: not program.display.docked_icons(), "tray without icons")
-
-
-def test_exit_ends_it_with_restore_in_system_tray_ticked(program):
-    program.click(RESTORE)
-    until(lambda: program.control(RESTORE).checked, "tick")
-    choose(program, "Exit")
-    assert program.wait_for_end() == 0
-
-
-def test_escape_closes_the_menu(program):
-    open_menu(program)
-    program.driver.keys("Escape")
-    until(lambda: program.menu() is None, "menu closed")
-    assert program.main().shown
-    assert not program.about().shown
+    see_the_end(program)
 
 
 def test_a_click_elsewhere_closes_the_menu(program):
@@ -118,17 +73,6 @@ def test_a_right_click_on_an_entry_does_nothing(program):
     assert not program.ended
     choose(program, "About")
     until(lambda: program.about().shown, "About box")
-
-
-def test_the_menu_works_by_keyboard(program):
-    open_menu(program)
-    program.driver.keys("Down", "Enter")
-    until(lambda: program.about().shown, "About box")
-    program.driver.keys("Escape")
-    until(lambda: not program.about().shown, "About box hidden")
-    open_menu(program)
-    program.driver.keys("Up", "Enter")
-    assert program.wait_for_end() == 0
 
 
 def test_with_the_menu_open_a_click_on_the_icon_does_not_hide_the_window(program):
@@ -179,79 +123,65 @@ def test_the_icon_in_the_tray_shows_the_phase_picture(program):
 
 # ---- the shell
 
+def announce_a_new_shell(program):
+    program.driver.broadcast("TaskbarCreated")
+
+
+@pytest.fixture(params=[pass_a_minute, announce_a_new_shell])
+def event(request):
+    """After it the program has tried again to add its icon."""
+    return request.param
+
+
 def lose_the_icon(program):
     """Removes the icon, as the end of the shell does."""
     assert program.driver.notify(NIM_DELETE, program.about().hwnd)
     until(lambda: not program.display.docked_icons(), "tray without icons")
 
 
-def test_a_new_shell_gets_the_icon_again(program):
+@pytest.mark.parametrize("hidden", [False, True])
+def test_a_new_shell_gets_the_icon_again(program, event, hidden):
+    if hidden:
+        hide(program)
     lose_the_icon(program)
-    program.driver.broadcast("TaskbarCreated")
+    event(program)
     until(program.display.docked_icons, "icon in the tray")
     modified, added = program.calls()[-2:]
     assert (modified.command, modified.succeeded) == (NIM_MODIFY, False)
     assert (added.command, added.succeeded) == (NIM_ADD, True)
     assert added.tip == modified.tip
     program.display.click(*program.icon_centre())
-    wait_for_main(program, False)
-
-
-def test_a_new_shell_gets_the_icon_of_a_hidden_program(program):
-    program.display.click(*program.icon_centre())
-    wait_for_main(program, False)
-    lose_the_icon(program)
-    program.driver.broadcast("TaskbarCreated")
-    program.display.click(*program.icon_centre())
-    wait_for_main(program, True)
+    wait_for_main(program, hidden)
 
 
 def test_a_shell_that_kept_the_icon_gets_no_second_one(program):
     count = len(program.calls())
-    program.driver.broadcast("TaskbarCreated")
+    announce_a_new_shell(program)
     until(lambda: len(program.calls()) > count, "tray call")
     program.settle()
     assert [(call.command, call.succeeded) for call in program.calls()[count:]] == [(NIM_MODIFY, True)]
     assert len(program.display.docked_icons()) == 1
 
 
-def test_a_silently_lost_icon_is_back_with_the_next_minute(program):
-    lose_the_icon(program)
-    program.clock.advance(minutes=1)
-    program.hurry()
-    until(program.display.docked_icons, "icon in the tray")
-
-
 @pytest.fixture
 def without_shell(start, bench):
     """A program whose shell is not there yet."""
-    folder = bench.folder()
-    (folder / "tray-refuses").touch()
-    return start(folder)
+    return start(bench.folder(marks=["tray-refuses"]))
 
 
-def test_a_late_shell_gets_the_icon_with_the_next_minute(without_shell):
+def test_a_late_shell_gets_the_icon(without_shell, event):
     program = without_shell
-    assert program.calls()[0].command == NIM_ADD
-    assert not program.calls()[0].succeeded
+    assert (program.calls()[0].command, program.calls()[0].succeeded) == (NIM_ADD, False)
     assert not program.display.docked_icons()
     program.refuse_tray_calls(False)
-    program.clock.advance(minutes=1)
-    program.hurry()
+    event(program)
     until(program.display.docked_icons, "icon in the tray")
     assert (program.calls()[-1].command, program.calls()[-1].succeeded) == (NIM_ADD, True)
 
 
-def test_a_late_shell_that_broadcasts_gets_the_icon_at_once(without_shell):
-    without_shell.refuse_tray_calls(False)
-    without_shell.driver.broadcast("TaskbarCreated")
-    until(without_shell.display.docked_icons, "icon in the tray")
-
-
 def test_without_a_shell_the_program_still_works(without_shell):
     program = without_shell
-    program.clock.advance(minutes=1)
-    program.hurry()
+    pass_a_minute(program)
     until(lambda: len(program.calls()) >= 4, "more tries")
     assert not any(call.succeeded for call in program.calls())
     assert program.main().shown
@@ -268,26 +198,10 @@ def test_without_an_icon_the_window_is_minimised_instead_of_hidden(without_shell
 
 
 def test_a_hidden_window_that_loses_its_icon_is_minimised(program):
-    program.display.click(*program.icon_centre())
-    wait_for_main(program, False)
+    hide(program)
     program.refuse_tray_calls(True)
-    program.clock.advance(minutes=1)
-    program.hurry()
+    pass_a_minute(program)
     until(lambda: program.main().minimised and program.main().shown, "minimised window")
     program.refuse_tray_calls(False)
-    program.clock.advance(minutes=1)
-    program.hurry()
+    pass_a_minute(program)
     wait_for_main(program, False)
-
-
-def test_while_the_program_ends_a_new_shell_gets_no_icon(program):
-    """The box of a run-time error is open, the icon is gone, the windows still exist."""
-    program.clock.set(program.local(datetime.datetime(9999, 12, 30, 12, 0, 10)))
-    program.hurry()
-    until(program.message_box, "message box")
-    until(lambda: program.calls()[-1].command == NIM_DELETE, "icon removed")
-    count = len(program.calls())
-    program.driver.broadcast("TaskbarCreated")
-    program.settle()
-    assert len(program.calls()) == count
-    assert not program.display.docked_icons()

@@ -4,37 +4,23 @@
 #include <oleacc.h>
 #include <tlhelp32.h>
 
+#include <filesystem>
+
 namespace support {
 
 namespace {
 
 constexpr UINT kPatience = 20000;  // ms
 
-struct Gathering {
-  DWORD process;
+BOOL CALLBACK Gather(HWND window, LPARAM windows) {
+  reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
+  return TRUE;
+}
+
+std::vector<HWND> TopLevelWindows() {
   std::vector<HWND> windows;
-};
-
-BOOL CALLBACK GatherTopLevel(HWND window, LPARAM parameter) {
-  auto& gathering = *reinterpret_cast<Gathering*>(parameter);
-  DWORD process = 0;
-  GetWindowThreadProcessId(window, &process);
-  if (process == gathering.process) {
-    gathering.windows.push_back(window);
-  }
-  return TRUE;
-}
-
-BOOL CALLBACK GatherChild(HWND window, LPARAM parameter) {
-  reinterpret_cast<Gathering*>(parameter)->windows.push_back(window);
-  return TRUE;
-}
-
-BOOL CALLBACK GatherTip(HWND window, LPARAM parameter) {
-  if (IsWindowVisible(window) != FALSE && ClassOf(window) == L"tooltips_class32") {
-    reinterpret_cast<std::vector<std::wstring>*>(parameter)->push_back(TextOf(window));
-  }
-  return TRUE;
+  EnumWindows(Gather, reinterpret_cast<LPARAM>(&windows));
+  return windows;
 }
 
 std::optional<std::wstring> NameAndRelease(IAccessible* object, const VARIANT& child) {
@@ -49,18 +35,12 @@ std::optional<std::wstring> NameAndRelease(IAccessible* object, const VARIANT& c
 }  // namespace
 
 std::string Utf8(const std::wstring& text) {
-  const int length =
-      WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0, nullptr, nullptr);
-  std::string bytes(static_cast<std::size_t>(length), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes.data(), length, nullptr, nullptr);
-  return bytes;
+  const std::u8string bytes = std::filesystem::path(text).u8string();
+  return {bytes.begin(), bytes.end()};
 }
 
 std::wstring Wide(const std::string& bytes) {
-  const int length = MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()), nullptr, 0);
-  std::wstring text(static_cast<std::size_t>(length), L'\0');
-  MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()), text.data(), length);
-  return text;
+  return std::filesystem::path(std::u8string(bytes.begin(), bytes.end())).wstring();
 }
 
 std::optional<LRESULT> Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -93,14 +73,16 @@ RECT PlaceOf(HWND window) {
 }
 
 std::vector<HWND> WindowsOf(DWORD process) {
-  Gathering top = {.process = process, .windows = {}};
-  EnumWindows(GatherTopLevel, reinterpret_cast<LPARAM>(&top));
-  Gathering all = {.process = process, .windows = {}};
-  for (const HWND window : top.windows) {
-    all.windows.push_back(window);
-    EnumChildWindows(window, GatherChild, reinterpret_cast<LPARAM>(&all));
+  std::vector<HWND> found;
+  for (const HWND top : TopLevelWindows()) {
+    DWORD owner = 0;
+    GetWindowThreadProcessId(top, &owner);
+    if (owner == process) {
+      found.push_back(top);
+      EnumChildWindows(top, Gather, reinterpret_cast<LPARAM>(&found));
+    }
   }
-  return all.windows;
+  return found;
 }
 
 std::vector<DWORD> ProcessesOf(const std::wstring& image) {
@@ -140,7 +122,11 @@ std::optional<std::wstring> AccessibleNameAt(POINT place) {
 
 std::vector<std::wstring> ShownTips() {
   std::vector<std::wstring> tips;
-  EnumWindows(GatherTip, reinterpret_cast<LPARAM>(&tips));
+  for (const HWND window : TopLevelWindows()) {
+    if (IsWindowVisible(window) != FALSE && ClassOf(window) == L"tooltips_class32") {
+      tips.push_back(TextOf(window));
+    }
+  }
   return tips;
 }
 

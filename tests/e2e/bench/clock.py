@@ -1,25 +1,26 @@
 """The movable clock of one program (native/clock_preload.c reads it)."""
 
+import ctypes
 import datetime
 import mmap
 import os
-import struct
 
 UTC = datetime.timezone.utc
 EPOCH = datetime.datetime(1970, 1, 1, tzinfo=UTC)
 
 
+class _File(ctypes.Structure):
+    _fields_ = [("version", ctypes.c_uint32), ("readings", ctypes.c_uint32), ("microseconds", ctypes.c_int64)]
+
+
 class Clock:
     """Stands still at an instant until it is moved."""
 
-    _LAYOUT = struct.Struct("<IIq")  # version, readings, microseconds since the epoch
-
     def __init__(self, path, at):
-        path.write_bytes(bytes(self._LAYOUT.size))
+        path.write_bytes(bytes(ctypes.sizeof(_File)))
         self.path = path
         with open(path, "r+b") as file:
-            self._file = mmap.mmap(file.fileno(), self._LAYOUT.size)
-        self._version = 0
+            self._file = _File.from_buffer(mmap.mmap(file.fileno(), 0))
         self.set(at)
 
     def environment(self, preload):
@@ -31,11 +32,9 @@ class Clock:
     def set(self, at):
         """Moves the clock to an instant, a datetime with a zone."""
         self.at = at.astimezone(UTC)
-        microseconds = (self.at - EPOCH) // datetime.timedelta(microseconds=1)
-        struct.pack_into("<I", self._file, 0, self._version + 1)  # odd: being written
-        struct.pack_into("<q", self._file, 8, microseconds)
-        self._version += 2
-        struct.pack_into("<I", self._file, 0, self._version)
+        self._file.version += 1  # odd: being written
+        self._file.microseconds = (self.at - EPOCH) // datetime.timedelta(microseconds=1)
+        self._file.version += 1
 
     def advance(self, **time):
         """Moves the clock by timedelta(**time)."""
@@ -44,4 +43,4 @@ class Clock:
     @property
     def readings(self):
         """How often the program has read the clock."""
-        return struct.unpack_from("<I", self._file, 4)[0]
+        return self._file.readings

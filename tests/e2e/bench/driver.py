@@ -1,4 +1,4 @@
-"""Requests to the helper program inside Windows (native/driver.cpp, which lists them)."""
+"""Requests to the helper program inside Windows (native/driver.cpp)."""
 
 import contextlib
 import functools
@@ -17,8 +17,10 @@ WM_QUIT, WM_DISPLAYCHANGE = 0x12, 0x7E
 BM_CLICK, BM_GETSTATE, BM_SETSTATE, BST_PUSHED = 0xF5, 0xF2, 0xF3, 4
 SC_MOVE, SC_MINIMIZE, SC_CLOSE, SC_KEYMENU, SC_RESTORE = 0xF010, 0xF020, 0xF060, 0xF100, 0xF120
 LEFT_DOWN, LEFT_UP, RIGHT_DOWN, RIGHT_UP = 513, 514, 516, 517
-SW_HIDE, SW_SHOWMINIMIZED, SW_MINIMIZE, SW_SHOWMINNOACTIVE, SW_FORCEMINIMIZE = 0, 2, 6, 7, 11
+SW_HIDE, SW_SHOWMINIMIZED, SW_MAXIMIZE, SW_MINIMIZE, SW_SHOWMINNOACTIVE, SW_FORCEMINIMIZE = 0, 2, 3, 6, 7, 11
 LEFT_DOUBLE, RIGHT_DOUBLE = 515, 518
+RDW_ALL = 1 | 4 | 0x80 | 0x100 | 0x400  # invalidate, erase, the children, at once, the frame
+SWP_NOZORDER, SWP_NOACTIVATE = 4, 16
 NIM_ADD, NIM_MODIFY, NIM_DELETE = 0, 1, 2
 VK = {"Tab": 9, "Enter": 13, "Shift": 16, "Alt": 18, "Escape": 27, "Space": 32, "Up": 38, "Right": 39, "Down": 40,
       "F4": 115}
@@ -78,7 +80,7 @@ class Driver:
                 for window in self.ask("windows", pid)]
 
     def send(self, hwnd, message, wparam=0, lparam=0):
-        """SendMessage: returns when the window has handled it."""
+        """SendMessage: returns when the window has handled it; gives up after 20 s."""
         return self.ask("send", hwnd, message, wparam, lparam)
 
     def post(self, hwnd, message, wparam=0, lparam=0):
@@ -94,16 +96,12 @@ class Driver:
         return self.ask("broadcast", name)
 
     def notify(self, command, hwnd):
-        """Shell_NotifyIcon for Tidewell's icon, by the window that owns it."""
+        """Shell_NotifyIcon for icon 1 of a window."""
         return self.ask("notify", command, hwnd)
 
     def input(self, hwnd):
         """The focus of a window's thread, the foreground window, and in_menu: whether the thread is in a menu."""
         return SimpleNamespace(**self.ask("input", hwnd))
-
-    def accessible_name(self, hwnd):
-        """The name that a screen reader gets (MSAA)."""
-        return self.ask("accessible", hwnd)
 
     def tips(self):
         """Texts of the tooltips on the screen."""
@@ -114,8 +112,8 @@ class Driver:
         return SimpleNamespace(**self.ask("handles", pid))
 
     def redraw(self, hwnd):
-        """Repaints a window and its children."""
-        return self.ask("redraw", hwnd)
+        """Repaints a window and its children, at once."""
+        return self.ask("redraw", hwnd, 0, 0, RDW_ALL)
 
     def to_front(self, hwnd):
         """Brings a window of another program to the foreground."""
@@ -123,7 +121,7 @@ class Driver:
 
     def place(self, hwnd, x, y, width, height):
         """Moves and sizes a window, even off the screen."""
-        return self.ask("place", hwnd, x, y, width, height)
+        return self.ask("place", hwnd, 0, x, y, width, height, SWP_NOZORDER | SWP_NOACTIVATE)
 
     def hold(self, path, share=0):
         """Opens a file (a Windows path) until release(), exclusively unless a share mode is given."""
@@ -140,7 +138,3 @@ class Driver:
     def end(self, pid):
         """Kills a process."""
         return self.ask("end", pid)
-
-    def own_menu(self, x, y, *entries):
-        """Shows a menu of the driver until the next request."""
-        return self.ask("menu", x, y, "|".join(entries))

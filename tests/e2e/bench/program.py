@@ -7,7 +7,6 @@ import json
 import shutil
 import struct
 import zoneinfo
-from dataclasses import dataclass
 from types import SimpleNamespace
 
 from bench.clock import Clock
@@ -25,34 +24,21 @@ PICTURE_SIZE = 16
 MAGENTA = (255, 0, 255)
 
 
-@dataclass
 class TrayCall:
-    """One call of Shell_NotifyIconA, with the program's record."""
-
-    command: int
-    succeeded: bool
-    record: bytes
-    pixels: bytes
+    """One call of Shell_NotifyIconA, with the program's record, as native/shell_stand_in.cpp writes it."""
 
     LENGTH = 8 + 88 + 4 * PICTURE_SIZE * PICTURE_SIZE
 
-    @classmethod
-    def parse(cls, entry):
-        command, result = struct.unpack_from("<II", entry)
-        return cls(command, result != 0, entry[8:96], entry[96:])
-
-    def __post_init__(self):
-        self.size, self.hwnd, self.id, self.flags, self.message = struct.unpack_from("<5I", self.record)
-
-    @property
-    def tip(self):
-        """The tip with its padding."""
-        return self.record[24:].decode("cp1252")
+    def __init__(self, entry):
+        self.command, result, self.size, self.hwnd, self.id, self.flags, self.message = struct.unpack_from("<7I", entry)
+        self.succeeded = result != 0
+        self.tip = entry[32:96].decode("cp1252")  # with its padding
+        self._pixels = entry[96:]
 
     @property
     def icon(self):
         """The number of the phase picture in the icon; None for any other picture."""
-        picture = tuple((p[2], p[1], p[0]) for p in struct.iter_unpack("4B", self.pixels))
+        picture = tuple((p[2], p[1], p[0]) for p in struct.iter_unpack("4B", self._pixels))
         return phase_pictures().get(picture)
 
 
@@ -201,7 +187,7 @@ class Program:
     def calls(self):
         path = self.folder / "tray-calls"
         data = path.read_bytes() if path.exists() else b""
-        return [TrayCall.parse(data[at:at + TrayCall.LENGTH])
+        return [TrayCall(data[at:at + TrayCall.LENGTH])
                 for at in range(0, len(data) - TrayCall.LENGTH + 1, TrayCall.LENGTH)]
 
     def refuse_tray_calls(self, refuse):
@@ -267,13 +253,18 @@ class Bench:
         self.running = []
         self._numbers = itertools.count(1)
 
-    def folder(self, recorded=True):
-        """A new folder with a copy of Tidewell.exe; recorded adds the stand-in for the shell."""
+    def folder(self, recorded=True, settings=None, marks=()):
+        """A new folder with a copy of Tidewell.exe and a settings file; recorded adds the stand-in for the shell, and
+        marks are its files (native/shell_stand_in.cpp)."""
         folder = self.folders.programs / f"{next(self._numbers):03}"
         folder.mkdir()
         shutil.copy(self.exe, folder / IMAGE)
         if recorded:
             shutil.copy(self.tools["shell32.dll"], folder)
+        if settings is not None:
+            (folder / "vesk.dat").write_bytes(settings)
+        for mark in marks:
+            (folder / mark).touch()
         return folder
 
     def start(self, folder=None, zone="UTC", locale="en_US", at=START, recorded=True, wait=True, wish=None):

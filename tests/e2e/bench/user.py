@@ -1,7 +1,9 @@
 """What a user does and sees, in several steps: menu, windows, options, picture, message box."""
 
+import datetime
+
 from bench.display import RIGHT
-from bench.driver import BM_CLICK, WM_TIMER
+from bench.driver import BM_CLICK, NIM_DELETE, SC_MINIMIZE, WM_SYSCOMMAND, WM_TIMER
 from bench.waiting import until, until_same
 
 ENTRIES = ["About", "Show Main Window", "Exit"]
@@ -28,11 +30,29 @@ def wait_for_main(program, shown):
     until(lambda: program.main().shown == shown, f"main window {'shown' if shown else 'hidden'}")
 
 
+def hide(program):
+    """Clicks on the icon."""
+    program.display.click(*program.icon_centre())
+    wait_for_main(program, False)
+
+
+def minimise(program):
+    program.driver.post(program.main().hwnd, WM_SYSCOMMAND, SC_MINIMIZE)
+    until(lambda: program.main().minimised, "minimised window")
+
+
 def bring_to_front(program):
     """Clicks the main window's title bar; waits until it has the keyboard."""
     x, y, width, _ = program.main().screen
     program.display.click(x + width // 2, y + 10)
     until(lambda: program.foreground() == program.main().hwnd, "keyboard")
+
+
+def bring_to_the_corner(program):
+    """Moves the main window out from under the place of a message box."""
+    x, y, width, _ = program.main().screen
+    program.display.drag((x + width // 2, y + 10), (width // 2 + 20, 30))
+    until(lambda: program.main().screen[0] == 20, "main window in the corner")
 
 
 def focus(program, form="Tidewell"):
@@ -47,6 +67,18 @@ def show_about(program):
     until(lambda: program.about().shown and program.foreground() == program.about().hwnd, "About box with the keyboard")
 
 
+def pass_a_minute(program):
+    program.clock.advance(minutes=1)
+    program.hurry()
+
+
+def fail(program):
+    """Causes a run-time error, at the end of the calendar; returns its box."""
+    program.clock.set(program.local(datetime.datetime(9999, 12, 30, 12, 0, 10)))
+    program.hurry()
+    return until(program.message_box, "message box")
+
+
 def tick(program, box):
     """Clicks an option; returns when it is handled."""
     program.driver.send(program.control(box).hwnd, BM_CLICK)
@@ -59,6 +91,14 @@ def moon(program):
     program.driver.redraw(program.main().hwnd)
     x, y = program.main().client_origin
     return until_same(lambda: program.display.grab(x + 60, y + 20, 131, 131), "picture of the Moon")
+
+
+def see_the_end(program):
+    """The program ends well, and its last act takes the icon away."""
+    assert program.wait_for_end() == 0
+    assert program.calls()[-1].command == NIM_DELETE
+    assert program.calls()[-1].succeeded
+    until(lambda: not program.display.docked_icons(), "tray without icons")
 
 
 def see_the_box_and_end(program, text):

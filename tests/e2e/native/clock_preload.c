@@ -37,23 +37,16 @@ struct time64 {
 static struct clock_file* the_clock;
 
 __attribute__((constructor)) static void map_clock(void) {
-  const char* name = getenv("TIDEWELL_E2E_CLOCK");
-  int file = name ? open(name, open_read_write | close_on_exec) : -1;
-  if (file < 0) return;
-  void* mapped = mmap(NULL, sizeof *the_clock, protection_read_write, map_shared, file, 0);
-  if (mapped != (void*)-1) the_clock = mapped;
+  int file = open(getenv("TIDEWELL_E2E_CLOCK"), open_read_write | close_on_exec);
+  the_clock = mmap(NULL, sizeof *the_clock, protection_read_write, map_shared, file, 0);
   close(file);
 }
 
 /* Microseconds since 1970. */
 static int64_t now(void) {
-  struct time64 real;
   uint32_t version;
   int64_t microseconds;
-  if (!the_clock) {
-    syscall(call_clock_gettime64, clock_realtime, &real);
-    return real.seconds * 1000000 + real.fraction / 1000;
-  }
+  if (!the_clock) return 0; /* asked before the constructor */
   __atomic_add_fetch(&the_clock->readings, 1, __ATOMIC_RELAXED);
   do {
     version = the_clock->version;

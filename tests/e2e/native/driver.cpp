@@ -1,29 +1,7 @@
 // The bench's hands and eyes inside Windows: acts on Tidewell's windows from outside.
 //
-// Reads one request a line and answers each with one line of JSON: {"error": ...} if it is unknown or fails. With
-// arguments it answers that one request and ends. Numbers are decimal.
-//
-//   processes NAME            ids of the processes of the image NAME
-//   windows PID               every window of a process, parents before children
-//   send HWND MSG W L         SendMessage; gives up after 20 s
-//   post HWND MSG W L         PostMessage
-//   signal HWND MSG W L       SendNotifyMessage, as the shell sends an icon's messages
-//   broadcast NAME            posts the registered message NAME to all top-level windows
-//   notify COMMAND HWND       Shell_NotifyIcon for icon 1 of a window
-//   input HWND                the focus of the window's thread, whether it is in a menu, and the foreground window
-//   accessible HWND           MSAA name
-//   tips                      texts of the shown tooltips of every process
-//   handles PID               the numbers of kernel handles, GDI objects and windows of a process
-//   redraw HWND               RedrawWindow, at once, with the window's children
-//   front HWND                SetForegroundWindow
-//   place HWND X Y W H        moves and sizes a window, without activating it
-//   hold SHARE PATH           opens a file with a share mode, 0 for exclusively; releases the one held before
-//   release                   releases it
-//   locale                    the user's month names, day markers and decimal separator
-//   keys KEY KEY...           presses keys one after the other; KEY is a virtual-key code, or several to hold
-//                             together, joined by +
-//   end PID                   kills a process
-//   menu X Y TEXT|TEXT|...    shows a menu at X, Y until the next request, to compare pictures with
+// Reads one request a line and answers each with one line of JSON: {"error": ...} if it is unknown or fails. With an
+// argument it answers that one request and ends. Numbers are decimal. bench/driver.py says what the requests do.
 
 #include <windows.h>
 // After windows.h, which they build on.
@@ -32,9 +10,13 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iostream>
 #include <map>
 #include <sstream>
+#include <stdexcept>
 #include <string>
+#include <tuple>
+#include <type_traits>
 #include <vector>
 
 #include "support/other_windows_win.h"
@@ -45,7 +27,7 @@ using namespace support;  // NOLINT(google-build-using-namespace): used througho
 
 // ---- JSON
 
-std::string Quoted(const std::wstring& text) {
+std::string Json(const std::wstring& text) {
   std::string json = "\"";
   for (const char c : Utf8(text)) {
     if (c == '"' || c == '\\') {
@@ -61,18 +43,33 @@ std::string Quoted(const std::wstring& text) {
   return json + "\"";
 }
 
-std::string Quoted(const std::string& text) { return Quoted(Wide(text)); }
+std::string Json(HWND window) { return std::to_string(reinterpret_cast<std::uintptr_t>(window)); }
 
-std::string Number(HWND window) { return std::to_string(reinterpret_cast<std::uintptr_t>(window)); }
+template <class Number>
+requires std::is_arithmetic_v<Number> std::string Json(Number number) { return std::to_string(number); }
 
-std::string Truth(bool value) { return value ? "true" : "false"; }
-
-std::string Array(const std::vector<std::string>& items) {
+template <class Item>
+std::string Json(const std::vector<Item>& items) {
   std::string json;
-  for (const std::string& item : items) {
-    json += (json.empty() ? "" : ", ") + item;
+  for (const Item& item : items) {
+    json += (json.empty() ? "" : ", ") + Json(item);
   }
   return "[" + json + "]";
+}
+
+std::string Json(const RECT& place) {
+  return Json(std::vector{place.left, place.top, place.right - place.left, place.bottom - place.top});
+}
+
+[[noreturn]] void Refuse(const std::string& why) {
+  throw std::runtime_error(why + ", error " + std::to_string(GetLastError()));
+}
+
+std::string Json(const std::optional<LRESULT>& answer) {
+  if (!answer) {
+    Refuse("no answer from the window");
+  }
+  return Json(*answer);
 }
 
 using Members = std::vector<std::pair<const char*, std::string>>;
@@ -85,27 +82,54 @@ std::string Object(const Members& members) {
   return "{" + json + "}";
 }
 
-std::string Error(const std::string& text) { return Object({{"error", Quoted(text)}}); }
-
-std::string Place(const RECT& place) {
-  return Array({std::to_string(place.left), std::to_string(place.top), std::to_string(place.right - place.left),
-                std::to_string(place.bottom - place.top)});
-}
-
 // ---- requests
 
-using Arguments = std::vector<std::string>;
+/// The arguments of a request.
+class Words {
+ public:
+  explicit Words(const std::string& line) : words_(line) {}
 
-long long AsNumber(const std::string& text) { return std::stoll(text); }
-
-HWND AsWindow(const std::string& text) { return reinterpret_cast<HWND>(static_cast<std::uintptr_t>(AsNumber(text))); }
-
-std::string Processes(const Arguments& arguments) {
-  std::vector<std::string> ids;
-  for (const DWORD id : ProcessesOf(Wide(arguments.at(0)))) {
-    ids.push_back(std::to_string(id));
+  /// The next argument; a text is the rest of the line.
+  template <class Argument>
+  Argument Next() {
+    if constexpr (std::is_same_v<Argument, std::wstring>) {
+      std::string rest;
+      std::getline(words_ >> std::ws, rest);
+      return Wide(rest);
+    } else {
+      long long number = 0;
+      if (!(words_ >> number)) {
+        throw std::runtime_error("a number is missing");
+      }
+      if constexpr (std::is_pointer_v<Argument>) {
+        return reinterpret_cast<Argument>(static_cast<std::uintptr_t>(number));
+      } else {
+        return static_cast<Argument>(number);
+      }
+    }
   }
-  return Array(ids);
+
+ private:
+  std::istringstream words_;
+};
+
+/// Calls a function with the arguments that it takes.
+template <class Result, class... Arguments>
+std::string Call(Result (*function)(Arguments...), Words& words) {
+  const std::tuple<std::remove_cvref_t<Arguments>...> arguments{words.Next<std::remove_cvref_t<Arguments>>()...};
+  return Json(std::apply(function, arguments));
+}
+
+template <class Result, class... Arguments>
+std::string Call(Result(WINAPI* function)(Arguments...), Words& words) {
+  const std::tuple<Arguments...> arguments{words.Next<Arguments>()...};
+  return Json(std::apply(function, arguments));
+}
+
+/// The request that calls a function.
+template <auto function>
+std::string Calls(Words& words) {
+  return Call(function, words);
 }
 
 std::string Describe(HWND window) {
@@ -120,82 +144,53 @@ std::string Describe(HWND window) {
   POINT origin{};
   ClientToScreen(window, &origin);
   const bool button = ClassOf(window) == L"Button";
-  return Object({{"hwnd", Number(window)},
-                 {"parent", Number(parent == GetDesktopWindow() ? nullptr : parent)},
-                 {"class", Quoted(ClassOf(window))},
-                 {"text", Quoted(TextOf(window))},
-                 {"screen", Place(screen)},
-                 {"place", Place(PlaceOf(window))},
-                 {"client", Place(client)},
-                 {"client_origin", Array({std::to_string(origin.x), std::to_string(origin.y)})},
-                 {"visible", Truth((style & WS_VISIBLE) != 0)},
-                 {"shown", Truth(shown)},
-                 {"enabled", Truth(IsWindowEnabled(window))},
-                 {"minimised", Truth(IsIconic(window))},
-                 {"checked", button ? std::to_string(Ask(window, BM_GETCHECK).value_or(0)) : "null"},
-                 {"exstyle", std::to_string(static_cast<DWORD>(GetWindowLongW(window, GWL_EXSTYLE)))}});
+  return Object({{"hwnd", Json(window)},
+                 {"parent", Json(parent == GetDesktopWindow() ? nullptr : parent)},
+                 {"class", Json(ClassOf(window))},
+                 {"text", Json(TextOf(window))},
+                 {"screen", Json(screen)},
+                 {"place", Json(PlaceOf(window))},
+                 {"client", Json(client)},
+                 {"client_origin", Json(std::vector{origin.x, origin.y})},
+                 {"visible", Json((style & WS_VISIBLE) != 0)},
+                 {"shown", Json(shown)},
+                 {"enabled", Json(IsWindowEnabled(window))},
+                 {"minimised", Json(IsIconic(window))},
+                 {"checked", button ? Json(Ask(window, BM_GETCHECK).value_or(0)) : "null"},
+                 {"exstyle", Json(GetWindowLongW(window, GWL_EXSTYLE))}});
 }
 
-std::string Windows(const Arguments& arguments) {
-  std::vector<std::string> described;
-  for (const HWND window : WindowsOf(static_cast<DWORD>(AsNumber(arguments.at(0))))) {
-    described.push_back(Describe(window));
+std::string Windows(Words& words) {
+  std::string described;
+  for (const HWND window : WindowsOf(words.Next<DWORD>())) {
+    described += (described.empty() ? "" : ", ") + Describe(window);
   }
-  return Array(described);
+  return "[" + described + "]";
 }
 
-std::string Send(const Arguments& arguments) {
-  const auto result =
-      Ask(AsWindow(arguments.at(0)), static_cast<UINT>(AsNumber(arguments.at(1))),
-          static_cast<WPARAM>(AsNumber(arguments.at(2))), static_cast<LPARAM>(AsNumber(arguments.at(3))));
-  if (!result) {
-    return Error("no answer from the window, error " + std::to_string(GetLastError()));
-  }
-  return std::to_string(*result);
+std::string Broadcast(Words& words) {
+  const UINT message = RegisterWindowMessageW(words.Next<std::wstring>().c_str());
+  return Json(PostMessageW(HWND_BROADCAST, message, 0, 0));
 }
 
-template <auto Function>
-std::string HandOver(const Arguments& arguments) {
-  return Truth(Function(AsWindow(arguments.at(0)), static_cast<UINT>(AsNumber(arguments.at(1))),
-                        static_cast<WPARAM>(AsNumber(arguments.at(2))),
-                        static_cast<LPARAM>(AsNumber(arguments.at(3)))) != FALSE);
-}
-
-std::string Broadcast(const Arguments& arguments) {
-  const UINT message = RegisterWindowMessageW(Wide(arguments.at(0)).c_str());
-  return Truth(PostMessageW(HWND_BROADCAST, message, 0, 0) != FALSE);
-}
-
-std::string Notify(const Arguments& arguments) {
+std::string Notify(Words& words) {
+  const auto command = words.Next<DWORD>();
   NOTIFYICONDATAW icon{};
   icon.cbSize = sizeof icon;
-  icon.hWnd = AsWindow(arguments.at(1));
+  icon.hWnd = words.Next<HWND>();
   icon.uID = 1;
-  return Truth(Shell_NotifyIconW(static_cast<DWORD>(AsNumber(arguments.at(0))), &icon) != FALSE);
+  return Json(Shell_NotifyIconW(command, &icon));
 }
 
-std::string Input(const Arguments& arguments) {
+std::string Input(Words& words) {
   GUITHREADINFO info{};
   info.cbSize = sizeof info;
-  if (GetGUIThreadInfo(GetWindowThreadProcessId(AsWindow(arguments.at(0)), nullptr), &info) == FALSE) {
-    return Error("no such thread");
+  if (GetGUIThreadInfo(GetWindowThreadProcessId(words.Next<HWND>(), nullptr), &info) == FALSE) {
+    Refuse("no such thread");
   }
-  return Object({{"focus", Number(info.hwndFocus)},
-                 {"foreground", Number(GetForegroundWindow())},
-                 {"in_menu", Truth((info.flags & GUI_INMENUMODE) != 0)}});
-}
-
-std::string Accessible(const Arguments& arguments) {
-  const auto name = AccessibleName(AsWindow(arguments.at(0)));
-  return name ? Quoted(*name) : "null";
-}
-
-std::string Tips(const Arguments&) {
-  std::vector<std::string> tips;
-  for (const std::wstring& tip : ShownTips()) {
-    tips.push_back(Quoted(tip));
-  }
-  return Array(tips);
+  return Object({{"focus", Json(info.hwndFocus)},
+                 {"foreground", Json(GetForegroundWindow())},
+                 {"in_menu", Json((info.flags & GUI_INMENUMODE) != 0)}});
 }
 
 // For another process Wine's GetProcessHandleCount and GetGuiResources return 0. So try the handles one by one, and
@@ -242,41 +237,24 @@ int GdiObjects(HANDLE process) {
   return static_cast<int>(std::ranges::count_if(entries, [](const GdiEntry& entry) { return entry.type != 0; }));
 }
 
-std::string Handles(const Arguments& arguments) {
-  const auto id = static_cast<DWORD>(AsNumber(arguments.at(0)));
+std::string Handles(Words& words) {
+  const auto id = words.Next<DWORD>();
   const HANDLE process = OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ | PROCESS_DUP_HANDLE, FALSE, id);
   if (process == nullptr) {
-    return Error("no such process");
+    Refuse("no such process");
   }
   const int kernel = KernelHandles(process);
   const int gdi = GdiObjects(process);
   CloseHandle(process);
   if (gdi <= 0) {
-    return Error("no table of GDI objects in its place");
+    Refuse("no table of GDI objects in its place");
   }
-  return Object({{"kernel", std::to_string(kernel)},
-                 {"gdi", std::to_string(gdi)},
-                 {"windows", std::to_string(WindowsOf(id).size())}});
-}
-
-std::string Redraw(const Arguments& arguments) {
-  return Truth(RedrawWindow(AsWindow(arguments.at(0)), nullptr, nullptr,
-                            RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW | RDW_FRAME) != FALSE);
-}
-
-std::string BringToFront(const Arguments& arguments) {
-  return Truth(SetForegroundWindow(AsWindow(arguments.at(0))) != FALSE);
-}
-
-std::string PlaceWindow(const Arguments& arguments) {
-  const auto length = [&](std::size_t at) { return static_cast<int>(AsNumber(arguments.at(at))); };
-  return Truth(SetWindowPos(AsWindow(arguments.at(0)), nullptr, length(1), length(2), length(3), length(4),
-                            SWP_NOZORDER | SWP_NOACTIVATE) != FALSE);
+  return Object({{"kernel", Json(kernel)}, {"gdi", Json(gdi)}, {"windows", Json(WindowsOf(id).size())}});
 }
 
 HANDLE held = INVALID_HANDLE_VALUE;
 
-std::string Release(const Arguments&) {
+std::string Release(Words&) {
   if (held != INVALID_HANDLE_VALUE) {
     CloseHandle(held);
     held = INVALID_HANDLE_VALUE;
@@ -284,192 +262,97 @@ std::string Release(const Arguments&) {
   return "true";
 }
 
-std::string Hold(const Arguments& arguments) {
-  Release(arguments);
-  held =
-      CreateFileW(Wide(arguments.at(1)).c_str(), GENERIC_READ | GENERIC_WRITE,
-                  static_cast<DWORD>(AsNumber(arguments.at(0))), nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-  return held != INVALID_HANDLE_VALUE ? "true" : Error("cannot hold it, error " + std::to_string(GetLastError()));
+std::string Hold(Words& words) {
+  Release(words);
+  const auto share = words.Next<DWORD>();
+  held = CreateFileW(words.Next<std::wstring>().c_str(), GENERIC_READ | GENERIC_WRITE, share, nullptr, OPEN_ALWAYS,
+                     FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (held == INVALID_HANDLE_VALUE) {
+    Refuse("cannot hold it");
+  }
+  return "true";
 }
 
-std::string LocaleText(LCTYPE type) {
+std::wstring LocaleText(LCTYPE type) {
   wchar_t text[80] = L"";
   GetLocaleInfoW(LOCALE_USER_DEFAULT, type, text, 80);
-  return Quoted(std::wstring(text));
+  return text;
 }
 
-std::string Locale(const Arguments&) {
-  std::vector<std::string> months;
+std::string Locale(Words&) {
+  std::vector<std::wstring> months;
   for (LCTYPE month = 0; month < 12; ++month) {
     months.push_back(LocaleText(LOCALE_SABBREVMONTHNAME1 + month));
   }
-  return Object({{"name", LocaleText(LOCALE_SNAME)},
-                 {"months", Array(months)},
-                 {"am", LocaleText(LOCALE_S1159)},
-                 {"pm", LocaleText(LOCALE_S2359)},
-                 {"decimal", LocaleText(LOCALE_SDECIMAL)}});
+  return Object({{"name", Json(LocaleText(LOCALE_SNAME))},
+                 {"months", Json(months)},
+                 {"am", Json(LocaleText(LOCALE_S1159))},
+                 {"pm", Json(LocaleText(LOCALE_S2359))},
+                 {"decimal", Json(LocaleText(LOCALE_SDECIMAL))}});
 }
 
-std::string Keys(const Arguments& arguments) {
-  std::istringstream strokes(arguments.at(0));
-  for (std::string stroke; strokes >> stroke;) {
-    std::istringstream joined(stroke);
+std::string Keys(Words& words) {
+  std::wistringstream strokes(words.Next<std::wstring>());
+  for (std::wstring stroke; strokes >> stroke;) {
+    std::wistringstream joined(stroke);
     std::vector<WORD> together;
-    for (std::string key; std::getline(joined, key, '+');) {
-      together.push_back(static_cast<WORD>(AsNumber(key)));
+    for (std::wstring key; std::getline(joined, key, L'+');) {
+      together.push_back(static_cast<WORD>(std::stoi(key)));
     }
     Press(together);
   }
   return "true";
 }
 
-std::string End(const Arguments& arguments) {
-  const HANDLE process = OpenProcess(PROCESS_TERMINATE, FALSE, static_cast<DWORD>(AsNumber(arguments.at(0))));
+std::string End(Words& words) {
+  const HANDLE process = OpenProcess(PROCESS_TERMINATE, FALSE, words.Next<DWORD>());
   const BOOL ended = TerminateProcess(process, 1);
   CloseHandle(process);
-  return Truth(ended != FALSE);
-}
-
-// The menu has its own thread, so the driver can still read requests.
-struct OwnMenu {
-  POINT at;
-  std::vector<std::wstring> entries;
-};
-
-DWORD WINAPI ShowOwnMenu(void* parameter) {
-  auto* const own = static_cast<OwnMenu*>(parameter);
-  const HWND owner =
-      CreateWindowExW(WS_EX_TOOLWINDOW, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
-  const HMENU menu = CreatePopupMenu();
-  UINT id = 1;
-  for (const std::wstring& entry : own->entries) {
-    AppendMenuW(menu, MF_STRING, id++, entry.c_str());
-  }
-  SetForegroundWindow(owner);
-  TrackPopupMenu(menu, TPM_RETURNCMD | TPM_NONOTIFY, own->at.x, own->at.y, 0, owner, nullptr);
-  DestroyMenu(menu);
-  DestroyWindow(owner);
-  delete own;
-  return 0;
-}
-
-HANDLE menuThread = nullptr;
-DWORD menuThreadId = 0;
-
-std::string Menu(const Arguments& arguments) {
-  auto* const own =
-      new OwnMenu{.at = {static_cast<LONG>(AsNumber(arguments.at(0))), static_cast<LONG>(AsNumber(arguments.at(1)))},
-                  .entries = {}};
-  std::wistringstream entries(Wide(arguments.at(2)));
-  for (std::wstring entry; std::getline(entries, entry, L'|');) {
-    own->entries.push_back(entry);
-  }
-  menuThread = CreateThread(nullptr, 0, ShowOwnMenu, own, 0, &menuThreadId);
-  return "true";
-}
-
-void CloseOwnMenu() {
-  if (menuThread == nullptr) {
-    return;
-  }
-  GUITHREADINFO info{};
-  info.cbSize = sizeof info;
-  while (WaitForSingleObject(menuThread, 20) == WAIT_TIMEOUT) {
-    if (GetGUIThreadInfo(menuThreadId, &info) != FALSE && info.hwndMenuOwner != nullptr) {
-      PostMessageW(info.hwndMenuOwner, WM_CANCELMODE, 0, 0);
-    }
-  }
-  CloseHandle(menuThread);
-  menuThread = nullptr;
+  return Json(ended);
 }
 
 // ---- answering
 
-// Only the last argument may hold spaces; their number says where it begins.
-struct Request {
-  std::size_t arguments;
-  std::string (*answer)(const Arguments&);
-};
-
-const std::map<std::string, Request> kRequests = {
-    {"processes", {1, Processes}},
-    {"windows", {1, Windows}},
-    {"send", {4, Send}},
-    {"post", {4, HandOver<PostMessageW>}},
-    {"signal", {4, HandOver<SendNotifyMessageW>}},
-    {"broadcast", {1, Broadcast}},
-    {"notify", {2, Notify}},
-    {"input", {1, Input}},
-    {"accessible", {1, Accessible}},
-    {"tips", {0, Tips}},
-    {"handles", {1, Handles}},
-    {"redraw", {1, Redraw}},
-    {"front", {1, BringToFront}},
-    {"place", {5, PlaceWindow}},
-    {"hold", {2, Hold}},
-    {"release", {0, Release}},
-    {"locale", {0, Locale}},
-    {"menu", {3, Menu}},
-    {"keys", {1, Keys}},
-    {"end", {1, End}},
+const std::map<std::string, std::string (*)(Words&)> kRequests = {
+    {"processes", Calls<ProcessesOf>},
+    {"windows", Windows},
+    {"send", Calls<Ask>},
+    {"post", Calls<PostMessageW>},
+    {"signal", Calls<SendNotifyMessageW>},
+    {"broadcast", Broadcast},
+    {"notify", Notify},
+    {"input", Input},
+    {"tips", Calls<ShownTips>},
+    {"handles", Handles},
+    {"redraw", Calls<RedrawWindow>},
+    {"front", Calls<SetForegroundWindow>},
+    {"place", Calls<SetWindowPos>},
+    {"hold", Hold},
+    {"release", Release},
+    {"locale", Locale},
+    {"keys", Keys},
+    {"end", End},
 };
 
 std::string Answer(const std::string& line) {
-  std::istringstream words(line);
-  std::string name;
-  words >> name;
-  const auto request = kRequests.find(name);
-  if (request == kRequests.end()) {
-    return Error("unknown request: " + line);
-  }
-  Arguments arguments;
-  for (std::size_t number = 1; number <= request->second.arguments; ++number) {
-    std::string argument;
-    words >> std::ws;
-    number < request->second.arguments ? words >> argument : std::getline(words, argument);
-    arguments.push_back(argument);
-  }
+  const std::string name = line.substr(0, line.find(' '));
+  Words words(line.substr(name.size()));
   try {
-    return request->second.answer(arguments);
+    return kRequests.at(name)(words);
   } catch (const std::exception& error) {
-    return Error(line + ": " + error.what());
+    return Object({{"error", Json(Wide(error.what()))}});
   }
-}
-
-void Write(const std::string& answer) {
-  const std::string line = answer + "\n";
-  DWORD written = 0;
-  WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
-}
-
-bool ReadRequest(std::string& line) {
-  line.clear();
-  char c = 0;
-  DWORD read = 0;
-  while (ReadFile(GetStdHandle(STD_INPUT_HANDLE), &c, 1, &read, nullptr) != FALSE && read == 1) {
-    if (c == '\n') {
-      return true;
-    }
-    line += c;
-  }
-  return false;
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
-  CoInitialize(nullptr);
-  std::string line;
   if (count > 1) {
-    for (int number = 1; number < count; ++number) {
-      line += (line.empty() ? "" : " ") + std::string(arguments[number]);
-    }
-    Write(Answer(line));
+    std::cout << Answer(arguments[1]) << std::endl;
     return 0;
   }
-  while (ReadRequest(line)) {
-    CloseOwnMenu();
-    Write(Answer(line));
+  for (std::string line; std::getline(std::cin, line);) {
+    std::cout << Answer(line) << std::endl;
   }
   return 0;
 }

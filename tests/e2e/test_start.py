@@ -1,0 +1,45 @@
+"""The start: by shortcuts that hide, minimise or maximise, and from a folder that others can write in."""
+
+import shutil
+
+import pytest
+
+from bench.driver import (SW_FORCEMINIMIZE, SW_HIDE, SW_MAXIMIZE, SW_MINIMIZE, SW_SHOWMINIMIZED,
+                          SW_SHOWMINNOACTIVE)
+from bench.settings_file import SOUTHERN_VIEW, TRUE
+from bench.user import wait_for_main
+from bench.waiting import until
+
+
+@pytest.mark.parametrize("wish", [SW_HIDE, SW_SHOWMINIMIZED, SW_MINIMIZE, SW_SHOWMINNOACTIVE, SW_FORCEMINIMIZE])
+def test_a_hidden_or_minimised_start_goes_into_the_tray(start, wish):
+    program = start(wish=wish)
+    program.settle()
+    assert not program.main().shown
+    program.display.click(*program.icon_centre())
+    wait_for_main(program, True)
+    assert not program.main().minimised
+    until(lambda: program.foreground() == program.main().hwnd, "main window in the foreground")
+
+
+def test_so_does_one_with_the_southern_view(bench, start):
+    """It changes the icon before it adds it."""
+    program = start(bench.folder(settings=bytes(SOUTHERN_VIEW) + TRUE), wish=SW_SHOWMINNOACTIVE)
+    assert [call.succeeded for call in program.calls()[:2]] == [False, True]
+    program.settle()
+    assert not program.main().shown
+
+
+def test_a_maximised_start_shows_the_window_in_its_size(start):
+    program = start(wish=SW_MAXIMIZE)
+    wait_for_main(program, True)
+    assert program.main().client[2:] == [257, 342]
+    assert not program.main().minimised
+
+
+def test_no_library_is_loaded_from_the_programs_folder(bench, start):
+    """Except its imports: Windows loads them before the program can act."""
+    folder = bench.folder()
+    shutil.copy(folder / "shell32.dll", folder / "planted.dll")
+    start(folder)
+    assert not (folder / "planted-loaded").exists()
