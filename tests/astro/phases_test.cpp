@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <initializer_list>
@@ -82,17 +81,6 @@ TEST_F(FindPhasesTest, FindsThePhasesAhead) {
   EXPECT_TRUE(Prints(2452893.1913, FullMoonJD, 4));
   EXPECT_EQ(WaningFlag, 1);
   ExpectLastLunation(1282.5, -1);
-
-  JulianToCivil(NewMoonJD);
-  EXPECT_EQ(CalMonth, 8);
-  EXPECT_EQ(CalDay, 27);
-  EXPECT_EQ(CalHour, 17);
-  EXPECT_EQ(CalMinute, 26);
-  JulianToCivil(FullMoonJD);
-  EXPECT_EQ(CalMonth, 9);
-  EXPECT_EQ(CalDay, 10);
-  EXPECT_EQ(CalHour, 16);
-  EXPECT_EQ(CalMinute, 35);
 }
 
 // Likewise, 29 August 2003: the New Moon of the 27th has passed.
@@ -103,12 +91,6 @@ TEST_F(FindPhasesTest, MovesAPassedNewMoonOneLunationOn) {
   EXPECT_EQ(WaningFlag, 0);
   // Evaluated with the opposite sign of the T^2 term.
   ExpectLastLunation(1283, +1);
-
-  JulianToCivil(NewMoonJD);
-  EXPECT_EQ(CalMonth, 9);
-  EXPECT_EQ(CalDay, 26);
-  EXPECT_EQ(CalHour, 3);
-  EXPECT_EQ(CalMinute, 9);
 }
 
 // Likewise, 12 September 2003.
@@ -118,21 +100,6 @@ TEST_F(FindPhasesTest, TakesTheNearestLunation) {
   EXPECT_TRUE(Prints(2452908.6319, NewMoonJD, 4));
   EXPECT_TRUE(Prints(2452922.8113, FullMoonJD, 4));
   EXPECT_EQ(WaningFlag, 1);
-
-  JulianToCivil(FullMoonJD);
-  EXPECT_EQ(CalMonth, 10);
-  EXPECT_EQ(CalDay, 10);
-  EXPECT_EQ(CalHour, 7);
-  EXPECT_EQ(CalMinute, 28);
-}
-
-TEST_F(FindPhasesTest, TheMovedNewMoonDiffersFromTheOneFoundDirectly) {
-  FindPhases(2003, 2452894.5, kJanuary2003);
-  const double direct = NewMoonJD;
-  FindPhases(2003, 2452880.5, kJanuary2003);
-  // The sign of the T^2 term moves M by 7e-5 degrees and the instant by some 1e-7 days.
-  EXPECT_NE(direct, NewMoonJD);
-  EXPECT_TRUE(Near(direct, NewMoonJD, 5e-7));
 }
 
 TEST_F(FindPhasesTest, AnExactHalfUsesTheLowerLunation) {
@@ -186,7 +153,6 @@ TEST_F(FindPhasesTest, APhaseExactlyAtTheReferenceDayHasNotPassed) {
 
 // Far from 1900 every digit of the powers of T shows.
 TEST_F(FindPhasesTest, InstantsFollowThePrintedFormulaOverTheAges) {
-  support::LargestDifferences seen;
   for (const std::int16_t year : std::initializer_list<std::int16_t>{-25000, -4712, 0, 1700, 1951, 2099, 9999, 25000}) {
     for (int day = 0; day < 360; day += 7) {
       const double january = std::floor(2415020.5 + 365.25 * (year - 1900)) + 0.5;
@@ -201,8 +167,6 @@ TEST_F(FindPhasesTest, InstantsFollowThePrintedFormulaOverTheAges) {
       const double tolerance = 1e-8;
       EXPECT_TRUE(Near(newMoon, NewMoonJD, tolerance)) << year << ", day " << day;
       EXPECT_TRUE(Near(fullMoon, FullMoonJD, tolerance)) << year << ", day " << day;
-      seen.See("an instant, days", NewMoonJD - newMoon);
-      seen.See("an instant, days", FullMoonJD - fullMoon);
     }
   }
 }
@@ -234,19 +198,6 @@ TEST_F(FindPhasesTest, GivesTheLitFraction) {
   EXPECT_TRUE(Near(1, LitFractionFor(180, 0, 0), 1e-15));
   // A turn more makes no difference.
   EXPECT_TRUE(Near(1, LitFractionFor(180 + 360 * 1234, 0, 0), 1e-15));
-}
-
-// Each term separately, at the angle of its largest value.
-TEST_F(FindPhasesTest, LitFractionHasItsSevenTerms) {
-  const auto want = [](double i) { return (1 + std::cos(DegToRad(i))) / 2; };
-  const auto sine = [](double degrees) { return std::sin(DegToRad(degrees)); };
-  for (const auto& [D, M, Mp] : {std::array{90.0, 0.0, 0.0}, std::array{45.0, 0.0, 0.0}, std::array{70.0, 90.0, 0.0},
-                                 std::array{30.0, 0.0, 90.0}, std::array{110.0, 200.0, 45.0}}) {
-    const double i = 180 - D - 6.289 * sine(Mp) + 2.1 * sine(M) - 1.274 * sine(2 * D - Mp) - 0.658 * sine(2 * D) -
-                     0.214 * sine(2 * Mp) - 0.112 * sine(D);
-    EXPECT_TRUE(Near(want(i), LitFractionFor(D, M, Mp), 1e-14));
-  }
-  EXPECT_TRUE(Near(want(180 - 90 - 0.112), LitFractionFor(90, 0, 0), 1e-11));
 }
 
 TEST_F(FindPhasesTest, UsesTheAnomaliesOfTheMomentBeforeItOverwritesThem) {

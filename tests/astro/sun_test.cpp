@@ -88,46 +88,6 @@ TEST_F(SunPositionTest, LeavesTrueLongitudeAndTrueAnomalyBeyondTheTurn) {
   EXPECT_FALSE(anomalyBelow) << "at the end of the turn the equation of the centre is negative";
 }
 
-TEST_F(SunPositionTest, ApparentLongitudeIsLessByAberrationAndNutation) {
-  for (int i = 0; i < 396; ++i) {
-    const double T = -1 + 0.0101 * i;
-    ComputeAt(T);
-    const double difference = SunApparentLongitude - SunTrueLongitude;
-    EXPECT_GT(difference, -0.01048 - 1e-9);
-    EXPECT_LT(difference, -0.0009 + 1e-9);
-    const double node = 259.18 - 1934.142 * T;
-    EXPECT_TRUE(support::Near(-0.00569 - 0.00479 * std::sin(DegToRad(node)), difference, 1e-12));
-  }
-}
-
-// The cosine takes the number of degrees as radians: it says nothing about the quadrant of the longitude.
-TEST_F(SunPositionTest, RightAscensionGets180IfTheCosineOfTheNumberIsNegative) {
-  int with180 = 0;
-  int againstTheQuadrant = 0;
-  for (int day = 0; day < 366; ++day) {
-    ComputeAt(1 + day / 36525.0);
-    const bool negative = std::cos(SunTrueLongitude) < 0;
-    const double sine = std::sin(DegToRad(SunTrueLongitude)) * std::cos(DegToRad(Obliquity));
-    const double want = std::atan(DegToRad(sine) / std::cos(DegToRad(SunTrueLongitude))) + (negative ? 180 : 0);
-    EXPECT_TRUE(Same(want, SunRightAscension)) << day;
-    with180 += negative ? 1 : 0;
-    againstTheQuadrant += negative != (std::cos(DegToRad(SunTrueLongitude)) < 0) ? 1 : 0;
-  }
-  EXPECT_GT(with180, 100);
-  EXPECT_LT(with180, 266);
-  EXPECT_GT(againstTheQuadrant, 100);
-}
-
-TEST_F(SunPositionTest, DeclinationConvertsTheSineOfTheObliquityOnceMore) {
-  for (int i = 0; i < 396; ++i) {
-    const double T = -1 + 0.0101 * i;
-    ComputeAt(T);
-    const double sine = std::sin(DegToRad(SunTrueLongitude)) * DegToRad(std::sin(DegToRad(Obliquity)));
-    EXPECT_LE(std::fabs(sine), 0.0070);
-    EXPECT_TRUE(Same(ArcSine(sine), SunDeclination));
-  }
-}
-
 TEST_F(SunPositionTest, VariablesAssignedBeforeAnErrorKeepTheirNewValues) {
   ComputeAt(1);
   const double anomaly = SunMeanAnomaly;

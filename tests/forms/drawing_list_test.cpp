@@ -26,17 +26,6 @@ TEST(DrawingList, CircleIsOutlinedAndFilled) {
   EXPECT_EQ(Drawn(1), want);
 }
 
-TEST(DrawingList, TransparentCircleHasNoFill) { EXPECT_EQ(Drawn(1, FillStyle::Transparent).fill, std::nullopt); }
-
-// Black is 0, which must not mean "no fill".
-TEST(DrawingList, NoFillAndABlackFillDiffer) {
-  Ellipse black = Drawn(1);
-  black.fill = 0;
-  EXPECT_NE(black, Drawn(1, FillStyle::Transparent));
-  EXPECT_NE(Drawn(1, FillStyle::Transparent), black);
-  EXPECT_NE(black, Drawn(1));
-}
-
 TEST(DrawingList, FillIsTransparentUntilItIsSet) {
   DrawingList list;
   list.Circle(kCentre, 65, kWhite);
@@ -53,16 +42,6 @@ TEST(DrawingList, RadiusIsTheLargerHalfAxis) {
 TEST(DrawingList, UsesTheMagnitudeOfANegativeAspect) {
   EXPECT_EQ(Drawn(-2), Drawn(2));
   EXPECT_EQ(Drawn(-0.5), Drawn(0.5));
-}
-
-TEST(DrawingList, KeepsPrimitivesInTheOrderOfDrawing) {
-  DrawingList list;
-  const Pie pie = {.box = {1, 2, 3, 4}, .from = {5, 6}, .to = {7, 8}, .fill = 9};
-  list.Circle(kCentre, 1, 0);
-  list.DrawPie(pie);
-  ASSERT_EQ(list.Primitives().size(), 2U);
-  EXPECT_TRUE(std::holds_alternative<Ellipse>(list.Primitives().at(0)));
-  EXPECT_EQ(std::get<Pie>(list.Primitives().at(1)), pie);
 }
 
 TEST(DrawingList, ClsForgetsPrimitivesButKeepsTheStyles) {

@@ -7,7 +7,6 @@
 #include "support/code_pages.h"
 
 using runtime::CodePage;
-using support::CollidingPage;
 using support::Latin1Page;
 using support::PageWithPrivateCharacters;
 
@@ -31,7 +30,7 @@ TEST(CodePage, PrivateCharactersDifferByByte) {
 
 // This is why no character may stand twice on a page: the second byte would not survive.
 TEST(CodePage, WritesTheFirstOfTwoBytesThatShareACharacter) {
-  const CodePage page = CollidingPage();
-  EXPECT_EQ(page.Decode(std::byte{0x81}), page.Decode(std::byte{0x8D}));
+  CodePage page = Latin1Page();
+  page.characters.at(0x8D) = page.characters.at(0x81);
   EXPECT_EQ(page.Encode(page.Decode(std::byte{0x8D})), std::byte{0x81});
 }

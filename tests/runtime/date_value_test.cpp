@@ -134,13 +134,6 @@ TEST(DateText, HasDayMonthAndYear) {
   EXPECT_EQ(DateText(DateSerial(1900, 1, 1), {}), L"01-Jan-00");
 }
 
-TEST(DateText, TakesTheMonthFromTheLocale) {
-  LocaleNames german;
-  german.abbreviatedMonths.at(11) = L"Dez";
-  EXPECT_EQ(DateText(DateSerial(2003, 12, 31), german), L"31-Dez-03");
-  EXPECT_EQ(DateText(DateSerial(2003, 11, 30), german), L"30-Nov-03");
-}
-
 TEST(TimeText, HasATwelveHourClock) {
   const DateValue date = DateSerial(2026, 11, 24);
   EXPECT_EQ(TimeText(AddTime(date, 21, 5), {}), L"9:05 PM");
@@ -158,32 +151,10 @@ TEST(TimeText, TakesTheMarkersFromTheLocale) {
   EXPECT_EQ(TimeText(0.75, locale), L"6:00 p. m.");
 }
 
-TEST(TimeText, HasEnglishMarkersIfTheLocaleHasNone) {
-  LocaleNames locale;
-  locale.am = L"";
-  locale.pm = L"";
-  EXPECT_EQ(TimeText(0.25, locale), L"6:00 AM");
-  EXPECT_EQ(TimeText(0.75, locale), L"6:00 PM");
-}
-
-TEST(HoursText, IsTheTimeOfDayWithoutLeadingZero) {
-  EXPECT_EQ(HoursText(12.325), L"7:48");  // 0.325 days are a hair below 7:48:00
-  EXPECT_EQ(HoursText(9.5), L"12:00");
-  EXPECT_EQ(HoursText(0.25), L"6:00");
-  EXPECT_EQ(HoursText(3), L"0:00");
-  EXPECT_EQ(HoursText(5.9996), L"23:59");
-}
-
 TEST(HoursText, RoundsToTheNearestSecondFirst) {
   EXPECT_EQ(HoursText(1 + 59.4 / 86400), L"0:00");
   EXPECT_EQ(HoursText(1 + 59.6 / 86400), L"0:01");
   EXPECT_EQ(HoursText(1 + 86399.6 / 86400), L"0:00");
-}
-
-TEST(HoursText, ShowsTheMagnitudesFractionBelowZero) {
-  EXPECT_EQ(HoursText(-0.25), L"6:00");
-  EXPECT_EQ(HoursText(-0.28125), L"6:45");
-  EXPECT_EQ(HoursText(-8.525), L"12:36");
 }
 
 TEST(WholeText, HasDecimalDigits) {

@@ -2,12 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
-#include <map>
-#include <string>
 
 namespace support {
 
@@ -44,26 +41,5 @@ namespace support {
 [[nodiscard]] inline ::testing::AssertionResult Prints(double want, double got, int decimals) {
   return Near(want, got, 0.5 * std::pow(10.0, -decimals) + 1e-12);
 }
-
-/// Keeps the largest difference of each quantity and prints them when it is destroyed.
-class LargestDifferences {
- public:
-  LargestDifferences() = default;
-  LargestDifferences(const LargestDifferences&) = delete;
-  LargestDifferences& operator=(const LargestDifferences&) = delete;
-  ~LargestDifferences() {
-    for (const auto& [quantity, difference] : largest_) {
-      std::printf("  largest difference of %-24s %.3g\n", quantity.c_str(), difference);
-    }
-  }
-
-  void See(const std::string& quantity, double difference) {
-    double& largest = largest_[quantity];
-    largest = std::max(largest, std::fabs(difference));
-  }
-
- private:
-  std::map<std::string, double> largest_;
-};
 
 }  // namespace support

@@ -23,11 +23,4 @@ namespace support {
   return page;
 }
 
-/// A page that breaks the rule: two bytes share a character.
-[[nodiscard]] inline runtime::CodePage CollidingPage() {
-  runtime::CodePage page = Latin1Page();
-  page.characters.at(0x8D) = page.characters.at(0x81);
-  return page;
-}
-
 }  // namespace support

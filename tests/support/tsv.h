@@ -1,40 +1,63 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <charconv>
+#include <cstdlib>
+#include <fstream>
+#include <map>
+#include <sstream>
 #include <string>
-#include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace support {
 
-/// One row of a reference file. Its cells are found by the column's name.
+/// One row of a reference file. Its cells are found by the column's name; a wrong name throws.
 class TsvRow {
  public:
-  TsvRow(const std::vector<std::string>& columns, std::vector<std::string> cells)
-      : columns_(&columns), cells_(std::move(cells)) {}
+  std::map<std::string, std::string> cells;
 
-  [[nodiscard]] const std::string& Text(std::string_view column) const;
-  [[nodiscard]] double Number(std::string_view column) const;
-  [[nodiscard]] int Whole(std::string_view column) const;
-
- private:
-  const std::vector<std::string>* columns_;
-  std::vector<std::string> cells_;
+  [[nodiscard]] const std::string& Text(const std::string& column) const { return cells.at(column); }
+  [[nodiscard]] int Whole(const std::string& column) const { return static_cast<int>(Number(column)); }
+  [[nodiscard]] double Number(const std::string& column) const {
+    const std::string& text = Text(column);
+    double number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    EXPECT_TRUE(error == std::errc() && *end == '\0') << "no number: '" << text << "'";
+    return number;
+  }
 };
 
-/// A file of tests/data, its cells separated by tabs. Lines that begin with '#' are comments; the last one before the
-/// first row names the columns. Throws if the file is missing or a cell is no number.
-class Tsv {
- public:
-  explicit Tsv(const std::string& name);
-  Tsv(const Tsv&) = delete;
-  Tsv& operator=(const Tsv&) = delete;
-
-  [[nodiscard]] const std::vector<std::string>& Columns() const { return columns_; }
-  [[nodiscard]] const std::vector<TsvRow>& Rows() const { return rows_; }
-
- private:
-  std::vector<std::string> columns_;
-  std::vector<TsvRow> rows_;
-};
+/// Reads a file of tests/data, its cells separated by tabs. Lines that begin with '#' are comments; the last one before
+/// the first row names the columns.
+[[nodiscard]] inline std::vector<TsvRow> ReadTsv(const std::string& name) {
+  // The environment names the folder on a machine other than the build's.
+  const char* const folder = std::getenv("TIDEWELL_TEST_DATA");
+  std::ifstream file(std::string(folder != nullptr ? folder : TIDEWELL_TEST_DATA) + "/" + name);
+  EXPECT_TRUE(file) << "cannot read " << name;
+  std::vector<std::string> columns;
+  std::vector<TsvRow> rows;
+  for (std::string line; std::getline(file, line);) {
+    if (line.ends_with('\r')) {
+      line.pop_back();
+    }
+    const bool names = line.starts_with("# ");
+    std::istringstream cells(line.substr(names ? 2 : 0));
+    if (names) {
+      columns.clear();
+    } else {
+      rows.emplace_back();
+    }
+    for (std::string cell; std::getline(cells, cell, '\t');) {
+      if (names) {
+        columns.push_back(cell);
+      } else {
+        rows.back().cells.emplace(columns.at(rows.back().cells.size()), cell);
+      }
+    }
+  }
+  return rows;
+}
 
 }  // namespace support
