@@ -103,7 +103,7 @@ void Control::SetPicture(HICON picture) noexcept {
   SendMessageW(hwnd_, STM_SETICON, reinterpret_cast<WPARAM>(picture), 0);
 }
 
-Frame::Frame(const ControlDescription& description, HWND form, PaintKeeper& keeper) : keeper_(keeper) {
+Frame::Frame(const ControlDescription& description, HWND form, PaintRetry& retry) : retry_(retry) {
   Create({.caption = description.caption,
           .style = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN,
           .exStyle = WS_EX_CONTROLPARENT,
@@ -125,9 +125,9 @@ LRESULT Frame::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void Frame::Paint() noexcept {
-  const PaintScope paint(hwnd(), keeper_);
+  const PaintScope paint(hwnd(), retry_);
   RECT edge{};
-  keeper_.Note(GetClientRect(hwnd(), &edge) != FALSE && DrawEdge(paint.dc(), &edge, EDGE_ETCHED, BF_RECT) != FALSE);
+  retry_.Note(GetClientRect(hwnd(), &edge) != FALSE && DrawEdge(paint.dc(), &edge, EDGE_ETCHED, BF_RECT) != FALSE);
 }
 
 }  // namespace forms

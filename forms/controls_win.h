@@ -5,7 +5,7 @@
 #include <string>
 
 #include "forms/form_description.h"
-#include "forms/paint_keeper_win.h"
+#include "forms/paint_retry_win.h"
 #include "forms/window_win.h"
 #include "runtime/handle_win.h"
 
@@ -59,15 +59,15 @@ class Frame : public Window<Frame> {
  public:
   static constexpr const wchar_t* kWindowClass = L"TidewellFrame";
 
-  /// Creates the frame as described; the keeper is the form's. Error: 7 Out of memory.
-  Frame(const ControlDescription& description, HWND form, PaintKeeper& keeper);
+  /// Creates the frame as described; the retry is the form's. Error: 7 Out of memory.
+  Frame(const ControlDescription& description, HWND form, PaintRetry& retry);
 
  private:
   friend Window<Frame>;
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
   void Paint() noexcept;
 
-  PaintKeeper& keeper_;
+  PaintRetry& retry_;
 };
 
 }  // namespace forms

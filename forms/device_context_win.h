@@ -2,16 +2,16 @@
 
 #include <windows.h>
 
-#include "forms/paint_keeper_win.h"
+#include "forms/paint_retry_win.h"
 
 namespace forms {
 
-/// The device context of a WM_PAINT within a scope; null if the system refuses it. The keeper notes that, and a
+/// The device context of a WM_PAINT within a scope; null if the system refuses it. PaintRetry notes that, and a
 /// background that the system has not erased.
 class PaintScope {
  public:
-  PaintScope(HWND window, PaintKeeper& keeper) noexcept : window_(window), dc_(BeginPaint(window, &paint_)) {
-    keeper.Note(dc_ != nullptr && paint_.fErase == FALSE);
+  PaintScope(HWND window, PaintRetry& retry) noexcept : window_(window), dc_(BeginPaint(window, &paint_)) {
+    retry.Note(dc_ != nullptr && paint_.fErase == FALSE);
   }
   ~PaintScope() {
     if (dc_ != nullptr) {

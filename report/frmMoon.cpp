@@ -60,7 +60,7 @@ class frmMoon::PictureRepaint {
     if (!std::ranges::equal(form_.drawing_.Primitives(), before_, {}, onScreen, onScreen)) {
       const RECT picture = form_.PicturePlace();
       // Its first circle covers the old picture: nothing is erased.
-      form_.paintKeeper_.Note(InvalidateRect(form_.hwnd(), &picture, FALSE) != FALSE);
+      form_.paintRetry_.Note(InvalidateRect(form_.hwnd(), &picture, FALSE) != FALSE);
     }
   }
   PictureRepaint(const PictureRepaint&) = delete;
@@ -71,8 +71,8 @@ class frmMoon::PictureRepaint {
   std::vector<forms::Primitive> before_;
 };
 
-frmMoon::Controls::Controls(HWND form, forms::PaintKeeper& keeper)
-    : Frame1(layout::kFrame1Description, form, keeper),
+frmMoon::Controls::Controls(HWND form, forms::PaintRetry& retry)
+    : Frame1(layout::kFrame1Description, form, retry),
       Command1(layout::kCommand1Description, form),
       Label1(layout::kLabel1Description, form) {
   for (const forms::ControlDescription& description : layout::kCheck1Descriptions) {
@@ -96,7 +96,7 @@ void frmMoon::Load() {
           .exStyle = kExStyle,
           .place = forms::CentredPlace(layout::kClientWidth, layout::kClientHeight, kStyle, kExStyle)});
   SetIcons(hwnd());
-  controls_.emplace(hwnd(), paintKeeper_);
+  controls_.emplace(hwnd(), paintRetry_);
   Form_Load();
   Timer1.emplace(hwnd(), kTimer1, layout::kTimerInterval);
   SetTimer(hwnd(), kTimer2, layout::kTimerInterval, nullptr);  // unchecked: Timer2 has no handler
@@ -139,7 +139,7 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_TIMER:
       if (wParam == kTimer1) {
-        paintKeeper_.OnTick(hwnd());
+        paintRetry_.OnTick(hwnd());
         Timer1_Timer();
       }
       return 0;
@@ -189,7 +189,7 @@ void frmMoon::LeaveTheKeyboard(WINDOWPOS& change) const {
 
 void frmMoon::OnNotice(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_SYSCOLORCHANGE || message == WM_SETTINGCHANGE) {
-    paintKeeper_.Note(InvalidateRect(hwnd(), nullptr, TRUE) != FALSE);  // high contrast may have come or gone
+    paintRetry_.Note(InvalidateRect(hwnd(), nullptr, TRUE) != FALSE);  // high contrast may have come or gone
   }
   if (ChangesTheReport(message, wParam, lParam)) {
     refreshAtTick_ = true;
@@ -208,17 +208,17 @@ void frmMoon::OnCommand(int id, int notification) {
 }
 
 void frmMoon::Paint() {
-  const forms::PaintScope paint(hwnd(), paintKeeper_);
+  const forms::PaintScope paint(hwnd(), paintRetry_);
   if (forms::DarkHighContrast()) {  // the picture's dark half and rim are as black as the window
     const std::array<forms::Primitive, 1> ring = {forms::Ellipse{.centre = kDiscCentre,
                                                                  .halfWidth = kDiscRadius + 1,
                                                                  .halfHeight = kDiscRadius + 1,
                                                                  .outline = GetSysColor(COLOR_WINDOWTEXT),
                                                                  .fill = std::nullopt}};
-    paintKeeper_.Note(forms::Replay(paint.dc(), ring, pixelScale_));
+    paintRetry_.Note(forms::Replay(paint.dc(), ring, pixelScale_));
   }
   const bool whole = forms::Replay(paint.dc(), drawing_.Primitives(), pixelScale_);
-  paintKeeper_.Note(whole);
+  paintRetry_.Note(whole);
   if (!whole) {  // half a picture would show another phase: none is better
     const RECT picture = PicturePlace();
     SelectClipRgn(paint.dc(), nullptr);

@@ -11,7 +11,7 @@
 #include "forms/drawing_list.h"
 #include "forms/fitted_label_win.h"
 #include "forms/focus_keeper_win.h"
-#include "forms/paint_keeper_win.h"
+#include "forms/paint_retry_win.h"
 #include "forms/timer_win.h"
 #include "forms/window_win.h"
 #include "report/settings_file_win.h"
@@ -56,7 +56,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
 
   /// The controls, made together with the window; the tab stops in tab order.
   struct Controls {
-    Controls(HWND form, forms::PaintKeeper& keeper);
+    Controls(HWND form, forms::PaintRetry& retry);
     forms::Frame Frame1;
     std::vector<forms::Control> Check1;
     forms::Control Command1;
@@ -84,7 +84,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
 
   runtime::unique_icon icon_;
   runtime::unique_icon smallIcon_;
-  forms::PaintKeeper paintKeeper_;
+  forms::PaintRetry paintRetry_;
   std::optional<Controls> controls_;
   forms::FocusKeeper focus_;
   forms::DrawingList drawing_;

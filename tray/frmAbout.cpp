@@ -8,8 +8,8 @@
 #include "resources/resource_ids.h"
 #include "runtime/program_end.h"
 #include "runtime/runtime_error.h"
-#include "tray/tray_icon_data.h"
-#include "tray/tray_message.h"
+#include "tray/message_number.h"
+#include "tray/tray_icon_record.h"
 
 namespace tidewell {
 

@@ -7,7 +7,7 @@
 
 #include "runtime/code_page.h"
 #include "tray/tray_icon.h"
-#include "tray/tray_icon_data.h"
+#include "tray/tray_icon_record.h"
 
 namespace tidewell {
 

@@ -9,7 +9,7 @@
 #include "report/moon_report.h"
 #include "support/report_stage.h"
 #include "tray/icon_number.h"
-#include "tray/tray_icon_data.h"
+#include "tray/tray_icon_record.h"
 
 using namespace fuzzing;
 using namespace mMoon;

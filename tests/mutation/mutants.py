@@ -92,7 +92,7 @@ BY_HAND = {
          "  drawing.Circle(kDiscCentre, kDiscRadius, kBlack);\n",
          "  drawing.Circle(kDiscCentre, kDiscRadius, kBlack);\n"),
     ],
-    "tray/tray_icon_data.cpp": [
+    "tray/tray_icon_record.cpp": [
         ("tip-padded-with-zeros", "szTip.fill(L' ')", "szTip.fill(L'\\0')"),
     ],
     "tray/tray_icon.cpp": [
@@ -176,7 +176,7 @@ BY_HAND = {
 # Generated mutants that change nothing visible: a pattern for the beginning of their names, and why.
 EQUIVALENT = {
     r"(?:astro/mMoon|tray/icon_number)\.h: inline \S+ \w+ = 0; -> .* = 1;": "written before it is read",
-    r"tray/tray_icon_data\.h: \S+ \w+ = 0; -> .* = 1;": "About fills the record before the shell sees it",
+    r"tray/tray_icon_record\.h: \S+ \w+ = 0; -> .* = 1;": "About fills the record before the shell sees it",
     r"tray/phase_drawing\.cpp: drawing\.SetDrawStyle": "all lines are solid",
     r"runtime/code_page\.h: .*, 256> .* 257>": "a byte has only 256 values",
     r"runtime/code_page_win\.cpp: .*&back, 1, .*&back, 2, ": "a character of such a page is one byte",

@@ -8,7 +8,7 @@
 #include "support/report_stage.h"
 #include "support/tsv.h"
 #include "tray/icon_number.h"
-#include "tray/tray_icon_data.h"
+#include "tray/tray_icon_record.h"
 
 namespace tidewell {
 

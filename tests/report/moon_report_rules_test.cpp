@@ -16,7 +16,7 @@
 #include "support/raises.h"
 #include "support/report_stage.h"
 #include "tray/icon_number.h"
-#include "tray/tray_icon_data.h"
+#include "tray/tray_icon_record.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "runtime/handle_win.h"
 #include "support/shown_frmMoon.h"
 #include "tray/phase_drawing.h"
-#include "tray/tray_icon_data.h"
+#include "tray/tray_icon_record.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 
 #include "runtime/runtime_error.h"
 #include "support/system_stand_in_win.h"
-#include "tray/tray_icon_data.h"
-#include "tray/tray_message.h"
+#include "tray/message_number.h"
+#include "tray/tray_icon_record.h"
 
 extern "C" decltype(&ChangeWindowMessageFilterEx) changeFilterSlot asm("__imp__ChangeWindowMessageFilterEx@16");
 extern "C" decltype(&Shell_NotifyIconA) shellNotifyIconSlot asm("__imp__Shell_NotifyIconA@8");

@@ -13,7 +13,7 @@
 #include "support/other_windows_win.h"
 #include "support/recording_form.h"
 #include "tray/phase_drawing.h"
-#include "tray/tray_icon_data.h"
+#include "tray/tray_icon_record.h"
 #include "windows_check/check.h"
 #include "windows_check/program.h"
 #include "windows_check/screen.h"

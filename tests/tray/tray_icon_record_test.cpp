@@ -1,4 +1,4 @@
-#include "tray/tray_icon_data.h"
+#include "tray/tray_icon_record.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@ namespace forms {
 
 /// Remembers that painting a form, or a frame in it, was refused, and paints it again at the next tick. At once it
 /// would be refused again, in a loop that starves the timers.
-class PaintKeeper {
+class PaintRetry {
  public:
   /// Call it with the result of each call that paints or invalidates.
   void Note(bool done) noexcept { refused_ = refused_ || !done; }

@@ -1,4 +1,4 @@
-#include "tray/tray_message.h"
+#include "tray/message_number.h"
 
 #include <gtest/gtest.h>
 
