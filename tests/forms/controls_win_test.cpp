@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/font_of_win.h"
 #include "support/raises.h"
 #include "support/system_stand_in_win.h"
 
@@ -34,9 +35,7 @@ TEST(Control, StandsWhereTheScreensResolutionPutsIt) {
   EXPECT_EQ(place.top, 72);
   EXPECT_EQ(place.right, 120 + 240);
   EXPECT_EQ(place.bottom, 72 + 36);
-  LOGFONTW font{};
-  GetObjectW(reinterpret_cast<HGDIOBJ>(SendMessageW(control.hwnd(), WM_GETFONT, 0, 0)), sizeof font, &font);
-  EXPECT_EQ(font.lfHeight, -18);
+  EXPECT_EQ(FontOf(control.hwnd()), L"Arial -18 400");
   DestroyWindow(parent);
 }
 
@@ -48,6 +47,7 @@ TEST(Control, HasAFontThatGrowsNoFasterThanTheControl) {
   GetObjectW(forms::MakeFont(description).get(), sizeof font, &font);
   EXPECT_EQ(font.lfHeight, -16) << "8.25 points are 16.5 pixels";
   EXPECT_STREQ(font.lfFaceName, L"Outlines");
+  EXPECT_EQ(font.lfCharSet, DEFAULT_CHARSET) << "month names come in every script";
 }
 
 /// The size is rounded on its own, so that controls of one size are equally large everywhere.
@@ -65,24 +65,18 @@ TEST(Control, RefusedByTheSystemIsAnError) {
   EXPECT_TRUE(support::Raises(runtime::ErrorNumber::OutOfMemory, [&] { forms::Control(label, nullptr); }));
 }
 
-HDC WINAPI RefuseTheScreen(HWND) { return nullptr; }
-
-int WINAPI TellNothing(HDC, int) { return 0; }
-
-HFONT WINAPI RefuseTheFont(const LOGFONTW*) { return nullptr; }
-
 TEST(Control, WithoutTheScreensResolutionIsAnError) {
   using runtime::ErrorNumber;
   {
-    const SystemStandIn standIn(getDCSlot, &RefuseTheScreen);
+    const Refused<getDCSlot, nullptr> refused;
     EXPECT_TRUE(support::Raises(ErrorNumber::OutOfMemory, [] { return forms::ReadTwipsPerPixel(); }));
   }
-  const SystemStandIn standIn(getDeviceCapsSlot, &TellNothing);
+  const Refused<getDeviceCapsSlot, 0> refused;
   EXPECT_TRUE(support::Raises(ErrorNumber::OutOfMemory, [] { return forms::ReadTwipsPerPixel(); }));
 }
 
 TEST(Control, WithoutItsFontIsAnError) {
-  const SystemStandIn standIn(createFontIndirectSlot, &RefuseTheFont);
+  const Refused<createFontIndirectSlot, nullptr> refused;
   EXPECT_TRUE(support::Raises(runtime::ErrorNumber::OutOfMemory,
                               [] { return forms::MakeFont({.face = L"Arial", .points = 9, .bold = false}); }));
 }

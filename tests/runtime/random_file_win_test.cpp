@@ -3,95 +3,128 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <optional>
+#include <utility>
 
-#include "runtime/runtime_error.h"
+#include "runtime/handle_win.h"
+#include "runtime/program_folder.h"
+#include "support/raises.h"
 #include "support/scratch_file_win.h"
+#include "support/system_stand_in_win.h"
+
+extern "C" decltype(&WriteFile) writeFileSlot asm("__imp__WriteFile@20");
+extern "C" decltype(&ReadFile) readFileSlot asm("__imp__ReadFile@20");
 
 namespace {
 
-using runtime::ErrorNumber;
+using enum runtime::ErrorNumber;
+using runtime::RandomFile;
+using support::Raises;
 
-template <class Action>
-std::optional<ErrorNumber> ErrorOf(Action action) {
-  try {
-    action();
-    return std::nullopt;
-  } catch (const runtime::RuntimeError& error) {
-    return error.number();
-  }
-}
+using Bytes = std::array<std::byte, 3>;
+constexpr Bytes kBytes = {std::byte{1}, std::byte{2}, std::byte{3}};
 
-constexpr std::array<std::byte, 3> kBytes = {std::byte{1}, std::byte{2}, std::byte{3}};
+class RandomFileTest : public testing::Test {
+ protected:
+  ScratchFile scratch_{runtime::ProgramFolder() + L"\\scratch.dat"};
+};
 
-TEST(RandomFile, CreatesAMissingFileEmpty) {
-  const ScratchFile scratch;
-  const runtime::RandomFile file(scratch.path(), 512);
-  EXPECT_EQ(scratch.Read().size(), 0U);
-}
-
-TEST(RandomFile, WritesARecordAtItsPlaceAfterZeros) {
-  const ScratchFile scratch;
-  const runtime::RandomFile file(scratch.path(), 512);
-  file.Write(17, kBytes);
-  const auto bytes = scratch.Read();
-  ASSERT_EQ(bytes.size(), 8192U + 3);
-  for (std::size_t i = 0; i < 8192; ++i) {
-    ASSERT_EQ(bytes[i], 0) << i;
-  }
-  EXPECT_EQ(bytes[8192], 1);
-  EXPECT_EQ(bytes[8194], 3);
-}
-
-TEST(RandomFile, LeavesTheRestOfTheFileAlone) {
-  const ScratchFile scratch;
-  scratch.Write(std::vector<unsigned char>(2000, 7));
-  const runtime::RandomFile file(scratch.path(), 512);
-  file.Write(2, kBytes);
-  const auto bytes = scratch.Read();
-  ASSERT_EQ(bytes.size(), 2000U);
-  EXPECT_EQ(bytes[511], 7);
-  EXPECT_EQ(bytes[512], 1);
-  EXPECT_EQ(bytes[515], 7);
-}
-
-TEST(RandomFile, ReadsZerosBeyondTheEnd) {
-  const ScratchFile scratch;
-  scratch.Write({9, 9, 9, 9});
-  const runtime::RandomFile file(scratch.path(), 2);
-  std::array<std::byte, 4> bytes{};
-  bytes.fill(std::byte{5});
+TEST_F(RandomFileTest, LetsAnotherProgramReadAndWriteMeanwhile) {
+  const RandomFile file(scratch_.path(), 512);
+  const RandomFile other(scratch_.path(), 512);
+  other.Write(2, kBytes);
+  Bytes bytes{};
   file.Read(2, bytes);
-  EXPECT_EQ(bytes, (std::array<std::byte, 4>{std::byte{9}, std::byte{9}, std::byte{0}, std::byte{0}}));
-  bytes.fill(std::byte{5});
-  file.Read(100, bytes);
-  EXPECT_EQ(bytes, (std::array<std::byte, 4>{}));
-}
-
-TEST(RandomFile, LetsAnotherProgramReadAndWriteMeanwhile) {
-  const ScratchFile scratch;
-  const runtime::RandomFile file(scratch.path(), 512);
-  const runtime::RandomFile other(scratch.path(), 512);
-  other.Write(1, kBytes);
-  std::array<std::byte, 3> bytes{};
-  file.Read(1, bytes);
   EXPECT_EQ(bytes, kBytes);
 }
 
-TEST(RandomFile, NamesTheErrors) {
-  const ScratchFile scratch;
-  EXPECT_EQ(ErrorOf([&] { runtime::RandomFile(scratch.path() + L"\\no\\such", 512); }), ErrorNumber::PathNotFound);
-  EXPECT_EQ(ErrorOf([] { runtime::RandomFile(L"C:\\a<b>|c", 512); }), ErrorNumber::BadFileNameOrNumber);
-
-  CreateDirectoryW(scratch.path().c_str(), nullptr);
-  EXPECT_EQ(ErrorOf([&] { runtime::RandomFile(scratch.path(), 512); }), ErrorNumber::PathFileAccessError);
+TEST_F(RandomFileTest, ReadsZerosBeyondTheEnd) {
+  const RandomFile file(scratch_.path(), 2);
+  file.Write(1, kBytes);
+  Bytes bytes = kBytes;
+  file.Read(2, bytes);
+  EXPECT_EQ(bytes, (Bytes{std::byte{3}}));
+  bytes = kBytes;
+  file.Read(100, bytes);
+  EXPECT_EQ(bytes, Bytes{});
 }
 
-TEST(RandomFile, SaysPermissionDeniedIfAnotherHoldsTheFile) {
-  const ScratchFile scratch;
+TEST_F(RandomFileTest, NamesTheErrorsOfOpening) {
+  EXPECT_TRUE(Raises(PathNotFound, [&] { RandomFile(scratch_.path() + L"\\no\\such", 512); }));
+  EXPECT_TRUE(Raises(BadFileNameOrNumber, [] { RandomFile(L"C:\\a<b>|c", 512); }));
+
+  CreateDirectoryW(scratch_.path().c_str(), nullptr);
+  EXPECT_TRUE(Raises(PathFileAccessError, [&] { RandomFile(scratch_.path(), 512); }));
+  RemoveDirectoryW(scratch_.path().c_str());
+
   const runtime::unique_file holder(
-      CreateFileW(scratch.path().c_str(), GENERIC_READ, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-  EXPECT_EQ(ErrorOf([&] { runtime::RandomFile(scratch.path(), 512); }), ErrorNumber::PermissionDenied);
+      CreateFileW(scratch_.path().c_str(), GENERIC_READ, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  EXPECT_TRUE(Raises(PermissionDenied, [&] { RandomFile(scratch_.path(), 512); }));
+}
+
+// ---- faults of a disk
+
+DWORD fault = 0;
+
+BOOL WINAPI RefuseToWrite(HANDLE, LPCVOID, DWORD, LPDWORD written, LPOVERLAPPED) {
+  *written = 0;
+  SetLastError(fault);
+  return FALSE;
+}
+
+BOOL WINAPI WriteHalf(HANDLE, LPCVOID, DWORD size, LPDWORD written, LPOVERLAPPED) {
+  *written = size / 2;
+  return TRUE;
+}
+
+BOOL WINAPI RefuseToRead(HANDLE, LPVOID, DWORD, LPDWORD read, LPOVERLAPPED) {
+  *read = 0;
+  SetLastError(fault);
+  return FALSE;
+}
+
+BOOL WINAPI ReadHalf(HANDLE, LPVOID, DWORD size, LPDWORD read, LPOVERLAPPED) {
+  *read = size / 2;
+  return TRUE;
+}
+
+TEST_F(RandomFileTest, NamesTheErrorOfARefusedWrite) {
+  const RandomFile file(scratch_.path(), 512);
+  const SystemStandIn standIn(writeFileSlot, &RefuseToWrite);
+  for (const auto& [systems, error] : {std::pair{ERROR_WRITE_PROTECT, PermissionDenied},
+                                       {ERROR_LOCK_VIOLATION, PermissionDenied},
+                                       {ERROR_ACCESS_DENIED, PathFileAccessError},
+                                       {ERROR_DISK_FULL, DiskFull},
+                                       {ERROR_HANDLE_DISK_FULL, DiskFull},
+                                       {ERROR_CRC, DeviceIOError},
+                                       {ERROR_NOT_ENOUGH_MEMORY, OutOfMemory},
+                                       {ERROR_NO_SYSTEM_RESOURCES, OutOfMemory}}) {
+    fault = static_cast<DWORD>(systems);
+    EXPECT_TRUE(Raises(error, [&] { file.Write(1, kBytes); })) << fault;
+  }
+}
+
+TEST_F(RandomFileTest, TakesHalfAWrittenRecordForAFullDisk) {
+  const RandomFile file(scratch_.path(), 512);
+  const SystemStandIn standIn(writeFileSlot, &WriteHalf);
+  EXPECT_TRUE(Raises(DiskFull, [&] { file.Write(1, kBytes); }));
+}
+
+TEST_F(RandomFileTest, NamesTheErrorOfAFailedRead) {
+  const RandomFile file(scratch_.path(), 512);
+  file.Write(1, kBytes);
+  Bytes bytes{};
+  {
+    const SystemStandIn standIn(readFileSlot, &RefuseToRead);
+    for (const auto& [systems, error] :
+         {std::pair{ERROR_LOCK_VIOLATION, PermissionDenied}, {ERROR_CRC, DeviceIOError}}) {
+      fault = static_cast<DWORD>(systems);
+      EXPECT_TRUE(Raises(error, [&] { file.Read(1, bytes); })) << fault;
+    }
+    fault = ERROR_HANDLE_EOF;
+    EXPECT_NO_THROW(file.Read(2, bytes));
+  }
+  const SystemStandIn standIn(readFileSlot, &ReadHalf);
+  EXPECT_TRUE(Raises(DeviceIOError, [&] { file.Read(1, bytes); })) << "fewer bytes than the file's length";
 }
 
 }  // namespace

@@ -25,3 +25,35 @@ class SystemStandIn {
   Function& slot_;
   Function system_;
 };
+
+/// Lets a system function fail with this answer, for its lifetime.
+template <auto& Slot, auto Answer>
+class Refused;
+
+template <class Result, class... Arguments, Result(WINAPI*& Slot)(Arguments...), auto Answer>
+class Refused<Slot, Answer> {
+ public:
+  /// Refuses every call.
+  Refused() = default;
+  /// Refuses one call only; 0 is the first one.
+  explicit Refused(int call) {
+    every_ = false;
+    next_ = call;
+  }
+  ~Refused() { every_ = true; }
+  Refused(const Refused&) = delete;
+  Refused& operator=(const Refused&) = delete;
+
+  /// Whether the one call has come.
+  [[nodiscard]] bool Happened() const { return next_ < 0; }
+
+ private:
+  static Result WINAPI Call(Arguments... arguments) {
+    return every_ || next_-- == 0 ? static_cast<Result>(Answer) : system_(arguments...);
+  }
+
+  static inline const auto system_ = Slot;
+  static inline bool every_ = true;
+  static inline int next_ = 0;
+  SystemStandIn<Result(WINAPI*)(Arguments...)> standIn_{Slot, &Call};
+};

@@ -4,13 +4,29 @@
 // Needs windows.h before it.
 #include <shellapi.h>
 
-#include "runtime/runtime_error.h"
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "runtime/program_end.h"
+#include "support/font_of_win.h"
+#include "support/raises.h"
 #include "support/system_stand_in_win.h"
 #include "tray/message_number.h"
 #include "tray/tray_icon_record.h"
 
 extern "C" decltype(&ChangeWindowMessageFilterEx) changeFilterSlot asm("__imp__ChangeWindowMessageFilterEx@16");
+extern "C" decltype(&EndMenu) endMenuSlot asm("__imp__EndMenu@0");
+extern "C" decltype(&FindWindowW) findWindowSlot asm("__imp__FindWindowW@8");
+extern "C" decltype(&GetCursorPos) getCursorPosSlot asm("__imp__GetCursorPos@4");
+extern "C" decltype(&GetForegroundWindow) getForegroundWindowSlot asm("__imp__GetForegroundWindow@0");
+extern "C" decltype(&GetMessagePos) getMessagePosSlot asm("__imp__GetMessagePos@0");
+extern "C" decltype(&GetWindowThreadProcessId) getProcessSlot asm("__imp__GetWindowThreadProcessId@8");
+extern "C" decltype(&PostMessageW) postMessageSlot asm("__imp__PostMessageW@16");
+extern "C" decltype(&SetForegroundWindow) setForegroundWindowSlot asm("__imp__SetForegroundWindow@4");
+extern "C" decltype(&SetTimer) setTimerSlot asm("__imp__SetTimer@16");
 extern "C" decltype(&Shell_NotifyIconA) shellNotifyIconSlot asm("__imp__Shell_NotifyIconA@8");
+extern "C" decltype(&TrackPopupMenu) trackPopupMenuSlot asm("__imp__TrackPopupMenu@28");
 
 namespace {
 
@@ -30,9 +46,17 @@ class FakeMainForm final : public tidewell::MainForm {
   mutable HWND iconsGivenTo = nullptr;
 };
 
+HWND owner = nullptr;  ///< the About window
+
+/// Sends a mouse message of the icon, as the tray does.
+void TrayMessage(int message) { SendMessageW(owner, WM_MOUSEMOVE, 1, message); }
+
 class About : public testing::Test {
  protected:
-  About() { Update(0, 5); }
+  About() {
+    Update(0, 5);
+    owner = about_.hwnd();
+  }
   ~About() override { Update(2, 0); }
 
   std::int16_t Update(std::int32_t Value, std::int16_t IcoNum) {
@@ -40,20 +64,24 @@ class About : public testing::Test {
     return IcoNum;
   }
 
-  /// Sends a mouse message of the icon, as the tray does.
-  void TrayMessage(int message) { SendMessageW(about_.hwnd(), WM_MOUSEMOVE, 1, message); }
+  static void Show() { ShowWindow(owner, SW_SHOW); }
 
-  void Show() { ShowWindow(about_.hwnd(), SW_SHOW); }
-
-  HICON PictureOf(int index) {
+  HWND Item(int id) {
     Show();  // which makes the controls
-    return reinterpret_cast<HICON>(
-        SendMessageW(GetDlgItem(about_.hwnd(), layout::kPicMoon + index), STM_GETICON, 0, 0));
+    return GetDlgItem(owner, id);
+  }
+
+  static RECT Place() {
+    RECT place{};
+    GetWindowRect(owner, &place);
+    return place;
   }
 
   FakeMainForm main_;
   tidewell::frmAbout about_{main_};
 };
+
+// ---- the icon's record
 
 BOOL WINAPI WriteIntoTheRecord(DWORD /*command*/, NOTIFYICONDATAA* record) {
   record->szTip[0] = '*';
@@ -97,63 +125,211 @@ TEST_F(About, MakesNoWindowIfThereIsNoIconToRemove) {
 
 TEST_F(About, ShowsTheNewMoonForNumber28) {
   EXPECT_EQ(Update(1, 28), 0);
-  const auto newMoon = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(PictureOf(0)));
+  const auto newMoon = static_cast<std::uint32_t>(SendMessageW(Item(layout::kPicMoon), STM_GETICON, 0, 0));
   EXPECT_EQ(mMoon::TrayIconData.hIcon, newMoon);
   EXPECT_EQ(Update(1, 27), 27);
   EXPECT_NE(mMoon::TrayIconData.hIcon, newMoon);
 }
 
 TEST_F(About, RefusesANumberBelowZero) {
-  try {
-    Update(1, -1);
-    FAIL();
-  } catch (const runtime::RuntimeError& error) {
-    EXPECT_EQ(error.number(), runtime::ErrorNumber::ControlArrayElementDoesNotExist);
-  }
+  EXPECT_TRUE(support::Raises(runtime::ErrorNumber::ControlArrayElementDoesNotExist, [&] { Update(1, -1); }));
+}
+
+// ---- how it looks
+
+TEST_F(About, HasTheDesignsFonts) {
+  EXPECT_EQ(FontOf(Item(layout::kLblTitle)), L"Arial -27 700") << "20.25 points";
+  EXPECT_EQ(FontOf(Item(layout::kLblDescription)), L"MS Sans Serif -16 400") << "12 points";
+  EXPECT_EQ(FontOf(Item(layout::kCmdOK)), L"MS Shell Dlg 2 -11 400") << "8.25 points";
+}
+
+TEST_F(About, CanBeNeitherMinimisedNorResized) {
+  constexpr LONG kFrame = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX | WS_THICKFRAME;
+  EXPECT_EQ(GetWindowLongW(owner, GWL_STYLE) & kFrame, WS_CAPTION | WS_SYSMENU);
 }
 
 TEST_F(About, OpensInTheMiddleOfTheMainWindowsScreen) {
   Show();
-  RECT place{};
-  GetWindowRect(about_.hwnd(), &place);
-  EXPECT_NEAR(place.left + place.right, main_.workArea.left + main_.workArea.right, 1);
-  EXPECT_NEAR(place.top + place.bottom, main_.workArea.top + main_.workArea.bottom, 1);
+  EXPECT_NEAR(Place().left + Place().right, main_.workArea.left + main_.workArea.right, 1);
+  EXPECT_NEAR(Place().top + Place().bottom, main_.workArea.top + main_.workArea.bottom, 1);
 }
 
 TEST_F(About, OpensAgainWhereItWasMovedTo) {
   Show();
-  SetWindowPos(about_.hwnd(), nullptr, 30, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-  SendMessageW(about_.hwnd(), WM_CLOSE, 0, 0);
+  SetWindowPos(owner, nullptr, 30, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  SendMessageW(owner, WM_CLOSE, 0, 0);
   Show();
-  RECT place{};
-  GetWindowRect(about_.hwnd(), &place);
-  EXPECT_EQ(place.left, 30);
-  EXPECT_EQ(place.top, 40);
+  EXPECT_EQ(Place().left, 30);
+  EXPECT_EQ(Place().top, 40);
 }
 
-TEST_F(About, AMessageOfTheIconIsKeptAndBringsTheMainWindowsIcons) {
+TEST_F(About, HasTheKeyboardOnOkIfItIsFirstShownAfterTheMenuHadIt) {
+  SendMessageW(owner, WM_ACTIVATE, WA_ACTIVE, 0);
+  EXPECT_EQ(GetFocus(), owner) << "there is no control yet";
+  SendMessageW(owner, WM_ACTIVATE, WA_INACTIVE, 0);
+  Show();
+  EXPECT_EQ(GetFocus(), GetDlgItem(owner, layout::kCmdOK));
+}
+
+// ---- messages of the icon
+
+TEST_F(About, KeepsTheNumberOfEachMessageAndTakesTheMainWindowsIcons) {
   for (const int message : {512, 513, 515, 516, 518}) {
     main_.iconsGivenTo = nullptr;
     TrayMessage(message);
     EXPECT_EQ(mMoon::MouseMsg, message);
-    EXPECT_EQ(main_.iconsGivenTo, about_.hwnd());
+    EXPECT_EQ(main_.iconsGivenTo, owner);
   }
 }
 
-TEST_F(About, MessagesOfTheIconDoNotPaintItAgain) {
+TEST_F(About, IsNotPaintedAgainByTheMessages) {
   Show();
   TrayMessage(512);
-  UpdateWindow(about_.hwnd());
+  UpdateWindow(owner);
   TrayMessage(512);
-  EXPECT_FALSE(GetUpdateRect(about_.hwnd(), nullptr, FALSE));
+  EXPECT_FALSE(GetUpdateRect(owner, nullptr, FALSE));
 }
 
-TEST_F(About, FirstShownAfterTheMenuHadTheKeyboardItHasItOnOk) {
-  SendMessageW(about_.hwnd(), WM_ACTIVATE, WA_ACTIVE, 0);
-  EXPECT_EQ(GetFocus(), about_.hwnd()) << "there is no control yet";
-  SendMessageW(about_.hwnd(), WM_ACTIVATE, WA_INACTIVE, 0);
-  Show();
-  EXPECT_EQ(GetFocus(), GetDlgItem(about_.hwnd(), layout::kCmdOK));
+// ---- the menu: what it asks of the system, in which order, and when it ends by itself. The windows, their processes
+// and the foreground are made up.
+
+std::vector<std::string> asked;
+std::function<void()> whileTheMenuIsOpen;
+HWND foreground = nullptr;
+
+const auto kTaskBar = reinterpret_cast<HWND>(0x1000);
+const auto kDesktop = reinterpret_cast<HWND>(0x1001);  // of the shell, like the task bar
+const auto kOther = reinterpret_cast<HWND>(0x1002);
+
+BOOL WINAPI RunMenu(HMENU /*menu*/, UINT flags, int x, int y, int /*reserved*/, HWND window, const RECT* /*ignored*/) {
+  POINT pointer{};
+  GetCursorPos(&pointer);
+  EXPECT_EQ(window, owner);
+  EXPECT_EQ(x, pointer.x);
+  EXPECT_EQ(y, pointer.y);
+  EXPECT_EQ(flags & TPM_RIGHTBUTTON, 0U) << "a second right click must choose nothing";
+  asked.emplace_back("menu");
+  whileTheMenuIsOpen();
+  return 0;
+}
+
+/// The system refuses the foreground.
+BOOL WINAPI NoteForeground(HWND window) {
+  asked.emplace_back(window == owner ? "foreground" : "foreground of another window");
+  return FALSE;
+}
+
+BOOL WINAPI NotePost(HWND window, UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/) {
+  asked.emplace_back(window == owner && message == WM_NULL ? "null message" : "another message");
+  return TRUE;
+}
+
+BOOL WINAPI NoteEnd() {
+  asked.emplace_back("end");
+  return TRUE;
+}
+
+HWND WINAPI TellForeground() { return foreground; }
+
+HWND WINAPI FindTaskBar(LPCWSTR windowClass, LPCWSTR /*caption*/) {
+  return lstrcmpW(windowClass, L"Shell_TrayWnd") == 0 ? kTaskBar : nullptr;
+}
+
+/// The task bar and the desktop are of one process, but of two threads.
+DWORD WINAPI TellProcess(HWND window, DWORD* process) {
+  const bool shells = window == kTaskBar || window == kDesktop;
+  if (process != nullptr) {
+    *process = window == nullptr ? 0 : shells ? 1 : window == kOther ? 2 : GetCurrentProcessId();
+  }
+  return window == nullptr ? 0 : window == kTaskBar ? 11 : 12;
+}
+
+/// Waits for a tick of the menu's timer and dispatches it. Returns whether it ends the menu.
+bool EndsWithTheForegroundAt(HWND window) {
+  foreground = window;
+  asked.clear();
+  MSG message{};
+  GetMessageW(&message, owner, WM_TIMER, WM_TIMER);
+  DispatchMessageW(&message);
+  return asked == std::vector<std::string>{"end"};
+}
+
+class TrayMenu : public About {
+ protected:
+  /// Opens the menu by a right click while another window keeps the foreground.
+  static void OpenMenu(HWND before, std::function<void()> meanwhile) {
+    const SystemStandIn menu(trackPopupMenuSlot, &RunMenu);
+    const SystemStandIn setForeground(setForegroundWindowSlot, &NoteForeground);
+    const SystemStandIn getForeground(getForegroundWindowSlot, &TellForeground);
+    const SystemStandIn find(findWindowSlot, &FindTaskBar);
+    const SystemStandIn process(getProcessSlot, &TellProcess);
+    const SystemStandIn post(postMessageSlot, &NotePost);
+    const SystemStandIn end(endMenuSlot, &NoteEnd);
+    asked.clear();
+    foreground = before;
+    whileTheMenuIsOpen = std::move(meanwhile);
+    TrayMessage(517);
+  }
+};
+
+/// Without the foreground a click elsewhere leaves the menu open. Without the message the next menu may close at once.
+TEST_F(TrayMenu, OpensInTheForegroundAndPostsANullMessage) {
+  OpenMenu(kTaskBar, [] { TrayMessage(517); });  // a second right click opens no second one
+  EXPECT_EQ(asked, (std::vector<std::string>{"foreground", "menu", "null message"}));
+}
+
+TEST_F(TrayMenu, EndsIfAnotherProgramGetsTheForeground) {
+  OpenMenu(kTaskBar, [] {
+    EXPECT_FALSE(EndsWithTheForegroundAt(owner));
+    EXPECT_FALSE(EndsWithTheForegroundAt(nullptr)) << "the foreground is changing";
+    EXPECT_FALSE(EndsWithTheForegroundAt(kTaskBar)) << "the click on the icon gave it to the task bar";
+    EXPECT_TRUE(EndsWithTheForegroundAt(kOther));
+    EXPECT_TRUE(EndsWithTheForegroundAt(kDesktop));
+  });
+  EXPECT_EQ(KillTimer(owner, 1), FALSE) << "no timer is left";
+}
+
+TEST_F(TrayMenu, EndsIfTheUserWasElsewhereBeforeItOpened) {
+  for (const HWND before : {kOther, kDesktop}) {
+    OpenMenu(before, [before] { EXPECT_TRUE(EndsWithTheForegroundAt(before)); });
+  }
+}
+
+TEST_F(TrayMenu, EndsByAClickOnTheIconIfTheTaskBarKeepsTheForeground) {
+  for (const int click : {514, 517}) {
+    OpenMenu(kTaskBar, [click] {
+      TrayMessage(512);
+      EXPECT_FALSE(EndsWithTheForegroundAt(kTaskBar)) << "the pointer has moved";
+      TrayMessage(click);
+      EXPECT_TRUE(EndsWithTheForegroundAt(kTaskBar));
+    });
+  }
+}
+
+POINT menuPlace;
+
+BOOL WINAPI NotePlace(HMENU /*menu*/, UINT /*flags*/, int x, int y, int /*reserved*/, HWND /*window*/,
+                      const RECT* /*ignored*/) {
+  menuPlace = {.x = x, .y = y};
+  return 0;
+}
+
+DWORD WINAPI LeftOfTheMainScreen() { return MAKELONG(-20, 30); }
+
+TEST_F(TrayMenu, OpensWhereThePointerWasIfItsPlaceIsRefused) {
+  const SystemStandIn menu(trackPopupMenuSlot, &NotePlace);
+  const SystemStandIn message(getMessagePosSlot, &LeftOfTheMainScreen);
+  const Refused<getCursorPosSlot, FALSE> refused;
+  TrayMessage(517);
+  EXPECT_EQ(menuPlace.x, -20);
+  EXPECT_EQ(menuPlace.y, 30);
+}
+
+TEST_F(TrayMenu, OpensWithoutItsTimer) {
+  const Refused<setTimerSlot, 0> refused;
+  OpenMenu(kTaskBar, [] {});
+  EXPECT_EQ(asked.at(1), "menu");
+  EXPECT_FALSE(runtime::Ending());
 }
 
 }  // namespace

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <windows.h>
+
+#include <algorithm>
+
+/// A bitmap in memory: something to paint on, or the pixels of a window's client area, whose single reading would be
+/// slow.
+class Pixels {
+ public:
+  Pixels(int width, int height) : width_(width), height_(height) {
+    BITMAPINFO description{};
+    description.bmiHeader.biSize = sizeof description.bmiHeader;
+    description.bmiHeader.biWidth = width;
+    description.bmiHeader.biHeight = -height;  // top down
+    description.bmiHeader.biPlanes = 1;
+    description.bmiHeader.biBitCount = 32;
+    bitmap_ = CreateDIBSection(dc_, &description, DIB_RGB_COLORS, reinterpret_cast<void**>(&pixels_), nullptr, 0);
+    SelectObject(dc_, bitmap_);
+  }
+  explicit Pixels(HWND window) : Pixels(ClientOf(window).right, ClientOf(window).bottom) {
+    const HDC from = GetDC(window);
+    BitBlt(dc_, 0, 0, width_, height_, from, 0, 0, SRCCOPY);
+    ReleaseDC(window, from);
+  }
+  ~Pixels() {
+    DeleteDC(dc_);
+    DeleteObject(bitmap_);
+  }
+  Pixels(const Pixels&) = delete;
+  Pixels& operator=(const Pixels&) = delete;
+
+  [[nodiscard]] HDC dc() const noexcept { return dc_; }
+  [[nodiscard]] int Width() const noexcept { return width_; }
+  [[nodiscard]] int Height() const noexcept { return height_; }
+
+  [[nodiscard]] COLORREF At(int x, int y) const {
+    GdiFlush();
+    const DWORD pixel = pixels_[y * width_ + x];
+    return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
+  }
+
+  bool operator==(const Pixels& other) const {
+    GdiFlush();
+    return std::equal(pixels_, pixels_ + width_ * height_, other.pixels_, other.pixels_ + other.width_ * other.height_);
+  }
+
+ private:
+  static RECT ClientOf(HWND window) {
+    RECT client{};
+    GetClientRect(window, &client);
+    return client;
+  }
+
+  int width_, height_;
+  HDC dc_ = CreateCompatibleDC(nullptr);
+  HBITMAP bitmap_;
+  DWORD* pixels_ = nullptr;
+};
