@@ -4,7 +4,7 @@ const {run} = require('./comparison.cjs');
 const LUNATION = 1 / 12.3685; // years, as in the library
 const ASTRONOMICAL_UNIT = 149597870.7; // km
 
-/** The last and the next of a phase that the library finds nearest to a year. */
+/** The last and the next instant of a phase; find(year) gives only the one nearest to a year. */
 const around = (find, jd) => {
   const year = 2000 + (jd - 2451545) / 365.25;
   const nearest = find(year);

@@ -1,7 +1,7 @@
 // What the runners in JavaScript share. They print a name and the processor time of one report in nanoseconds, or with
 // --answers the library's answer at each instant.
 
-// The instants of InstantsOfComparison in instants.h.
+// The same instants as InstantsOfComparison in comparison.h.
 const instants = Array.from({length: 1000}, (_, i) => 2415020.5 + 365.2425 * (50 + 100 * (i + 0.5) / 1000));
 
 /** Runs work(jd), which returns [lit fraction, last New, next New, last Full, next Full] with Julian days. */

@@ -21,7 +21,7 @@ inline Instants InstantsOfYears(double firstYear, double years) {
   return instants;
 }
 
-/// The instants of every comparison, about one in five weeks of 1950 to 2050. comparison.cjs forms the same ones.
+/// The instants of every comparison: one about every five weeks, 1950 to 2050. comparison.cjs forms the same ones.
 inline Instants InstantsOfComparison() { return InstantsOfYears(1950, 100); }
 
 /// The least that a report costs if it calls the library for each sine: only their sum. The arguments are as large as

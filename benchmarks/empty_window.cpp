@@ -1,7 +1,7 @@
 // An empty window with the program's size, timer intervals, DLLs and manifest: what a window itself costs.
 
 #include <windows.h>
-// Need windows.h before them.
+// These need windows.h first.
 #include <commctrl.h>
 #include <shellapi.h>
 
@@ -12,7 +12,7 @@ constexpr SIZE kClient = {257, 342};
 constexpr UINT kInterval = 1000;  // ms
 constexpr DWORD kStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
 
-// Never called: the system loads these DLLs, as it does for the program.
+// Never called: the references make the system load these DLLs, as it does for the program.
 [[maybe_unused]] auto* volatile shell32 = &Shell_NotifyIconA;
 [[maybe_unused]] auto* volatile gdi32 = &CreateSolidBrush;
 

@@ -17,7 +17,7 @@ namespace {
 /// The system counts in steps of 10 ms, which matter little in so long a run.
 constexpr double kEnough = 1e9;  // ns
 
-/// The processor time of this process, in nanoseconds.
+/// The processor time of this process in user mode, in nanoseconds.
 double ProcessorTime() {
   FILETIME created;
   FILETIME ended;

@@ -87,7 +87,7 @@ TEST(CivilToJulian, ChangesJanuaryAndFebruaryInTheCallersVariables) {
   EXPECT_EQ(month, 3);
 }
 
-// The month is not checked either: beyond 14 the formula goes on with 30.6001 days a month.
+// The month is not checked: each one beyond 14 adds another 30.6001 days.
 TEST(CivilToJulian, CountsOnBeyondTheLastMonth) { EXPECT_TRUE(Same(3430715.5, JulianDay(2000, 32000, 1))); }
 
 TEST(CivilToJulian, OverflowsWhenTheYearLeaves16BitsAndChangesNothing) {

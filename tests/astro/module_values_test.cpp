@@ -19,8 +19,8 @@ using namespace runtime;
 
 namespace {
 
-// Narrow enough to prove that two builds agree with each other: the runtimes' sines differ only in their last bits.
-// The program forms the Moon's series from multiples of four angles, the file from one sine per row.
+// Narrow enough to prove that two builds agree. Two things change the last bits: each runtime has its own sine, and
+// the program forms the Moon's series from multiples of four angles, the file from one sine per row.
 constexpr double kAngle = 5e-11;     // degrees
 constexpr double kDay = 1e-9;        // days: two units in the last place of a Julian day
 constexpr double kRelative = 1e-12;  // all others: of the value, or of 1 near 0

@@ -51,8 +51,8 @@ std::vector<std::size_t> UnconvertedRows(const MoonSeries<Rows, Groups>& series)
   return rows;
 }
 
-/// Adds each group of rows separately (the first starts at `start`), then adds the groups. The reversed order shows
-/// that the order can be told from the sum.
+/// Adds each group of rows separately (the first starts at `start`), then adds the groups. `reversed` reverses the rows
+/// of each group, to show that their order changes the sum.
 template <std::size_t Rows, std::size_t Groups, class Wave>
 double Summed(double start, const MoonSeries<Rows, Groups>& series, Wave wave, bool reversed) {
   const double T = Centuries;
@@ -146,8 +146,7 @@ TEST(MoonSeries, OnlyRow26OfTheLongitudeIsUnconverted) {
   EXPECT_TRUE(UnconvertedRows(kParallaxSeries).empty());
 }
 
-// In the printed order only the roundings of the waves differ from the program's; in another order those of the
-// additions differ, too.
+// In the printed order only the waves round differently from the program's. In another order the additions do, too.
 TEST_F(MoonSeriesTest, AreSummedInThePrintedOrder) {
   std::array<std::array<double, 3>, 2> squares{};
   for (int i = 0; i < 2000; ++i) {

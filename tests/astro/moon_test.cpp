@@ -116,7 +116,7 @@ TEST_F(MoonPositionTest, DoesNotNormaliseTheSunsAnomalyAgain) {
   EXPECT_TRUE(Near(0.001 - 0.001778 * SinDegrees(71.4), SunMeanAnomaly, 1e-12));
 }
 
-// Far in the past the polynomial is negative: only there does normalising show.
+// Only far in the past is the polynomial negative, so that normalising changes it.
 TEST_F(MoonPositionTest, NormalisesTheObliquity) {
   Centuries = -400;
   SunPosition(0);

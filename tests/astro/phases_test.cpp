@@ -124,7 +124,7 @@ TEST_F(FindPhasesTest, CountsTheLunationsBefore1900Downward) {
   EXPECT_TRUE(Near(2396933, FullMoonJD, 1));
 }
 
-// 1 January is given 20 days too late: on the 12th the finder gives the Full Moon of 10 September, which has passed.
+// 1 January is passed 20 days late. So for 12 September the finder gives the Full Moon of the 10th, which has passed.
 TEST_F(FindPhasesTest, LeavesAPassedFullMoonInThePast) {
   const double jd = 2452894.5;
   FindPhases(2003, jd, kJanuary2003 + 20);
@@ -151,7 +151,7 @@ TEST_F(FindPhasesTest, APhaseExactlyAtTheReferenceDayHasNotPassed) {
   ExpectLastLunation(1282.5, -1);
 }
 
-// Far from 1900 every digit of the powers of T shows.
+// Far from 1900 a wrong digit in any coefficient of the powers of T shows.
 TEST_F(FindPhasesTest, InstantsFollowThePrintedFormulaOverTheAges) {
   for (const std::int16_t year : std::initializer_list<std::int16_t>{-25000, -4712, 0, 1700, 1951, 2099, 9999, 25000}) {
     for (int day = 0; day < 360; day += 7) {

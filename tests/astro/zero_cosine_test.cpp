@@ -1,5 +1,5 @@
-// A longitude whose cosine is exactly 0. No double has one, so --wrap=cos leads every call of cos here, and this cos
-// returns 0 for one chosen argument.
+// A longitude whose cosine is exactly 0. The cosine of a double never is, so the linker's --wrap=cos sends every call
+// of cos to the one in this file, which returns 0 for one chosen argument.
 
 #include <gtest/gtest.h>
 

@@ -165,7 +165,7 @@ TEST(Replay, LeavesNoNarrowEllipseToTheSystemAndClipsTheOthers) {
 
 const auto systemsFillRect = fillRectSlot;
 
-/// Windows does not tell what it answers for an empty rectangle.
+/// Windows does not document what FillRect returns for an empty rectangle: it may be a failure.
 int WINAPI RefuseEmptyRectangles(HDC dc, const RECT* place, HBRUSH brush) {
   return place->left < place->right ? systemsFillRect(dc, place, brush) : 0;
 }
@@ -176,7 +176,7 @@ TEST(Replay, FillsNoEmptyRows) {
   EXPECT_TRUE(forms::Replay(pixels.dc(), Drawn(kBlack, kBlack, 50'000).Primitives(), {.x = 2, .y = 2}));
 }
 
-/// Refuses each call that one painting makes to a function, one after another.
+/// Paints once for each call that a painting makes to this function, and refuses that call.
 template <auto& Slot, auto Answer>
 void RefuseEach() {
   forms::DrawingList drawing = HalfDisc(true);
@@ -197,7 +197,7 @@ void RefuseEach() {
   }
 }
 
-TEST(Replay, TellsThatTheSystemRefusedACall) {
+TEST(Replay, ReportsThatTheSystemRefusedACall) {
   RefuseEach<ellipseSlot, FALSE>();
   RefuseEach<fillRectSlot, 0>();
   RefuseEach<intersectClipRectSlot, ERROR>();

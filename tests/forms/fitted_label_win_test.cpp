@@ -75,7 +75,7 @@ TEST_F(FittedLabel, WritesEveryTextInTheLargestSizeThatFits) {
   }
 }
 
-TEST_F(FittedLabel, WritesATextThatFitsAgainInTheDesignsFont) {
+TEST_F(FittedLabel, ReturnsToTheDesignsFontIfTheTextFitsAgain) {
   EXPECT_EQ(HeightFor(kShort), kDesignHeight);
   const HFONT design = Font();
   EXPECT_LT(HeightFor(kWide), kDesignHeight);

@@ -13,7 +13,7 @@ bool DarkIn(bool contrast, COLORREF face) {
   return forms::DarkHighContrast();
 }
 
-TEST(DarkHighContrast, IsThatOfDarkBackgroundsAlone) {
+TEST(DarkHighContrast, NeedsADarkBackground) {
   for (const COLORREF dark :
        {RGB(0, 0, 0), RGB(32, 32, 32), RGB(45, 50, 54), RGB(0, 0x20, 0xFF), RGB(0x58, 0x58, 0x58)}) {
     EXPECT_TRUE(DarkIn(true, dark)) << std::hex << dark;

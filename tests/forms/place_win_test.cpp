@@ -47,12 +47,12 @@ TEST(WorkAreaOf, LeavesOutTheBarsOfTheScreen) {
 const auto systemsShowWindow = showWindowSlot;
 std::optional<int> wish;  ///< the show command that the program was started with
 
-/// Windows does this: the first call follows the wish instead of its own command.
+/// As Windows does: a program's first ShowWindow uses the show command of its start instead of its argument.
 BOOL WINAPI HeedTheWish(HWND window, int command) {
   return systemsShowWindow(window, std::exchange(wish, std::nullopt).value_or(command));
 }
 
-/// After a start that asked for no window, when the user asks for the window.
+/// The program was started hidden or minimised; now the user asks for the window.
 TEST(ShowInForeground, ShowsTheFirstWindowWhateverTheStartAskedFor) {
   const SystemStandIn standIn(showWindowSlot, &HeedTheWish);
   for (const int command : {SW_HIDE, SW_SHOWMINIMIZED, SW_SHOWMINNOACTIVE}) {

@@ -147,7 +147,7 @@ LRESULT CALLBACK CountIcons(HWND window, UINT message, WPARAM wParam, LPARAM lPa
   return CallWindowProcW(ownProcedure, window, message, wParam, lParam);
 }
 
-TEST_F(MainWindow, GivesItsIconsToAboutOnce) {
+TEST_F(MainWindow, GivesItsIconsOnlyOnceToTheAboutBox) {
   const HWND about = FindWindowW(tidewell::frmAbout::kWindowClass, nullptr);
   ownProcedure = Replace(about, &CountIcons);
   iconsSet = 0;
@@ -262,7 +262,7 @@ class RefusedPainting : public MainWindow {
  protected:
   RefusedPainting() { Tick(); }
 
-  /// Refuses each call that one painting makes to a function, one painting after another.
+  /// Paints once for each call that a painting makes to this function, and refuses that call.
   template <auto& Slot, auto Answer>
   void RefuseEach() {
     const Pixels whole = PaintedOverBlack();

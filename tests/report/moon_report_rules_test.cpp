@@ -288,7 +288,7 @@ TEST_F(ReportRulesTest, TipTellsTheAge) {
            // The days come from the text with three decimals.
            {5.9996, L"6 Days 23:59"},
            {5.9994, L"5 Days 23:59"},
-           // Below 0 they are 0, below -10 the sign and the first digit; the hours are those of the magnitude.
+           // They are its first two characters: -8.525 gives "-0", -16.025 gives "-1". The hours ignore the sign.
            {-0.25, L"0 Days 6:00"},
            {-0.28125, L"0 Days 6:45"},
            {-8.525, L"0 Days 12:36"},

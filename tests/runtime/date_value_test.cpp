@@ -57,7 +57,7 @@ TEST(DateSerial, RefusesYearsOutsideTheCalendar) {
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(-32768, 1, 1); }));
 }
 
-// Even if the day leads into a valid year.
+// Even if the day would carry the date into a valid year.
 TEST(DateSerial, RefusesSuchAYearWhateverTheDay) {
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(99, 12, 32); }));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(10000, 1, 0); }));
@@ -80,7 +80,7 @@ TEST(PartsOf, TakesADateApart) {
   ExpectParts(0, 1899, 12, 30, 0, 0, 0);
 }
 
-// The floor is the day, also of a negative date.
+// The day is the value rounded down, also below 0: -0.25 is 18 h on the day before the epoch.
 TEST(PartsOf, IsLinearBelowTheEpoch) {
   ExpectParts(-0.25, 1899, 12, 29, 18, 0, 0);
   ExpectParts(-1, 1899, 12, 29, 0, 0, 0);

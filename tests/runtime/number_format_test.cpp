@@ -30,7 +30,7 @@ TEST_F(FormatNumberTest, TakesThe15SignificantDigitsFirst) {
   // With 15 digits 0.4999999999999996 is a half.
   EXPECT_EQ(FormatNumber(0.4999999999999996, L"0"), L"1");
   EXPECT_EQ(FormatNumber(0.499999999999999, L"0"), L"0");
-  // They are the digits of the exact number. Multiplied by a power of ten, both doubles would round to a half.
+  // The 15 digits come from the exact value. If the doubles were scaled by a power of ten first, both would be a half.
   EXPECT_EQ(FormatNumber(3.000499999999995, L"0.000"), L"3.000");  // the double is below
   EXPECT_EQ(FormatNumber(1.000499999999995, L"0.000"), L"1.001");  // the double is above
   // An exact half goes to the even digit.

@@ -103,7 +103,7 @@ TEST_F(RandomFileTest, NamesTheErrorOfARefusedWrite) {
   }
 }
 
-TEST_F(RandomFileTest, TakesHalfAWrittenRecordForAFullDisk) {
+TEST_F(RandomFileTest, TreatsAHalfWrittenRecordAsAFullDisk) {
   const RandomFile file(scratch_.path(), 512);
   const SystemStandIn standIn(writeFileSlot, &WriteHalf);
   EXPECT_TRUE(Raises(DiskFull, [&] { file.Write(1, kBytes); }));

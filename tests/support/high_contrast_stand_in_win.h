@@ -8,7 +8,7 @@
 
 extern "C" decltype(&SystemParametersInfoW) systemParametersInfoSlot asm("__imp__SystemParametersInfoW@16");
 
-/// High contrast, which Wine lacks, and the colours of windows and of their text, for its lifetime.
+/// While it lives, the system has these window and text colours, and high contrast (which Wine lacks) on or off.
 class HighContrastStandIn {
  public:
   HighContrastStandIn(bool contrast, COLORREF face, COLORREF text) {

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-/// A bitmap in memory: something to paint on, or the pixels of a window's client area, whose single reading would be
-/// slow.
+/// A bitmap in memory: something to paint on, or a copy of a window's client area. Reading a window pixel by pixel
+/// would be slow.
 class Pixels {
  public:
   Pixels(int width, int height) : width_(width), height_(height) {

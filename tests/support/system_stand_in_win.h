@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-/// Replaces a system function by one of the test's, in this program, for its lifetime. The slot is where the linker
-/// keeps the system function's address:
+/// While it lives, this program calls the test's function instead of the system's. The slot is where the linker keeps
+/// the system function's address:
 ///
 ///     extern "C" decltype(&SetTimer) setTimerSlot asm("__imp__SetTimer@16");
 template <class Function>
@@ -44,7 +44,7 @@ class Refused<Slot, Answer> {
   Refused(const Refused&) = delete;
   Refused& operator=(const Refused&) = delete;
 
-  /// Whether the one call has come.
+  /// True once the one call has been refused.
   [[nodiscard]] bool Happened() const { return next_ < 0; }
 
  private:

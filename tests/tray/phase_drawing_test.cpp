@@ -123,8 +123,8 @@ TEST_F(DrawMoonPhaseTest, TheBiasAsDarkFractionDividesByZeroAndLeavesThePictureU
   }
 }
 
-// Lit fractions there are multiples of 2^-53, but 0.49999 is an odd multiple of 2^-54. So 1 minus a lit fraction gives
-// only its two neighbours.
+// Lit fractions near 0.50001 are multiples of 2^-53, but 0.49999 is an odd multiple of 2^-54. So 1 minus a lit fraction
+// may be a neighbour of 0.49999, but never 0.49999 itself.
 TEST_F(DrawMoonPhaseTest, NoLitFractionGivesTheBiasAsDarkFraction) {
   const double lit = 1 - 0.49999;
   for (const double candidate : {std::nextafter(lit, 0), lit, std::nextafter(lit, 1)}) {

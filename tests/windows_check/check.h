@@ -18,10 +18,10 @@ struct Outcome {
   std::wstring text;
 };
 
-/// Good; with what was seen, if that is worth reporting.
+/// Passed; with what was seen, if that is worth reporting.
 [[nodiscard]] inline Outcome Ok(std::wstring seen = L"") { return {Outcome::Kind::Ok, std::move(seen)}; }
 
-/// This machine cannot tell.
+/// The check is not possible on this machine.
 [[nodiscard]] inline Outcome NotHere(std::wstring why) { return {Outcome::Kind::NotHere, std::move(why)}; }
 
 [[nodiscard]] inline Outcome Failed(const std::wstring& wanted, const std::wstring& got) {
@@ -65,7 +65,7 @@ auto Until(const std::wstring& what, Condition condition) {
   }
 }
 
-/// Most checks need a program that was just started.
+/// A named check. Most take a Program, which is started for them.
 struct Check {
   Check(const wchar_t* its, Outcome (*of)(const Stage& stage)) : name(its), run(of) {}
   Check(const wchar_t* its, Outcome (*of)(const Program& program));

@@ -20,7 +20,7 @@
 #include "windows_check/program.h"
 #include "windows_check/screen.h"
 
-// From two other programs: the windows beside which Tidewell is checked.
+// The entry points of two small programs: some checks start this file again to run them beside Tidewell.
 extern "C" int WINAPI RunEmptyWindow(HINSTANCE instance, HINSTANCE previous, PWSTR commandLine, int showCommand);
 int RunTypewriter();
 

@@ -55,7 +55,7 @@ Outcome Restore(const Stage& stage) { return ClickTwice(stage, 0, &tidewell::Set
 
 Outcome Southern(const Stage& stage) { return ClickTwice(stage, 2, &tidewell::SettingsRecord::SouthernView); }
 
-/// It cannot be clicked.
+/// This option is disabled: a click changes nothing.
 Outcome AutoStart(const Stage& stage) {
   const Program program(stage);
   ClickOn(program.Option(1), true);

@@ -14,7 +14,7 @@ namespace {
 namespace fs = std::filesystem;
 namespace layout = tidewell::frmMoonLayout;
 
-/// The system ends the job with this process, and all its processes with the job.
+/// When this process ends, however it ends, the system ends every process in this job.
 HANDLE TheJob() {
   static const HANDLE job = [] {
     const HANDLE made = CreateJobObjectW(nullptr, nullptr);

@@ -28,7 +28,7 @@ class Stage {
   bool quick_;
 };
 
-/// A process that ends with the object, or with the check, however that ends.
+/// A process. The destructor ends it; if windows_check itself ends first, the system does.
 class Process {
  public:
   /// Starts a command line, with a shortcut's show command.

@@ -1,5 +1,5 @@
-// The report: the window and the tip show what the same code computes here for the same minute, and the picture what it
-// draws.
+// The report: lines, tip and picture of the running program are those that the same code makes here for the same
+// minute.
 
 #include <algorithm>
 #include <cmath>
@@ -57,7 +57,7 @@ Report ReportNow(bool southern) {
           .drawing = form.drawing};
 }
 
-/// Computes the reports for each second of an interval, with the zone's offset, or without, as before the first tick.
+/// Computes the report for each second of an interval. Before the program's first tick it has no offset yet.
 std::vector<Report> ReportsFor(runtime::DateValue from, runtime::DateValue to, bool withOffset = true,
                                bool southern = false) {
   constexpr double kHalfASecond = 0.5 / 86400;

@@ -43,7 +43,7 @@ HWND WindowOfIconInWine() {
   return nullptr;
 }
 
-/// The place of that window once the tray has moved it out of the corner and it stays there.
+/// Waits until the tray has moved that window out of the corner and it stands still; returns its place.
 std::optional<RECT> PlaceOfIconInWine() {
   RECT place{};
   for (int look = 0; look < 20; ++look) {

@@ -97,7 +97,7 @@ Outcome NewShell(const Program& program) {
   return IconStands(program.About()) ? Ok() : Failed(L"the icon again", L"none");  // at once, not after a minute
 }
 
-/// One of the menu's corners is at the pointer.
+/// True if the pointer is in the menu or at its edge.
 bool IsAtThePointer(const RECT& menu) {
   constexpr int kBorder = 4;
   RECT around = menu;

@@ -4,7 +4,7 @@
 // argument it answers that one request and ends. Numbers are decimal. bench/driver.py says what the requests do.
 
 #include <windows.h>
-// After windows.h, which they build on.
+// These need windows.h first.
 #include <shellapi.h>
 #include <winternl.h>
 
@@ -135,7 +135,7 @@ std::string Calls(Words& words) {
 std::string Describe(HWND window) {
   RECT screen{};
   RECT client{};
-  // Read before the places: a window on its way must not be reported as shown at its old place.
+  // Read before the places: otherwise a window moved and shown in between would be reported as shown at its old place.
   const LONG style = GetWindowLongW(window, GWL_STYLE);
   const BOOL shown = IsWindowVisible(window);
   GetWindowRect(window, &screen);

@@ -19,12 +19,12 @@ constexpr UINT kNotEnded = 96;
 constexpr UINT kCrashed = 97;
 constexpr UINT kBusy = 98;
 
-constexpr unsigned kBusyCalls = 20000;  ///< between two steps; the reference needs a few hundred
+constexpr unsigned kBusyCalls = 20000;  ///< most calls between two steps; a run without faults needs a few hundred
 constexpr int kTries = 3;
-constexpr int kTicks = 3;                    ///< that pass from "now" to "later", in a minute
+constexpr int kTicks = 3;                    ///< in the minute between "now" and "later"
 constexpr std::uint64_t kSecond = 10000000;  ///< in units of a file time
 constexpr std::uint64_t kDay = 86400;        ///< seconds
-constexpr std::uint64_t kSlot = 300;         ///< seconds of a step, so that trying again delays nothing
+constexpr std::uint64_t kSlot = 300;         ///< seconds of a step, all tries included: a retry delays no later step
 
 std::string scenario;
 
@@ -139,7 +139,7 @@ void LoseTheTaskBar() {
 }
 
 bool Anything() { return true; }
-bool Never() { return false; }  // the program ends by it
+bool Never() { return false; }  // the program ends in this step
 
 struct Step {
   const char* name;
