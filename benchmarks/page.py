@@ -51,7 +51,7 @@ def goals_table(m):
 
 
 def report_table(report, first):
-    """The report's native figures, or those of the 32-bit program, as `first` is."""
+    """The report's figures of one kind, native or 32-bit, whichever `first` is; they are relative to `first`."""
     names = sorted((name for name in report if name.endswith("32-bit") == first.endswith("32-bit")),
                    key=lambda name: median(report[name]))
     return table(["", "µs a report", f"{first} = 1"],

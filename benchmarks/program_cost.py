@@ -47,7 +47,7 @@ def measure_memory(stage, rounds):
 
 
 def _processor_seconds(process):
-    return time.clock_gettime(~process.pid << 3 | 2)  # the process's clock; clock_getcpuclockid() forms its id so
+    return time.clock_gettime(~process.pid << 3 | 2)  # the clock's id as clock_getcpuclockid() returns it
 
 
 def _wake_ups(process):

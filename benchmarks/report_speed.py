@@ -17,7 +17,7 @@ REFERENCE = "Swiss Ephemeris"
 J2000 = 2451545  # Julian day of 1 January 2000, 12 h
 LIT_TOLERANCE = 0.01
 PHASE_TOLERANCE = 5  # minutes; most libraries answer in dynamical time, up to 1.6 minutes ahead
-SHARE = 0.999  # of the phases within it: Tidewell shows a few in thousands an hour late, on purpose
+SHARE = 0.999  # of the phases must be within it, not all: on purpose Tidewell shows a very few an hour late
 
 
 def _lines(text):

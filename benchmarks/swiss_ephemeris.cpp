@@ -45,7 +45,7 @@ void SearchPhases(double jd, Elongation elongation, Answer& answer) {
 
 Answer SwissEphemeris(double jd) {
   std::array<char, AS_MAXCH> message{};
-  // Without its files the library uses another source. Only its result says so.
+  // Without its files the library uses a lesser ephemeris. Only the returned flags say so.
   const auto require = [&](int flags) {
     if (flags < 0 || (flags & SEFLG_SWIEPH) == 0) {
       throw std::runtime_error(std::string("Swiss Ephemeris without its files? ") + message.data());

@@ -52,7 +52,7 @@ int main(int count, char** arguments) {
     benchmarks::PrintReports("Tidewell, 32-bit");
     return 0;
   }
-  [[maybe_unused]] static volatile double kept;  // so that the work is not left out
+  [[maybe_unused]] static volatile double kept;  // keeps the work from being optimised away
   benchmarks::Measure("Tidewell, 32-bit", [](double jd) { benchmarks::ReportAt(jd); });
   benchmarks::Measure("fresh sines, 32-bit", [](double jd) { kept = benchmarks::FreshSines(jd); });
 }

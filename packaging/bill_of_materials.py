@@ -26,7 +26,7 @@ MINGW = {
 }
 WINPTHREADS = MINGW | {"licenses": [{"license": {"id": "MIT"}}, {"license": {"id": "BSD-3-Clause"}}]}
 
-# By archive. Import libraries, of which only stubs are linked, by package.
+# By archive, but import libraries by package: only their stubs are linked.
 LIBRARIES = {
     "libgcc.a": ("libgcc", GCC),
     "libgcc_eh.a": ("libgcc", GCC),

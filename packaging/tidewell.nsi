@@ -88,7 +88,7 @@ Var StartupEntry
 ; NSIS wants separate functions for the setup and the uninstaller.
 !macro SharedFunctions un
 
-; Not NSIS's variables: if a folder is missing they are empty, and "\Tidewell.lnk" would be somebody else's file.
+; Does not use NSIS's variables: they are empty if a folder is missing, and "\Tidewell.lnk" would be somebody else's.
 Function ${un}FindMenus
   System::Call 'shell32::SHGetFolderPathW(p 0, i 0x8002, p 0, i 0, w .r1) i .r3' ; the Start menu, created if missing
   System::Call 'shell32::SHGetFolderPathW(p 0, i 0x8007, p 0, i 0, w .r2) i .r4' ; its Startup folder
@@ -123,7 +123,7 @@ Function ${un}EndProgram
   ${EndIf}
   ClearErrors
   SendMessage $1 0x11 0 1 $2 /TIMEOUT=5000 ; WM_QUERYENDSESSION, ENDSESSION_CLOSEAPP
-  ${IfNot} ${Errors} ; without an answer $2 would be anything
+  ${IfNot} ${Errors} ; without an answer $2 is undefined
   ${AndIf} $2 <> 0
     SendMessage $1 0x16 1 1 /TIMEOUT=5000 ; WM_ENDSESSION, TRUE, ENDSESSION_CLOSEAPP
   ${EndIf}
@@ -188,7 +188,7 @@ Function ${un}IsForeign
   ${EndIf}
 FunctionEnd
 
-; Deletes the file $R2.
+; Deletes the file $R2, or ends with a message.
 Function ${un}DeleteSurely
   ClearErrors
   Delete $R2
@@ -276,7 +276,7 @@ Function CheckFolder
     ${EndIf}
   ${EndIf}
   !insertmacro ForEachFile RefuseForeignFile
-  ${If} ${FileExists} "${NEW}" ; one that a killed setup left is in $Former
+  ${If} ${FileExists} "${NEW}" ; not left by a killed setup: that would be in $Former
     !insertmacro Refuse ${EXIT_NOT_HERE} "This folder is not Tidewell's. Please choose another one.$\n$\n${NEW}"
   ${EndIf}
 FunctionEnd
@@ -382,7 +382,7 @@ Function .onInit
       Call CannotWrite
     ${EndIf}
   ${EndIf}
-  ; An update keeps the choice, silent or not.
+  ; An update keeps the option to start with Windows, silent or not.
   StrCpy $R2 $StartupEntry
   Call IsForeign
   ${If} ${FileExists} $StartupEntry
@@ -407,7 +407,7 @@ Function .onInstSuccess
   ${EndIf}
 FunctionEnd
 
-; Undoes the entry of the folder if the setup failed before it changed anything.
+; After a failure: restores the registry entry of the folder. Called only if no file has been replaced.
 Function GiveFolderBack
   ${If} $FolderIsNew = 1
     RMDir "$INSTDIR" ; only if it is empty
@@ -422,7 +422,7 @@ FunctionEnd
 
 Function .onInstFailed
   GetErrorLevel $0
-  ${If} $0 = -1 ; NSIS itself stopped, as at a full disk
+  ${If} $0 = -1 ; NSIS itself stopped, for example on a full disk
     SetErrorLevel ${EXIT_NOT_HERE}
   ${EndIf}
   ${If} $Progress != ""

@@ -79,7 +79,7 @@ update_and_install() {
   apt_get "$@" install --no-install-recommends --no-remove "${missing[@]}"
 }
 
-# On a terminal the user decides, once. Without one setup goes on and says so.
+# Asks the user once. Without a terminal it goes on and says so.
 stepping_back=""
 agree_to_step_back() {
   echo "setup: trying again without the security suites; installed libraries may step back to older versions"

@@ -39,7 +39,7 @@ wine_prefix() {
         # A crash ends the program instead of asking.
         env -u DISPLAY wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f &&
         # Without a window manager Wine waits 2 s whenever it hides a managed
-        # window. Those of the tests and the tray are not managed.
+        # window, so the windows of the tests and the tray are unmanaged.
         unmanaged window_tests.exe && unmanaged explorer.exe &&
         { wineserver -k || true; } # fails if the server has ended already
     } >"$WINEPREFIX.log" 2>&1 </dev/null 9>&- || {
@@ -50,9 +50,9 @@ wine_prefix() {
   ) 9>"$WINEPREFIX.lock"
 }
 
-# Runs a command on a display of its own. It holds the prefix alone, since Wine
-# ties a prefix to the display of its first use. Before the display ends it ends
-# the Wine server and so every program left. "|| true": there may be no server,
+# Runs a command on its own display. Wine ties a prefix to the display of its
+# first use, so nobody else may use the prefix meanwhile. The Wine server, with
+# every program left, ends before the display. "|| true": there may be no server,
 # and the command may be a function that has set errexit.
 with_own_display() {
   # shellcheck disable=SC2016 # expanded by the inner shell

@@ -122,7 +122,7 @@ def test_the_end_of_the_session_is_never_blocked(program, ticked, hidden):
 
 
 def test_the_end_of_the_session_during_the_start_adds_no_icon(bench, start):
-    """The stored option comes first, so the program changes the icon before it adds it."""
+    """With the southern view stored, the program tries to change the icon before it adds it."""
     program = start(bench.folder(settings=bytes(SOUTHERN_VIEW) + TRUE, marks=["tray-ends-session"]), wait=False)
     assert program.wait_for_end() == 0
     assert [call.command for call in program.calls()] == [NIM_MODIFY]

@@ -52,8 +52,8 @@ def localised(line, names):
 
 
 def some_instants(zone, seed):
-    """Random instants from 1996 to 2099, and some at which the finder meets a phase earlier on the same day. Wine hangs
-    on a year in which the zone skipped a day, as Kiritimati did in 1994."""
+    """Random instants from 1996 to 2099, and evenings, until two have a corrected report: a phase has passed on the
+    same day. No earlier years: Wine hangs on a year in which the zone skipped a day, like Kiritimati's 1994."""
     chance = random.Random(seed)
     first = datetime.datetime(1996, 1, 1, tzinfo=UTC)
     instants = [first + datetime.timedelta(seconds=chance.randrange(104 * 365 * 86400)) for _ in range(3)]

@@ -11,8 +11,9 @@ ICON = {(0, 0, 128), (255, 255, 0)}  # the night sky and the Moon of the window'
 
 
 @pytest.mark.parametrize("column", [LEFT_UP, RIGHT_UP])
-def test_the_pointer_at_the_column_numbered_as_a_click_does_nothing(program, column):
-    """On a high-DPI screen the About box is wide enough for it."""
+def test_a_pointer_whose_x_equals_the_number_of_a_click_does_nothing(program, column):
+    """The icon's events are mouse moves with the event's number as x. On a high-DPI screen the About box is wide enough
+    for a real mouse move with that x."""
     show_about(program)
     x, y, _, height = program.about().screen
     program.driver.place(program.about().hwnd, 100, y, 800, height)

@@ -22,8 +22,8 @@ def test_a_hidden_or_minimised_start_goes_into_the_tray(start, wish):
     until(lambda: program.foreground() == program.main().hwnd, "main window in the foreground")
 
 
-def test_so_does_one_with_the_southern_view(bench, start):
-    """It changes the icon before it adds it."""
+def test_a_minimised_start_with_the_southern_view_goes_into_the_tray(bench, start):
+    """With this option stored, the program tries to change the icon before it adds it."""
     program = start(bench.folder(settings=bytes(SOUTHERN_VIEW) + TRUE), wish=SW_SHOWMINNOACTIVE)
     assert [call.succeeded for call in program.calls()[:2]] == [False, True]
     program.settle()

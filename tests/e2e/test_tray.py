@@ -129,7 +129,7 @@ def announce_a_new_shell(program):
 
 @pytest.fixture(params=[pass_a_minute, announce_a_new_shell])
 def event(request):
-    """After it the program has tried again to add its icon."""
+    """A function that makes the program try again to add its icon."""
     return request.param
 
 

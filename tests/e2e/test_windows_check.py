@@ -50,7 +50,7 @@ def test_all_checks_that_wine_can_do_pass(bench, folder):
 
 
 def test_a_failure_is_reported(bench, folder):
-    """Of a program with a wrong word on a button."""
+    """Checks a program with a wrong word on a button."""
     program = folder / "Tidewell.exe"
     right, wrong = "Close".encode("utf-16-le"), "Cloze".encode("utf-16-le")
     program.write_bytes(program.read_bytes().replace(right, wrong))

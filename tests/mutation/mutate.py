@@ -100,7 +100,7 @@ class WindowsTests(Tests):
     targets = programs
     folder = "build/windows-tests"
     configure = ("--preset", "windows-tests", "-DCMAKE_COMPILE_WARNING_AS_ERROR=OFF", "-DTIDEWELL_TIDY=OFF")
-    share = 0.75  # of few
+    share = 0.75  # lower, because the sample is small
 
     def __init__(self, tree, end_to_end):
         super().__init__(tree)

@@ -42,7 +42,7 @@ RETURN = re.compile(r"\breturn (?!\{\};|0;|nullptr;|false;|FALSE;|std::nullopt;)
 
 
 def visible(text):
-    """The text with comments, directives and assertions blank, and literals as x."""
+    """The text with comments, directives, static assertions and literals overwritten; all else keeps its place."""
     return UNSEEN.sub(lambda match: re.sub(".", "x" if '"' in match[0] else " ", match[0]), text)
 
 

@@ -33,8 +33,8 @@ def write(path, columns, rows):
 def clear_of_edges(now, offset, report):
     """Whether no text of the report depends on the last bits of a double.
 
-    Each phase must be at least 0.3 ms from a full minute, the dark fraction 1e-9 from where its sixth decimal changes,
-    and the phase value 1e-7 from an icon's threshold.
+    Each phase must be at least 0.3 ms from a full minute and from where the text of its hours rounds up, the dark
+    fraction 1e-9 from where its sixth decimal changes, and the phase value 1e-7 from an icon's threshold.
     """
     dates, picture = report["dates"], report["picture"]
     bases = [now, min(dates["NextFull"], dates["NextNew"]) - o.LAST_PASS_DAYS * o.DAY_SECONDS]
@@ -90,8 +90,8 @@ def report_instants():
             offset, southern = next(settings)
             yield o.local_date(jd, offset) + gaps[number // 2 % len(gaps)], offset, southern
 
-    # The New Moon of 8 September 1991, 10:59:59.8 UT, is shown as 11:59: the only one of 1950..2050 whose text of the
-    # hours rounds up.
+    # The New Moon of 8 September 1991, 10:59:59.8 UT, is shown as 11:59. No other phase of 1950..2050 has an hours text
+    # that rounds up.
     for parts in ((1991, 8, 27, 7, 30), (1991, 9, 1, 12, 0), (1991, 9, 8, 10, 59), (1991, 9, 8, 11, 30),
                   (1991, 9, 8, 12, 15), (1991, 9, 15, 9, 0)):
         for offset in (0, 330, -720):
@@ -101,10 +101,10 @@ def report_instants():
     for months in 60 * [(1, 12)] + 16 * [(1, 2)]:
         yield o.date_seconds(*some_date(chance, (1950, 2050), months), chance.randrange(60)), *next(settings)
 
-    # Instants at which a rule shows that hardly shows elsewhere.
+    # Instants for rules whose effects are rare.
     for parts, offset in (
-            # The number of lunations a year is a little too large. After a thousand years a day more or less takes the
-            # second pass to another lunation.
+            # The number of lunations a year is a little too large. A thousand years on, moving the second pass by one
+            # day finds another lunation.
             ((3107, 2, 15, 4, 31, 0), 0), ((3107, 4, 15, 15, 2, 0), 0), ((3128, 8, 18, 8, 46, 0), 0),
             ((3303, 5, 9, 3, 38, 0), 0), ((3303, 7, 7, 6, 41, 0), 0),
             # Half a minute of offset, with even and odd minutes.
@@ -117,7 +117,7 @@ def report_instants():
 
 
 def other_lines(second_pass, last_pass, arguments):
-    """The lines of a report with other distances, in days, of the second and last pass."""
+    """The lines of a report if the second and last pass were this many days away."""
     kept = o.SECOND_PASS_DAYS, o.LAST_PASS_DAYS
     o.SECOND_PASS_DAYS, o.LAST_PASS_DAYS = second_pass, last_pass
     lines = o.report(*arguments)["lines"]
@@ -126,7 +126,7 @@ def other_lines(second_pass, last_pass, arguments):
 
 
 def report_lines(path):
-    """The report at local clock instants, the tip without its padding. Asserts that every rule shows in a row."""
+    """The report at local clock instants, the tip without its padding. Asserts that some row shows each rule."""
     rows, shown = [], set()
     for now, offset, southern in report_instants():
         parts = o.date_parts(now)
@@ -202,13 +202,13 @@ def julian_dates():
 def julian_days(path):
     """Dates with their Julian day, and the date and time that come back from it.
 
-    They belong to exactly this double: up to half of all full minutes come back one minute low. kind "day": a Julian day
-    without a date.
+    What comes back depends on the last bit of the double: up to half of all full minutes come back one minute low. Rows
+    of the kind "day" have only a Julian day.
     """
     rows = []
     for parts in julian_dates():
         year, month, day, *_ = parts
-        # Without the formula: the library's calendar begins with the year 1, but repeats after 400 years.
+        # A check without the formula. datetime begins with the year 1, but the calendar repeats every 400 years.
         ordinal = datetime.date(year % 400 + 400, month, day).toordinal() + 146097 * (year // 400 - 1)
         assert o.civil_to_julian(year, month, day) == ordinal + 1721424.5, parts
         jd = o.civil_to_julian(*parts)

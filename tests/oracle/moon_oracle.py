@@ -51,7 +51,7 @@ def deg_to_rad(angle):
 
 
 def arc_sine(x):
-    """Radians. Not the arc sine, on purpose: the tangent is converted from degrees."""
+    """Radians. Not the true arc sine, on purpose: the tangent is converted as if it were degrees."""
     return math.atan(deg_to_rad(x / math.sqrt(1 - x * x)))
 
 
@@ -100,9 +100,10 @@ def obliquity(t):
 def sun_position(t):
     """The Sun's position.
 
-    On purpose: the right ascension is an arctangent in radians, its numerator converted from degrees, plus 180 if the
-    cosine of the longitude's raw number is negative; the declination (radians) converts the sine of the obliquity once
-    more.
+    On purpose:
+    - The right ascension is an arctangent in radians. Its numerator is converted as if it were degrees. 180 is added if
+      the cosine is negative, with the longitude in degrees taken as radians.
+    - The declination (radians) converts the sine of the obliquity as if it were degrees.
     """
     t2, t3 = math.pow(t, 2), math.pow(t, 3)
     lon = normalize_angle(279.69668 + 36000.76892 * t + 0.0003025 * t2)
@@ -139,7 +140,7 @@ def argument(text, angles):
 
 
 def sum_series(rows, function, angles, eccentricity, raw_row=None):
-    """The sum of a periodic series. The function gets the argument of the raw row, counted from 1, unconverted."""
+    """The sum of a periodic series. In row `raw_row` (counted from 1) the function gets degrees instead of radians."""
     total = 0
     for number, (coefficient, power, text) in enumerate(rows, 1):
         angle = argument(text, angles)
@@ -151,8 +152,8 @@ def moon_position(t, sun_mean_anomaly):
     """The Moon's position. sun_mean_anomaly comes from sun_position; the result has the corrected one.
 
     On purpose: elongation and argument of latitude are not reduced; the T^2 part of the Venus argument is in radians;
-    the odd rows of the series; the extra conversions in the right ascension (an arctangent in radians, plus 0 or 180)
-    and the declination (radians).
+    some rows of the series depart from the publication (see moon_series.py); the right ascension (an arctangent in
+    radians, plus 0 or 180) and the declination (radians) have extra conversions.
     """
     t2, t3 = math.pow(t, 2), math.pow(t, 3)
     lon = 270.434164 + 481267.8831 * t - 0.001133 * t2 + 0.0000019 * t3
@@ -335,7 +336,7 @@ def tip_text(age_seconds):
 
 
 def module_values(year, month, day, hour, minute):
-    """Every module value of one pass. A name that several routines write ends with the routine: @Sun, @Moon, @Phases."""
+    """Every module value of one pass. If several routines write a name, the routine is added: @Sun, @Moon, @Phases."""
     jd = civil_to_julian(year, month, day, hour, minute)
     t = julian_centuries(jd)
     sun = sun_position(t)

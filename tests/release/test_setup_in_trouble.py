@@ -25,7 +25,7 @@ def contents(user):
 
 @pytest.fixture
 def unchanged(user):
-    """A function that asserts that nothing has changed since its first call."""
+    """A function. Its first call notes the state of the machine; each later one asserts that it is still the same."""
     before = []
 
     def check():
@@ -37,7 +37,7 @@ def unchanged(user):
 
 
 def age(user):
-    """Turns the installation into an older one with settings that starts with Windows."""
+    """Makes the installation look older, gives it settings, and lets it start with Windows."""
     for name in INSTALLED:
         with open(user.folder / name, "ab") as file:
             file.write(OLDER)
@@ -47,7 +47,7 @@ def age(user):
 
 
 def is_updated(user, program, version):
-    """Asserts that the aged installation is completely new again."""
+    """Asserts that the installation is completely updated after age()."""
     assert names(user.folder) == sorted([*INSTALLED, SETTINGS])
     assert all((user.folder / name).read_bytes() == (program.parent / name).read_bytes() for name in PACKED)
     assert OLDER not in (user.folder / "uninstall.exe").read_bytes()
@@ -276,7 +276,7 @@ def test_an_update_waits_for_a_scanner(user, held, share, program, version):
         seen = look(user)
         if holds is None and (user.folder / "Tidewell.new/Startup.lnk").exists():
             holds = user.driver.hold(user.windows_path(path), share)
-        elif holds and in_vain == 30:  # far more calls than any step needs: it tries again and again
+        elif holds and in_vain == 30:  # so many calls without a change: it is retrying
             holds = not user.driver.release()
     assert holds is False
     assert call == "ended 0"
@@ -331,7 +331,7 @@ def test_read_only_files_are_updated(user, program, version):
 
 # ---- full disks
 
-SIZES = [pytest.param([100_000, 220_000], id="two"),  # full while it writes the program, the uninstaller
+SIZES = [pytest.param([100_000, 220_000], id="two"),  # too small for the program; too small for the uninstaller
          pytest.param(range(0, 400_000, 8192), id="all", marks=long)]
 
 
@@ -394,8 +394,8 @@ def works(user, program):
 
 
 def calls(process, last=None):
-    """The calls of a program that is run step by step. Each is made when the next is asked for; instead of the one
-    numbered last the program is killed."""
+    """Yields each call of a program run step by step, before it is made; asking for the next makes it. Kills the
+    program instead of making call number `last`."""
     for number, call in enumerate(map(str.strip, process.stdout)):
         yield call
         if not call.startswith("ended"):

@@ -1,4 +1,4 @@
-"""A signed release, made by the commands of docs/releasing.md with a token of the test."""
+"""A signed release, made by the commands of docs/releasing.md with a key token that the test makes."""
 
 import os
 import re

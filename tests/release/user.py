@@ -95,7 +95,7 @@ class User:
         return status
 
     def uninstaller(self, folder):
-        """The command that removes and waits for the end; it keeps the uninstaller itself."""
+        """The command that removes Tidewell in its own process, so one can wait for it. It leaves uninstall.exe."""
         return self.windows_path(folder / "uninstall.exe"), "/S", f"_?={self.windows_path(folder)}"
 
     def remove_and_wait(self, folder=None):

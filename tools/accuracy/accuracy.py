@@ -2,7 +2,7 @@
 """Measures the accuracy: makes the reference files of tests/data and the plots and tables of docs/accuracy.md.
 
 It takes about a minute. The program's values come from tests/oracle, which the tests compare with the program. An error
-is what the program shows minus what is true.
+is the shown value minus the true one.
 """
 
 import bisect
@@ -212,8 +212,8 @@ def measure_clock(phases):
 # ---------------------------------------------------------------- a phase found from the day's start
 
 def reports(first_year, last_year, offset):
-    """(from, seconds, report, true dates) for each span of some years in which the lines do not change. The true dates
-    are the program's own dates of the phases, so that no other cause mixes in.
+    """(start, length in seconds, report, true dates) for each span in which the lines do not change. The "true" dates
+    are the program's own dates of the phases: this leaves out errors with other causes.
     """
     shown = {kind: [o.local_date(o.lunation(k + half)[0], offset) for k in range(-3, 2492)]
              for kind, half in (("New", 0), ("Full", 0.5))}

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The lunations of 1900 to 2100 and one on either side. As in the program 0 begins on 1 January 1900.
+/// The lunations of 1900 to 2100 and one on either side. As in the program, lunation 0 begins on 1 January 1900.
 constexpr int kFirstLunation = -1;
 constexpr int kLastLunation = 2487;
 
@@ -44,7 +44,7 @@ Elongation ElongationAt(double tt) {
   return {.degrees = moon[0] - sun[0], .perDay = moon[3] - sun[3]};
 }
 
-/// The moment nearest to an estimate with this elongation: 0 for New Moon, 180 for Full Moon.
+/// The moment with this elongation (0: New Moon, 180: Full Moon) that is nearest to an estimate.
 double PhaseNear(double tt, double phase) {
   for (int round = 0; round < 20; ++round) {
     const Elongation elongation = ElongationAt(tt);

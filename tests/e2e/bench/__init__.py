@@ -10,10 +10,10 @@ clock.py     the movable clock
 program.py   one run of Tidewell: its windows, tray calls and report
 user.py      what a user does and sees, in several steps
 typewriter.py  another program to type into
-failures.py  what the functions of Windows answer when they fail
-faults.py    runs of a whole life of the program in which calls fail
-fault_choice.py   which calls these are
-fault_verdict.py  what has become of the program in such a run
+failures.py  what the functions of Windows return when they fail
+faults.py    runs the program from start to end while calls fail
+fault_choice.py   chooses these calls
+fault_verdict.py  judges such a run
 oracle.py    the expected report
 settings_file.py  where the options stand in the settings file
 """

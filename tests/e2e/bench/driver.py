@@ -63,7 +63,7 @@ class Driver:
             line = self._answers.get(timeout=BOUND)
         if line is None:
             self.close()
-            self._start()  # a late answer must not pass for the next one's
+            self._start()  # a late answer must not be taken for the next request's
             raise DriverError(f"no answer to: {request}")
         answer = json.loads(line)
         if isinstance(answer, dict) and "error" in answer:
@@ -84,7 +84,7 @@ class Driver:
         return self.ask("send", hwnd, message, wparam, lparam)
 
     def post(self, hwnd, message, wparam=0, lparam=0):
-        """PostMessage: for messages that may block, as those that open a menu."""
+        """PostMessage: for messages that may block, such as those that open a menu."""
         return self.ask("post", hwnd, message, wparam, lparam)
 
     def signal(self, hwnd, message, wparam=0, lparam=0):

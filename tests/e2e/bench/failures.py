@@ -1,4 +1,4 @@
-"""What each function that the program imports answers when the system refuses it, as its documentation says."""
+"""What each imported function returns when it fails, according to its documentation."""
 
 import dataclasses
 import functools
@@ -60,7 +60,7 @@ VARIANTS = {
     "ReadFile": {"reads nothing": Failure(1, 0, (57,))},
 }
 
-# Answers that Windows never gives for windows and handles that are there. Not tried one by one.
+# These never fail for valid windows and handles, for the reasons here. So they are not tried one by one.
 NEVER_GIVEN = {
     "DefWindowProcW": "for ever: it validates a window that is not painted",
     "DispatchMessageW": "for ever: it merely calls the window",
@@ -88,7 +88,7 @@ NEVER_FAIL = set("""
     atan exit free memcpy memmove memset strcmp strlen strncmp tan wcslen
     """.split())
 
-# These fail together if something has run out or is not there.
+# These fail together if a resource runs out or the shell is missing.
 SETS = {
     "memory": ["malloc", "calloc", "realloc"],
     "GDI objects": ["CreateFontIndirectW", "GetDC", "BeginPaint"],
@@ -102,7 +102,7 @@ SETS["all memory"] = [*SETS["memory"], *SETS["GDI objects"], *SETS["USER objects
 
 @functools.cache
 def argument_bytes():
-    """How many bytes of arguments a function of the system takes off the stack, by its name; the others take none."""
+    """How many bytes of arguments each stdcall function pops off the stack, by name; functions not listed pop none."""
     libraries = Path(subprocess.run([compiler(WINDOWS), "-print-file-name=libuser32.a"], check=True, text=True,
                                     stdout=subprocess.PIPE).stdout.strip()).parent
     found = {}

@@ -26,8 +26,8 @@ def rules_of(name, functions, count, long, failure=None):
 
 
 def memory_calls(reference):
-    """Numbers the calls for memory, and tells which are neighbours: an earlier one came in the same step, as many such
-    calls after the same function."""
+    """(number, neighbour) for each call for memory. A neighbour is like an earlier call: in the same step, and as many
+    calls for memory after the same other function."""
     quiet = set("free memcpy memmove memset strlen strcmp wcslen atan tan".split())
     number, step, last, distance, seen = 0, "", "", 0, set()
     for name in reference.journal:
@@ -42,7 +42,7 @@ def memory_calls(reference):
 
 
 def phases(reference, functions):
-    """By the name of a step, the number of the first call of the functions in it."""
+    """(name, number) for each step: the number of the next call of the functions when the step begins."""
     number = 0
     for name in reference.journal:
         if name.startswith("-- "):
@@ -70,7 +70,7 @@ def memory_rules(reference, after, long):
 
 
 def set_rules(reference, long):
-    """What fails together: as a function does, and step by step."""
+    """Each set but memory: by the same rules as a single function, and step by step."""
     for name, functions in SETS.items():
         if name == "memory":
             continue

@@ -5,7 +5,7 @@ import re
 from bench.display import HEIGHT, WIDTH
 from bench.settings_file import FILE_WITHOUT_OPTIONS
 
-# What is missing as long as a function is refused, and harms nobody.
+# What the user may miss, without harm, while a function is refused.
 LOOK = {"window", "about-window"}
 REACHED_BY_THE_ICON = {"menu", "main", "about", "about-place", "missed", *LOOK}
 LOSES = {
@@ -21,7 +21,8 @@ LOSES = {
 
 
 def worst(case, reference, run):
-    """What may never be: silent, invisible, stuck, busy, crashed, an icon left dead, a file damaged."""
+    """What must never happen: a silent end, an invisible, stuck or busy program, a crash, a dead icon left behind, a
+    damaged file."""
     if run.status == "stuck":
         yield "stuck"
     for word in ("busy", "not ended", "crash"):
@@ -46,8 +47,8 @@ def worst(case, reference, run):
 
 
 def wrong(case, reference, run):
-    """What stays wrong. Nothing does if only harmless things are lost, if all heals within a minute, or if the program
-    ends by one box with the right error."""
+    """What stays wrong. Harmless losses do not count, nor does what heals within a minute, nor an end by one box with
+    the right error."""
     if run.status == 0:
         return [*wrong_in_life(case, reference, run)]
     boxes = run.told("box")
@@ -59,12 +60,12 @@ def wrong(case, reference, run):
 
 
 def numbers(run):
-    """The run-time errors that its boxes told of."""
+    """The numbers of the run-time errors in its boxes."""
     return {int(number) for number in re.findall(r"Run-time error '(\d+)':", str(run.told("box")))}
 
 
 def wrong_in_life(case, reference, run):
-    """Of a run that ended when it was asked to."""
+    """What stays wrong in a run that ended when it was asked to."""
     lost = set().union(*(LOSES.get(function, set()) for function in case.rule.functions))
     still_refused = set(moments_of_refusal(run)) if case.rule.last else set()
     for moment, key, wanted, seen in differences(reference, run):
@@ -87,7 +88,7 @@ def differences(reference, run):
 
 
 def moments_of_refusal(run):
-    """The moments that came with a call that was refused since the moment before."""
+    """The moments at which a call had been refused since the previous moment."""
     refused = False
     for line in run.log:
         if line[0] == "refused":
@@ -99,7 +100,7 @@ def moments_of_refusal(run):
 
 
 def harmless(key, wanted, seen):
-    """Whether a difference that stays may be."""
+    """Whether a lasting difference is harmless."""
     if key.endswith("place"):
         return on_screen(wanted, seen)
     if key == "main":

@@ -1,4 +1,4 @@
-"""Runs of a whole life of the program in which calls fail (native/scenario.cpp, native/faults.cpp)."""
+"""Runs the program from start to end while calls fail (native/scenario.cpp, native/faults.cpp)."""
 
 import concurrent.futures
 import queue
@@ -16,7 +16,7 @@ SCENARIOS = {"shown": 0, "hidden": 0, "error": 1}  # with the exit status of a r
 
 @dataclass(frozen=True)
 class Rule:
-    """Functions that fail together, from their first-th call to the last-th, 0: for ever."""
+    """Functions that fail together, from call number `first` to call number `last`; `last` 0: for ever."""
 
     name: str
     functions: tuple
@@ -64,7 +64,7 @@ class Run:
         return [line[1:] for line in self.log if line[0] == key]
 
     def looks(self):
-        """What a user saw, field by field, by the name of the moment: a step's "now", and its "later", a minute after."""
+        """What a user saw, as {moment: {field: value}}. A step has two moments: "now" and, a minute after, "later"."""
         return {name: dict(item.partition("=")[::2] for item in items) for name, *items in self.told("see")}
 
 
@@ -73,7 +73,7 @@ class Worker:
 
     def __init__(self, exe, tools, wine):
         self._wine = wine
-        self._root = wine.prefix / "drive_c"  # a path without a folder must not end on the disk of this machine
+        self._root = wine.prefix / "drive_c"  # if the program loses its folder, it writes here, not on our disk
         self._folder = self._root / "faults"
         shutil.rmtree(self._folder, ignore_errors=True)
         self._folder.mkdir()

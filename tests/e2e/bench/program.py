@@ -18,7 +18,7 @@ from bench.wine import windows_path
 IMAGE = "Tidewell.exe"
 SHELL = "explorer.exe"
 START = datetime.datetime(2024, 2, 28, 12, 0, 10)  # local time; an ordinary day
-READINGS_PER_LOOK = 3  # Wine reads its clock so often for one question
+READINGS_PER_LOOK = 3  # how often Wine reads its clock when the program asks for the time once
 RESTORE, THIRD, SOUTH = "Restore in System Tray", "Automatically Start at Start-up", "Enable Southern Hemisphere View"
 PICTURE_SIZE = 16
 MAGENTA = (255, 0, 255)
@@ -44,7 +44,7 @@ class TrayCall:
 
 @functools.cache
 def phase_pictures():
-    """The numbers of the 28 phase pictures by their pixels; transparent ones are magenta."""
+    """The numbers of the 28 phase pictures by their pixels. Transparent pixels are magenta."""
     colours, pictures, lines = {}, {}, (REPOSITORY / "resources/icons/phases.txt").read_text().splitlines()
     for number, line in enumerate(lines):
         words = line.split()
@@ -99,7 +99,8 @@ class Program:
     def close(self):
         """Kills the program, in whatever state, and removes its icon."""
         if not self.ended:
-            # The record knows the window even if the program hangs. Otherwise Wine's shell removes the icon later.
+            # The window comes from the recorded calls, since the program may hang. Without any, Wine's shell removes
+            # the icon later.
             if calls := self.calls():
                 self.driver.notify(NIM_DELETE, calls[-1].hwnd)
             self.process.kill() if self._wish is None else self.driver.end(self.pid)
@@ -200,7 +201,7 @@ class Program:
         self.driver.signal(self.about().hwnd, WM_MOUSEMOVE, 1, message)
 
     def icon_centre(self):
-        """Waits until the screen and Wine agree where the icon is: the tray moves it after it docks."""
+        """The centre of the icon, once the screen and Wine agree on it: the tray moves the icon after it docks."""
         icon = until_same(self.display.docked_icons, "icon in the tray")[0]
 
         def known():
@@ -254,8 +255,8 @@ class Bench:
         self._numbers = itertools.count(1)
 
     def folder(self, recorded=True, settings=None, marks=()):
-        """A new folder with a copy of Tidewell.exe and a settings file; recorded adds the stand-in for the shell, and
-        marks are its files (native/shell_stand_in.cpp)."""
+        """A new folder with a copy of Tidewell.exe, and a settings file if `settings` has its bytes. `recorded` adds
+        the stand-in for the shell; `marks` are files that tell it what to do (native/shell_stand_in.cpp)."""
         folder = self.folders.programs / f"{next(self._numbers):03}"
         folder.mkdir()
         shutil.copy(self.exe, folder / IMAGE)

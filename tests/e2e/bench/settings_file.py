@@ -1,10 +1,10 @@
-"""The options' places in the settings file: in record 17 of 512 bytes each, of which 274 are written."""
+"""Where the options are in the settings file: in record 17. A record has 512 bytes; the program writes 274 of them."""
 
 RECORD, RECORD_SIZE = 16 * 512, 274
 RESTORE_IN_TRAY, AUTO_START, SOUTHERN_VIEW = (RECORD + offset for offset in (266, 268, 270))
 OPTIONS = range(RESTORE_IN_TRAY, SOUTHERN_VIEW + 2)
 TRUE = b"\xff\xff"
 
-# A whole file that others have written in, too, with no option set.
+# A complete file with no option set, and with other programs' bytes in it.
 _OTHERS = bytes(number % 251 for number in range(20_000))
 FILE_WITHOUT_OPTIONS = _OTHERS[:RECORD] + bytes(RECORD_SIZE) + _OTHERS[RECORD + RECORD_SIZE:]

@@ -29,7 +29,7 @@ def build_target(folder, name):
 
 
 def build(folder):
-    """Builds each helper that is older than any source of helpers or this file. Returns their paths by name."""
+    """Builds each helper that is older than this file or any helper's source. Returns the paths of all by name."""
     recipes = {
         "clock_preload.so": (LINUX_32, ["-ffreestanding", "-fPIC", "-shared", "-nostdlib"],
                              ["clock_preload.c"], ["-lgcc"]),
