@@ -178,6 +178,8 @@ EQUIVALENT = {
     r"(?:astro/mMoon|tray/icon_number)\.h: inline \S+ \w+ = 0; -> .* = 1;": "written before it is read",
     r"tray/tray_icon_record\.h: \S+ \w+ = 0; -> .* = 1;": "About fills the record before the shell sees it",
     r"tray/phase_drawing\.cpp: drawing\.SetDrawStyle": "all lines are solid",
+    r"astro/moon\.cpp: .*<double, 3> powersOfE": "no row reads a fourth power",
+    r"runtime/date_value\.cpp: .*secondOfDay .* - kSecondsPerDay\) %": "a day more and its fraction less are the same date",
     r"runtime/code_page\.h: .*, 256> .* 257>": "a byte has only 256 values",
     r"runtime/code_page_win\.cpp: .*&back, 1, .*&back, 2, ": "a character of such a page is one byte",
     r"runtime/random_file_win\.cpp: DWORD \w+ = 0; -> .* = 1;": "the system sets it",
