@@ -6,7 +6,7 @@
 ///
 /// It is classical low-precision astronomy of the 1900 epoch, after Jean Meeus, Astronomical Formulae for Calculators
 /// (AFC). Departures from the printed formulae are marked "on purpose" and explained in docs/departures.md. "Exact to"
-/// was measured against the Swiss Ephemeris, 1900 to 2100, in dynamical time.
+/// gives the largest error against the Swiss Ephemeris, 1900 to 2100, in dynamical time.
 ///
 /// Conventions:
 ///   - Julian day: days, the day starting at noon (a value ending in .5 is midnight), on the universal-time scale. No
@@ -121,7 +121,7 @@ inline double Illumination = 0;      ///< lit fraction of the disc, 0 (New) to 1
 inline double YearPercent = 0;       ///< per cent of a 365-day year that has passed at the reference day
 inline double NewMoonJD = 0;         ///< Julian day of the New Moon found
 inline double FullMoonJD = 0;        ///< Julian day of the Full Moon found
-inline std::int16_t WaningFlag = 0;  ///< 1 if the New Moon found comes before the Full Moon found; may be changed, too
+inline std::int16_t WaningFlag = 0;  ///< 1 if the New Moon found comes before the Full Moon, until a caller changes it
 
 /// Finds the lit fraction at the moment of the last SunPosition and MoonPosition, and a New Moon and a Full Moon near a
 /// reference day (AFC, ch. 31 and 32).

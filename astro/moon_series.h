@@ -5,11 +5,12 @@
 #include <cstdint>
 
 // The three periodic series of the Moon from Meeus, Astronomical Formulae for Calculators, ch. 30. The rows stand in
-// the printed order and are summed in it, in these groups. Rows that depart from the print are marked.
+// the printed order and are added in that order, group by group. Rows that depart from the print are marked.
 
 namespace astro {
 
-/// One periodic term: coefficient * factor * wave(D*D + M*M + Mp*M' + F*F).
+/// One periodic term: coefficient * factor * wave(argument). The argument is the sum of the angles D, M, M' and F, each
+/// times its multiple.
 struct MoonTerm {
   double coefficient;        ///< degrees, as published
   std::int8_t D;             ///< multiple of the Moon's elongation
@@ -17,7 +18,7 @@ struct MoonTerm {
   std::int8_t Mp;            ///< multiple of the Moon's mean anomaly M'
   std::int8_t F;             ///< multiple of the Moon's argument of latitude
   std::uint8_t E;            ///< power of the eccentricity factor
-  bool unconverted = false;  ///< the wave is sin(D*D), with the degrees taken for radians
+  bool unconverted = false;  ///< the wave is the sine of the elongation times its multiple, degrees taken for radians
 };
 
 /// A series: its rows, and the end of each group of rows that is summed separately.

@@ -5,7 +5,8 @@
 
 namespace astro {
 
-/// One periodic correction of a phase instant: (coefficient + perT * T) * sin(M*M + Mp*M' + F*F).
+/// One periodic correction of a phase instant: (coefficient + perT * T) * sin(argument). The argument is the sum of the
+/// angles M, M' and F, each times its multiple.
 struct PhaseTerm {
   double coefficient;  ///< days
   double perT;         ///< days a century

@@ -17,8 +17,8 @@ class FittedLabel {
   FittedLabel(const ControlDescription& description, HWND parent, int room)
       : label_(description, parent), room_(room) {}
 
-  /// Writes the caption. If it cannot be measured, or no smaller font be made, the next call tries again. Error: 7 Out
-  /// of memory.
+  /// Writes the caption. If it cannot be measured, or a smaller font cannot be made, the next call tries again.
+  /// Error: 7 Out of memory.
   void SetCaption(const std::wstring& caption);
 
  private:

@@ -21,8 +21,8 @@ void Centre(HWND window, const RECT& work);
 /// Shows a window and brings it to the foreground, restored if it was minimised.
 void ShowInForeground(HWND window);
 
-/// Makes a window topmost at its present place and size. The result is not checked. It would activate even a hidden
-/// window: the forms add SWP_NOACTIVATE in WM_WINDOWPOSCHANGING.
+/// Makes a window topmost at its present place and size. The result is not checked. This activates even a hidden window
+/// unless its form adds SWP_NOACTIVATE in WM_WINDOWPOSCHANGING.
 void MakeTopmost(HWND window);
 
 }  // namespace forms

@@ -59,7 +59,7 @@ class frmMoon::PictureRepaint {
     const auto onScreen = [this](const auto& primitive) { return forms::OnScreen(primitive, form_.pixelScale_); };
     if (!std::ranges::equal(form_.drawing_.Primitives(), before_, {}, onScreen, onScreen)) {
       const RECT picture = form_.PicturePlace();
-      // Its first circle covers the old picture: nothing is erased.
+      // The new picture's first circle covers the old one, so nothing is erased.
       form_.paintRetry_.Note(InvalidateRect(form_.hwnd(), &picture, FALSE) != FALSE);
     }
   }
@@ -259,7 +259,7 @@ void frmMoon::Form_Load() {
     controls_->Check1.at(2).SetState(1);
     Check1_Click(2);  // SetState does not notify the form, but a changed box counts as a click
   }
-  ReportAndUpdateIcon(TrayCommand::Add);  // on purpose before the offset is known, but for the click above
+  ReportAndUpdateIcon(TrayCommand::Add);  // on purpose before the offset is known, unless the click above has set it
 }
 
 void frmMoon::Timer1_Timer() {

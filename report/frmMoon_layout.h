@@ -6,7 +6,7 @@
 #include "version.h"
 
 /// The main window as it is designed. Places and sizes in twips; those of the check boxes are relative to the frame,
-/// which cuts them off.
+/// which clips them.
 namespace tidewell::frmMoonLayout {
 
 inline constexpr const wchar_t* kCaption = L"" TIDEWELL_NAME;

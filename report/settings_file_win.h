@@ -4,7 +4,7 @@
 
 namespace tidewell {
 
-/// The settings file, "\vesk.dat" in the program's folder, open as long as the object lives. Errors of every operation:
+/// The settings file, vesk.dat in the program's folder, open as long as the object lives. Errors of every operation:
 /// those of runtime::RandomFile.
 class SettingsFile {
  public:

@@ -29,7 +29,7 @@ inline double Tested(double result) {
 }
 
 /// A double whose arithmetic is tested at every step. A plain number turned into a Checked is not tested, nor is a
-/// product of two plain doubles: begin each formula with a Checked (usually T or k).
+/// product of two plain doubles: one operand of each step must be a Checked (usually T or k).
 class Checked {
  public:
   constexpr Checked(double value) noexcept : value_(value) {}    // NOLINT(google-explicit-constructor): is a double

@@ -28,7 +28,7 @@ void RequireYear(int year) {
 /// The nearest whole second, counted from the epoch.
 std::int64_t WholeSeconds(DateValue date) {
   const double seconds = std::floor(Checked(date) * kSecondsPerDay + 0.5);
-  // Keeps the cast within 64 bits. It is twice the calendar's span, so no valid date is refused.
+  // Keeps the cast within 64 bits. The limit is twice the calendar's span, so no valid date is refused.
   if (std::fabs(seconds) > 2.0 * kLastYear * 366 * kSecondsPerDay) {
     throw RuntimeError(ErrorNumber::InvalidProcedureCall);
   }

@@ -17,8 +17,8 @@ inline std::wstring DecimalSeparator = L".";
 /// digits round to zero.
 ///
 /// Given:    value    a number of magnitude below 10^(15 - decimals)
-///           pattern  zeros, optionally a point and up to seven more zeros: values below 1e-8 keep fewer than 15
-///                    digits
+///           pattern  zeros, optionally a point and up to seven more zeros; no more, because values below 1e-8 keep
+///                    fewer than 15 digits
 /// Returned: the text, with DecimalSeparator in place of the point
 /// Errors:   6 Overflow for a greater number or an infinity, 5 Invalid procedure call or argument for a NaN
 [[nodiscard]] std::wstring FormatNumber(double value, std::wstring_view pattern);

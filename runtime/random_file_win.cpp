@@ -78,7 +78,7 @@ void RandomFile::Read(std::uint32_t record, std::span<std::byte> bytes) const {
     }
     read = 0;
   }
-  // A short read is not the end of the file: taken for that, it would zero what others have stored.
+  // A short read is not the end of the file. If we took it for that, the next write would zero what others have stored.
   if (read < std::min<std::int64_t>(length.QuadPart - OffsetOf(record, recordLength_), std::ssize(bytes))) {
     throw RuntimeError(ErrorNumber::DeviceIOError);
   }

@@ -15,7 +15,7 @@ namespace runtime {
 /// the same time. Records are numbered from 1.
 ///
 /// Errors of every operation, by the system's reason: 53 File not found, 76 Path not found, 75 Path/File access error
-/// (access denied), 70 Permission denied (shared or locked otherwise, write-protected), 61 Disk full, 52 Bad file name
+/// (access denied), 70 Permission denied (sharing violation, lock, write protection), 61 Disk full, 52 Bad file name
 /// or number, 7 Out of memory (the system's), 57 Device I/O error for the rest.
 class RandomFile {
  public:

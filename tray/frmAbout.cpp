@@ -218,7 +218,7 @@ void frmAbout::PopupMenu() {
   const BOOL entry =
       TrackPopupMenu(mFile.get(), TPM_RETURNCMD | TPM_NONOTIFY, pointer.x, pointer.y, 0, hwnd(), nullptr);
   KillTimer(hwnd(), kMenuTimer);
-  // Without a message after it the next click on the icon could close the next menu at once.
+  // Windows needs a message after the menu, or the next menu could close as soon as it opens.
   PostMessageW(hwnd(), WM_NULL, 0, 0);
   menuOpen_ = false;
   if (runtime::Ending()) {

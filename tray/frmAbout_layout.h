@@ -40,7 +40,7 @@ constexpr forms::ControlDescription PicMoonDescription(int index) {
           .visible = false};
 }
 
-/// The entries of mFile, the hidden menu that carries the tray's pop-up.
+/// The entries of mFile, the tray icon's pop-up menu.
 inline constexpr const wchar_t* kMnuAboutCaption = L"About";
 inline constexpr const wchar_t* kMnuShowCaption = L"Show Main Window";
 inline constexpr const wchar_t* kMnuExitCaption = L"Exit";

@@ -15,8 +15,8 @@ inline constexpr std::int32_t kRightButtonUp = 517;
 /// converted it. Errors: 6 Overflow beyond 32 bits; 11 Division by zero for 0 twips a pixel.
 std::int32_t DecodeTrayMessage(double X, ScaleMode scaleMode, double twipsPerPixelX);
 
-/// Whether a mouse move with this Y may be a tray message. The shell puts the number in the whole pair of coordinates,
-/// so Y is 0. The pointer over a window wider than 514 pixels can look the same in row 0 only.
+/// Whether a mouse move with this Y may be a tray message. The shell's lParam is the message number, so its high half,
+/// Y, is 0. A real mouse move can look the same only in row 0 of a window wider than 514 pixels.
 [[nodiscard]] constexpr bool MayBeTrayMessage(double Y) noexcept { return Y == 0; }
 
 }  // namespace tidewell
