@@ -177,6 +177,8 @@ BY_HAND = {
 EQUIVALENT = {
     r"(?:astro/mMoon|tray/icon_number)\.h: inline \S+ \w+ = 0; -> .* = 1;": "written before it is read",
     r"tray/tray_icon_record\.h: \S+ \w+ = 0; -> .* = 1;": "About fills the record before the shell sees it",
+    r"tray/message_number\.h: enum class ScaleMode": "the two are only told apart",
+    r"tray/tray_icon\.h: bool stands_ = false;": "the first Apply sets it",
     r"tray/phase_drawing\.cpp: drawing\.SetDrawStyle": "all lines are solid",
     r"astro/moon\.cpp: .*<double, 3> powersOfE": "no row reads a fourth power",
     r"runtime/date_value\.cpp: .*secondOfDay .* - kSecondsPerDay\) %": "a day more and its fraction less are the same date",
