@@ -114,14 +114,20 @@ TEST_F(MainWindow, HasTheDesignsFonts) {
 }
 
 TEST_F(MainWindow, FitsItsLinesIntoItsWidth) {
+  const auto font = [&] { return reinterpret_cast<HGDIOBJ>(SendMessageW(Line(0), WM_GETFONT, 0, 0)); };
   const HDC dc = GetDC(Line(0));
+  const auto fits = [&](const std::wstring& text, HGDIOBJ written) {
+    SelectObject(dc, written);
+    SIZE size{};
+    GetTextExtentPoint32W(dc, text.data(), static_cast<int>(text.size()), &size);
+    return size.cx <= 257 - 2 * 2;
+  };
+  const HGDIOBJ designs = font();
   for (const wchar_t letter : {L'i', L't', L'1', L'm', L'w'}) {
     for (std::wstring text = L"Next New Moon : "; text.size() < 60; text += letter) {
       form().SetMoonLine(0, text);
-      SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageW(Line(0), WM_GETFONT, 0, 0)));
-      SIZE size{};
-      GetTextExtentPoint32W(dc, text.data(), static_cast<int>(text.size()), &size);
-      EXPECT_LE(size.cx, 257 - 2 * 2);
+      EXPECT_TRUE(fits(text, font()));
+      EXPECT_EQ(font() == designs, fits(text, designs)) << "smaller only if it must be";
     }
   }
   ReleaseDC(Line(0), dc);
