@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include <algorithm>
+#include <vector>
 
 /// A bitmap in memory: something to paint on, or a copy of a window's client area. Reading a window pixel by pixel
 /// would be slow.
@@ -40,10 +40,13 @@ class Pixels {
     return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
   }
 
-  bool operator==(const Pixels& other) const {
+  /// Row by row from the top, each 0x00RRGGBB.
+  [[nodiscard]] std::vector<DWORD> All() const {
     GdiFlush();
-    return std::equal(pixels_, pixels_ + width_ * height_, other.pixels_, other.pixels_ + other.width_ * other.height_);
+    return {pixels_, pixels_ + width_ * height_};
   }
+
+  bool operator==(const Pixels& other) const { return All() == other.All(); }
 
  private:
   static RECT ClientOf(HWND window) {
@@ -57,3 +60,11 @@ class Pixels {
   HBITMAP bitmap_;
   DWORD* pixels_ = nullptr;
 };
+
+/// Returns the pixels that a function paints on a device context, as Pixels::All.
+template <class Paint>
+[[nodiscard]] std::vector<DWORD> PixelsPaintedBy(int width, int height, const Paint& paint) {
+  const Pixels pixels(width, height);
+  paint(pixels.dc());
+  return pixels.All();
+}

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "support/painted_win.h"
+#include "support/pixels_win.h"
 
 namespace check {
 
@@ -29,7 +29,7 @@ class Picture {
   /// Takes what a function paints.
   template <class Paint>
   Picture(int width, int height, const Paint& paint)
-      : width_(width), height_(height), pixels_(support::Painted(width, height, paint)) {}
+      : width_(width), height_(height), pixels_(PixelsPaintedBy(width, height, paint)) {}
 
   /// Takes a part of the screen. Use it within PhysicalPixels.
   explicit Picture(const RECT& place);

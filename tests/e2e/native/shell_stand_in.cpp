@@ -22,14 +22,14 @@
 #include "faults.h"
 #include "scenario.h"
 #include "sight.h"
-#include "support/painted_win.h"
+#include "support/pixels_win.h"
 
 namespace {
 
 constexpr COLORREF kMagenta = RGB(255, 0, 255);
 
 std::vector<DWORD> PixelsOf(HICON icon) {
-  return support::Painted(kIconSize, kIconSize, [&](HDC dc) {
+  return PixelsPaintedBy(kIconSize, kIconSize, [&](HDC dc) {
     const HBRUSH magenta = CreateSolidBrush(kMagenta);
     const RECT all = {0, 0, kIconSize, kIconSize};
     FillRect(dc, &all, magenta);

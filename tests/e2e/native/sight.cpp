@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "support/painted_win.h"
+#include "support/pixels_win.h"
 
 namespace {
 
@@ -34,7 +34,7 @@ std::string PlaceOf(HWND window) {
 std::string HashOfPixels(HWND window, const RECT& part) {
   const int width = part.right - part.left;
   const int height = part.bottom - part.top;
-  const std::vector<DWORD> pixels = support::Painted(width, height, [&](HDC dc) {
+  const std::vector<DWORD> pixels = PixelsPaintedBy(width, height, [&](HDC dc) {
     const HDC from = GetDC(window);
     BitBlt(dc, 0, 0, width, height, from, part.left, part.top, SRCCOPY);
     ReleaseDC(window, from);
