@@ -15,8 +15,8 @@ declare -A groups=(
 # cross compilers, which a developer may have.
 groups[e2e]="${groups[run]} locales python3-pytest python3-xlib tzdata x11-apps"
 groups[test]="${groups[release]} ${groups[e2e]} clang clang-format clang-tidy gcc-i686-linux-gnu googletest icoutils
-  libclang-rt-14-dev libengine-pkcs11-openssl libgmock-dev libgtest-dev openssl osslsigncode python3-pefile
-  python3-yaml softhsm2"
+  libclang-rt-14-dev libengine-pkcs11-openssl libgmock-dev libgtest-dev libswe-dev openssl osslsigncode
+  python3-pefile python3-yaml softhsm2 swe-basic-data"
 groups[other-wine]="${groups[build]} ${groups[e2e]} debootstrap gcc-i686-linux-gnu"
 # Debian's npm would clash with a Node from elsewhere.
 groups[bench]="${groups[build]} ${groups[run]} gcc-i686-linux-gnu libbenchmark-dev libswe-dev locales

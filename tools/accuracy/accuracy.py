@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Measures the accuracy: makes the reference files of tests/data and the plots and tables of docs/accuracy.md.
+"""Measures the accuracy: makes the plots and tables of docs/accuracy.md.
 
 It takes about a minute. The program's values come from tests/oracle, which the tests compare with the program. An error
 is the shown value minus the true one.
@@ -33,17 +33,14 @@ YEAR = 365.2425  # days
 
 # ---------------------------------------------------------------- the reference
 
-def make_reference():
-    """Makes the two files of tests/data and, for the tables, the lit fraction in short steps."""
+def reference():
+    """The phases and, in short steps, the lit fractions of a modern ephemeris."""
     WORK.mkdir(parents=True, exist_ok=True)
-    tool = WORK / "ephemeris"
-    subprocess.run(["c++", "-std=c++20", "-O2", "-Wall", "-Wextra", "-o", tool, HERE / "ephemeris.cpp", "-lswe", "-lm"],
-                   check=True)
-    for path, *arguments in ((ROOT / "tests" / "data" / "ephemeris_phases.tsv",),
-                             (ROOT / "tests" / "data" / "ephemeris_lit_fractions.tsv", "61.803399"),
-                             (WORK / "lit_fractions.tsv", "1.618034")):
-        with open(path, "w", encoding="utf-8") as out:
-            subprocess.run([tool, *arguments], stdout=out, check=True)
+    tool, phases, lit_fractions = WORK / "ephemeris", WORK / "phases.tsv", WORK / "lit_fractions.tsv"
+    source = ROOT / "tests" / "oracle" / "ephemeris.cpp"
+    subprocess.run(["c++", "-std=c++20", "-O2", "-o", tool, source, "-lswe", "-lm"], check=True)
+    subprocess.run([tool, phases, lit_fractions, "1.618034"], check=True)
+    return rows(phases), rows(lit_fractions)
 
 
 def rows(path):
@@ -285,12 +282,11 @@ def measure_day_start():
 
 def main():
     subprocess.run([ROOT / "tools" / "setup.sh", "accuracy"], check=True)
-    make_reference()
-    phases = rows(ROOT / "tests" / "data" / "ephemeris_phases.tsv")
+    phases, lit_fractions = reference()
     put_into_document({
         "instants": measure_instants(phases),
         "departures": measure_departures(phases),
-        "lit fraction": measure_lit_fraction(phases, rows(WORK / "lit_fractions.tsv")),
+        "lit fraction": measure_lit_fraction(phases, lit_fractions),
         "clock": measure_clock(phases),
         "day's start": measure_day_start(),
     })

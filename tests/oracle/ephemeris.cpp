@@ -1,13 +1,15 @@
-// Prints the Moon's phases of 1900 to 2100 from a modern ephemeris, the Swiss Ephemeris:
-//   ephemeris         all New and Full Moons
-//   ephemeris STEP    the lit fraction every STEP days
-// The program is never linked with that library. Julian days are in dynamical time (TT).
+// Writes the Moon's phases of 1900 to 2100 from a modern ephemeris, the Swiss Ephemeris with its files of JPL DE431:
+//
+//   ephemeris PHASES LIT-FRACTIONS STEP
+//
+// All New and Full Moons go to the file PHASES, the lit fraction every STEP days to LIT-FRACTIONS. The program is never
+// linked with that library. Julian days are in dynamical time (TT).
 
 #include <swephexp.h>
 
 #include <array>
 #include <cmath>
-#include <cstdio>
+#include <fstream>
 #include <stdexcept>
 #include <string>
 
@@ -70,45 +72,28 @@ double LitFraction(double tt) {
   return phenomena[1];
 }
 
-void PrintHead(const char* what, const char* columns) {
-  (void)ElongationAt(kJanuary1900);  // opens the library's files
-  std::array<char, AS_MAXCH> version{};
-  double from = 0;
-  double to = 0;
-  int ephemeris = 0;
-  (void)swe_get_current_file_data(1, &from, &to, &ephemeris);
-  std::printf("# %s\n", what);
-  std::printf("# Made by tools/accuracy/accuracy.py with the Swiss Ephemeris %s, its files of JPL DE%d.\n",
-              swe_version(version.data()), ephemeris);
-  std::printf("# %s\n", columns);
-}
-
-void PrintPhases() {
-  PrintHead(
-      "New and Full Moons of 1900 to 2100 and a lunation on either side: Julian days in dynamical time, a lunation a "
-      "row;\n# delta T: dynamical minus Universal Time, seconds (a forecast for the future).",
-      "lunation\tnew moon\tfull moon\tdelta T");
+void WritePhases(const char* path) {
+  std::ofstream file(path);
+  file << std::fixed << "# lunation\tnew moon\tfull moon\tdelta T\n";
   for (int lunation = kFirstLunation; lunation <= kLastLunation; ++lunation) {
     const double mean = 2415020.76 + 29.530589 * lunation;
     const double newMoon = PhaseNear(mean, 0);
-    const double fullMoon = PhaseNear(mean + 29.530589 / 2, 180);
-    std::printf("%d\t%.6f\t%.6f\t%.1f\n", lunation, newMoon, fullMoon, DeltaT(newMoon));
+    file << lunation << '\t' << newMoon << '\t' << PhaseNear(mean + 29.530589 / 2, 180) << '\t' << DeltaT(newMoon)
+         << '\n';
   }
 }
 
-void PrintLitFractions(double step) {
-  PrintHead("The lit fraction of the Moon's disc, 1900 to 2100: Julian days in dynamical time.", "jd\tlit");
+void WriteLitFractions(const char* path, double step) {
+  std::ofstream file(path);
+  file << std::fixed << "# jd\tlit\n";
   for (double tt = kJanuary1900; tt < kJanuary2101; tt += step) {
-    std::printf("%.6f\t%.6f\n", tt, LitFraction(tt));
+    file << tt << '\t' << LitFraction(tt) << '\n';
   }
 }
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  if (argc > 1) {
-    PrintLitFractions(std::stod(argv[1]));
-  } else {
-    PrintPhases();
-  }
+int main(int, char** arguments) {
+  WritePhases(arguments[1]);
+  WriteLitFractions(arguments[2], std::stod(arguments[3]));
 }
