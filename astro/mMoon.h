@@ -14,8 +14,8 @@
 ///   - T: Julian centuries of 36525 days since JD 2415020.0.
 ///   - Angles are in degrees unless stated otherwise.
 ///   - "Int" rounds toward minus infinity.
-///   - A routine with several results leaves them in module variables, which the caller reads at once. All runs on one
-///     thread; no routine is re-entered.
+///   - A routine with several results leaves them in module variables, which the caller reads at once. There is one
+///     thread, and no routine is re-entered.
 ///   - Errors (runtime/runtime_error.h): any step may raise 6 Overflow or 5 Invalid procedure call or argument; each
 ///     routine names its others. Variables assigned before the failing step keep their new values.
 namespace mMoon {

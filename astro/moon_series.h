@@ -18,7 +18,7 @@ struct MoonTerm {
   std::int8_t Mp;            ///< multiple of the Moon's mean anomaly M'
   std::int8_t F;             ///< multiple of the Moon's argument of latitude
   std::uint8_t E;            ///< power of the eccentricity factor
-  bool unconverted = false;  ///< the wave is the sine of the elongation times its multiple, degrees taken for radians
+  bool unconverted = false;  ///< the wave is sin(D * elongation), with the degrees taken for radians
 };
 
 /// A series: its rows, and the end of each group of rows that is summed separately.

@@ -29,8 +29,8 @@ Checked NearestLunation(std::int16_t year) {
   return k - Int(k) > 0.5 ? Int(k) + 1 : Int(k);
 }
 
-/// The Julian day of lunation phase k: whole for a New Moon, whole + 0.5 for a Full Moon (AFC, ch. 32). Leaves the
-/// lunation's anomalies in SunMeanAnomaly and MoonMeanAnomaly. The Sun's has the published T^2 term by default.
+/// The Julian day of phase k (AFC, ch. 32): k is whole for a New Moon, whole + 0.5 for a Full Moon. Leaves the phase's
+/// anomalies in SunMeanAnomaly and MoonMeanAnomaly. By default the Sun's anomaly has the published T^2 term.
 Checked PhaseInstant(Checked k, double sunT2 = -0.0000333) {
   const Checked T = k / 1236.85;
   const Checked T2 = Pow(T, 2);

@@ -28,8 +28,8 @@ void SunPosition(double /*jd*/) {
   SunApparentLongitude = Checked(SunTrueLongitude) - 0.00569 - 0.00479 * SinDeg(nodeLongitude);
   Obliquity = astro::MeanObliquity(T);
 
-  // On purpose DegToRad also converts the numerator, and the sine in the declination. The arctangent stays in radians;
-  // the quadrant test takes the degrees for radians.
+  // On purpose DegToRad also converts the numerator and, for the declination, the obliquity's sine. The arctangent
+  // stays in radians; the quadrant test takes the degrees for radians.
   const Checked numerator = DegToRad(SinDeg(SunTrueLongitude) * CosDeg(Obliquity));
   const Checked arctangent = runtime::Atn(numerator / CosDeg(SunTrueLongitude));
   SunRightAscension = runtime::Cos(SunTrueLongitude) < 0 ? arctangent + 180 : arctangent;

@@ -13,7 +13,7 @@ namespace forms {
 /// A label whose text is never cut off at its sides. A text that is too wide is written in the largest size that fits.
 class FittedLabel {
  public:
-  /// Creates the label as described; `room` is the width of the widest text in pixels. Error: 7 Out of memory.
+  /// Creates the label as described; its text may be `room` pixels wide. Error: 7 Out of memory.
   FittedLabel(const ControlDescription& description, HWND parent, int room)
       : label_(description, parent), room_(room) {}
 

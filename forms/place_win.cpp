@@ -75,7 +75,7 @@ void ShowInForeground(HWND window) {
   if (IsIconic(window) != FALSE || IsWindowVisible(window) == FALSE) {
     ShowWindow(window, SW_RESTORE);
   }
-  if (!runtime::Ending()) {  // an error of its first showing may have ended the program
+  if (!runtime::Ending()) {  // an error while it was shown may have ended the program
     SetForegroundWindow(window);
   }
 }

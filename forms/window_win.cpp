@@ -6,7 +6,7 @@ void RunMessageLoop() {
   MSG message;
   BOOL got = TRUE;
   while (!runtime::Ending() && (got = GetMessageW(&message, nullptr, 0, 0)) > 0) {
-    // A tick is no dialog's matter, and most messages are ticks.
+    // IsDialogMessageW has no use for ticks, and most messages are ticks.
     if (message.message == WM_TIMER || IsDialogMessageW(GetAncestor(message.hwnd, GA_ROOT), &message) == FALSE) {
       TranslateMessage(&message);
       DispatchMessageW(&message);

@@ -276,7 +276,7 @@ Function CheckFolder
     ${EndIf}
   ${EndIf}
   !insertmacro ForEachFile RefuseForeignFile
-  ${If} ${FileExists} "${NEW}" ; not left by a killed setup: that would be in $Former
+  ${If} ${FileExists} "${NEW}" ; not ours: a killed setup's would be in $Former
     !insertmacro Refuse ${EXIT_NOT_HERE} "This folder is not Tidewell's. Please choose another one.$\n$\n${NEW}"
   ${EndIf}
 FunctionEnd
@@ -407,7 +407,8 @@ Function .onInstSuccess
   ${EndIf}
 FunctionEnd
 
-; After a failure: restores the registry entry of the folder. Called only if no file has been replaced.
+; After a failure: removes the folder if this setup made it, and restores its registry entry. Called only if no file has
+; been replaced.
 Function GiveFolderBack
   ${If} $FolderIsNew = 1
     RMDir "$INSTDIR" ; only if it is empty

@@ -153,7 +153,7 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       Paint();
       return 0;
     case WM_WINDOWPOSCHANGING:
-      LeaveTheKeyboard(*reinterpret_cast<WINDOWPOS*>(lParam));
+      StayInactiveWhileHidden(*reinterpret_cast<WINDOWPOS*>(lParam));
       return DefaultHandling(message, wParam, lParam);
     case WM_ACTIVATE:
       focus_.OnActivate(hwnd(), wParam);
@@ -180,7 +180,7 @@ LRESULT frmMoon::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   }
 }
 
-void frmMoon::LeaveTheKeyboard(WINDOWPOS& change) const {
+void frmMoon::StayInactiveWhileHidden(WINDOWPOS& change) const {
   // Form_Load places the hidden window, which must not take the keyboard.
   if (IsWindowVisible(hwnd()) == FALSE && (change.flags & SWP_SHOWWINDOW) == 0) {
     change.flags |= SWP_NOACTIVATE;

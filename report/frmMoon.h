@@ -54,7 +54,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
  private:
   friend Window<frmMoon>;
 
-  /// The controls, made together with the window; the tab stops in tab order.
+  /// The controls, made together with the window. Those with a tab stop are in tab order.
   struct Controls {
     Controls(HWND form, forms::PaintRetry& retry);
     forms::Frame Frame1;
@@ -66,7 +66,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   class PictureRepaint;
 
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
-  void LeaveTheKeyboard(WINDOWPOS& change) const;
+  void StayInactiveWhileHidden(WINDOWPOS& change) const;
   void OnNotice(UINT message, WPARAM wParam, LPARAM lParam);
   void OnCommand(int id, int notification);
   void Paint();

@@ -5,7 +5,7 @@
 namespace mMoon {
 
 /// The local time offset in minutes (local = UTC + offset), written by the main window. It starts at 0: the first
-/// report shows Universal Time.
+/// report shows Universal Time, unless restoring the southern view has set it.
 inline double OffsetMinutes = 0;
 
 /// The Julian day of 1 January, 0 h, of the year that was computed last.

@@ -9,7 +9,7 @@ namespace runtime {
 struct LocaleNames {
   std::array<std::wstring, 12> abbreviatedMonths = {L"Jan", L"Feb", L"Mar", L"Apr", L"May", L"Jun",
                                                     L"Jul", L"Aug", L"Sep", L"Oct", L"Nov", L"Dec"};
-  std::wstring am = L"AM";  ///< empty where the locale has no such marker
+  std::wstring am = L"AM";  ///< empty if the locale has no such marker
   std::wstring pm = L"PM";
   std::wstring decimalSeparator = L".";
 };

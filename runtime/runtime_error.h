@@ -25,8 +25,8 @@ enum class ErrorNumber : int {
 /// Returns the text of an error, in English, without a full stop.
 [[nodiscard]] const char* ErrorText(ErrorNumber number) noexcept;
 
-/// A run-time error. No routine or handler catches one: it travels to the window's thunk or to the start, which ends
-/// the message loop; then the start shows it.
+/// A run-time error. Only the window's thunk and the start catch it. They end the message loop; then the start shows
+/// the error.
 class RuntimeError : public std::exception {
  public:
   explicit RuntimeError(ErrorNumber number) noexcept : number_(number) {}

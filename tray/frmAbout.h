@@ -23,7 +23,7 @@ class MainForm {
   [[nodiscard]] virtual bool Visible() const = 0;
   /// Shows it in the foreground.
   virtual void Show() = 0;
-  /// Hides it. Without an icon that could show it again it is minimised instead.
+  /// Hides it, or minimises it if there is no icon to show it again.
   virtual void Hide() = 0;
   /// Gives its icons to a window that has others.
   virtual void SetIcons(HWND window) const = 0;
@@ -37,8 +37,8 @@ class MainForm {
 };
 
 /// The About window. It owns the tray icon and the menu, and receives the icon's messages. The first UpdateMoonIcon
-/// creates it; closing only hides it. Its controls are made when it is first shown. It is a hidden top-level window, as
-/// a message-only one would get no broadcast of a new task bar, nor the foreground for the menu.
+/// creates it; closing only hides it. Its controls are made when it is first shown. It is not a message-only window:
+/// that would get no broadcast of a new task bar, and no foreground for the menu.
 class frmAbout final : public forms::Window<frmAbout> {
  public:
   static constexpr const wchar_t* kWindowClass = L"TidewellAbout";
@@ -57,7 +57,7 @@ class frmAbout final : public forms::Window<frmAbout> {
   /// Removes nothing if no icon was added. If the new picture cannot be made, a change keeps the old one.
   void UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum);
 
-  /// Whether the icon stands in the tray, as far as the shell has told.
+  /// Whether the icon stands in the tray, by the shell's last answer.
   [[nodiscard]] bool IconStands() const noexcept { return trayIcon_.Stands(); }
 
  private:

@@ -14,7 +14,7 @@ void PhaseToIconNumber(double value);
 
 namespace tidewell {
 
-/// Returns IconNumber as the tray's IcoNum: the first two characters of its text "00".
+/// Returns IconNumber as the tray's IcoNum: formatted with "00", then read from the first two characters.
 [[nodiscard]] std::int16_t IcoNumFromIconNumber();
 
 }  // namespace tidewell
