@@ -1,6 +1,8 @@
 #pragma once
 
-#include <cmath>
+#include <cstdio>
+#include <ctime>
+#include <string>
 #include <vector>
 
 namespace benchmarks {
@@ -8,10 +10,9 @@ namespace benchmarks {
 /// Julian days, spread evenly.
 using Instants = std::vector<double>;
 
-inline constexpr int kInstants = 1000;
-
-/// kInstants instants from a year on. The step is no multiple of any period of the Moon.
+/// 1,000 instants from a year on. The step is no multiple of any period of the Moon.
 inline Instants InstantsOfYears(double firstYear, double years) {
+  constexpr int kInstants = 1000;
   constexpr double kStartOf1900 = 2415020.5;
   constexpr double kDaysPerYear = 365.2425;
   Instants instants;
@@ -21,18 +22,30 @@ inline Instants InstantsOfYears(double firstYear, double years) {
   return instants;
 }
 
-/// The instants of every comparison: one about every five weeks, 1950 to 2050. comparison.cjs forms the same ones.
+/// The instants of every comparison: one about every five weeks, 1950 to 2050. libraries.cjs forms the same ones.
 inline Instants InstantsOfComparison() { return InstantsOfYears(1950, 100); }
 
-/// The least that a report costs if it calls the library for each sine: only their sum. The arguments are as large as
-/// those of the series, thousands of radians. None comes twice, and the processor cannot learn a pattern.
-inline double FreshSines(double jd) {
-  constexpr int kSinesOfPlainReport = 387;  // the average over the instants
-  double sum = 0;
-  for (int i = 0; i < kSinesOfPlainReport; ++i) {
-    sum += std::sin((jd - 2415020) * 1e-6 * i * i);
-  }
-  return sum;
+/// The processor time of this process in seconds. Under Wine it grows in steps of 10 ms.
+inline double ProcessorTime() {
+  timespec time;
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
+/// Prints a name and the processor time of one work(jd) in microseconds. Repeats the instants for some seconds.
+template <typename Work>
+void Measure(const std::string& name, const Instants& instants, double seconds, Work work) {
+  const double began = ProcessorTime();
+  double taken = 0;
+  double reports = 0;
+  do {
+    for (const double jd : instants) {
+      work(jd);
+    }
+    reports += static_cast<double>(instants.size());
+    taken = ProcessorTime() - began;
+  } while (taken < seconds);
+  std::printf("%s\t%.4f\n", name.c_str(), 1e6 * taken / reports);
 }
 
 }  // namespace benchmarks

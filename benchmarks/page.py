@@ -1,22 +1,22 @@
-"""Writes docs/performance.md from the measurements: the goals, then all figures."""
+"""Takes all measurements and writes docs/performance.md: the goals, then all figures. ./bench runs it."""
 
 import datetime
 import platform
 import re
+import sys
 from pathlib import Path
 from statistics import median
+from types import SimpleNamespace
 
-from stage import BUILD, EMPTY, TIDEWELL, WINDOWS, printed_by
+from program_cost import CLOSE, HIDDEN, PROCESSOR, SHOWN, START, WAKE_UPS, measure_program, measure_updates
+from report_speed import check_answers, measure_decades, measure_report
+from stage import BUILD, EMPTY, REPOSITORY, TIDEWELL, WINDOWS, open_stage, printed_by
 
 # ---- figures
 
 def ratio(values, partners):
     """The median of the rounds' ratios: a changing speed of the machine matters less to it than to a ratio of medians."""
     return median(value / partner for value, partner in zip(values, partners, strict=True))
-
-
-def beside_empty(figures):
-    return ratio(figures[TIDEWELL], figures[EMPTY])
 
 
 # ---- tables
@@ -31,6 +31,9 @@ def goals_table(m):
     def native(partner):
         return ratio(m.report["Tidewell"], m.report[partner])
 
+    def beside_empty(figure):
+        return ratio(m.program[figure][TIDEWELL], m.program[figure][EMPTY])
+
     farthest_decade = max(abs(time / median(m.decades) - 1) for time in m.decades)
     goals = [  # what, reached, at most, how it is written
         ("executable", (WINDOWS / "Tidewell.exe").stat().st_size, 180_000, "{:,} bytes"),
@@ -39,10 +42,10 @@ def goals_table(m):
         ("report, native, to Swiss Ephemeris", native("Swiss Ephemeris"), 1 / 10, "{:.3g}"),
         ("report, 32-bit, to fresh sines", ratio(m.report["Tidewell, 32-bit"], m.report["fresh sines, 32-bit"]), 2.2,
          "{:.3g}"),
-        ("start, to the empty window", beside_empty(m.start_and_close[0]), 1.3, "{:.3g}"),
-        ("close, to the empty window", beside_empty(m.start_and_close[1]), 2, "{:.3g}"),
-        ("private memory, to the empty window", max(map(beside_empty, m.memory)), 1.1, "{:.3g}"),
-        ("quiet minute, to the empty window", beside_empty(m.quiet[0]), 1.2, "{:.3g}"),
+        ("start, to the empty window", beside_empty(START), 1.3, "{:.3g}"),
+        ("close, to the empty window", beside_empty(CLOSE), 2, "{:.3g}"),
+        ("private memory, to the empty window", max(beside_empty(SHOWN), beside_empty(HIDDEN)), 1.1, "{:.3g}"),
+        ("quiet minute, to the empty window", beside_empty(PROCESSOR), 1.2, "{:.3g}"),
         ("report, a decade of 1900 to 2100, off the median one", 100 * farthest_decade, 10, "{:.2g} %"),
     ]
     return table(["figure", "reached", "goal", ""],
@@ -65,45 +68,27 @@ def answers_table(answers):
                   for name, (lit, minutes, share) in answers.items()])
 
 
-def empty_window_table(m):
-    megabyte = 2 ** 20
-    figures = [("start to visible window, ms", m.start_and_close[0], 1),
-               ("close to ended, ms", m.start_and_close[1], 1),
-               ("private memory shown, MB", m.memory[0], megabyte),
-               ("private memory hidden, MB", m.memory[1], megabyte),
-               ("processor time of a quiet minute, ms", m.quiet[0], 1),
-               ("wake-ups of a quiet minute", m.quiet[1], 1)]
+def empty_window_table(figures):
     return table(["", TIDEWELL, EMPTY, "ratio"],
-                 [[what, *(f"{median(of[name]) / unit:,.2f}" for name in (TIDEWELL, EMPTY)),
-                   f"{median(of[TIDEWELL]) / median(of[EMPTY]):.2f}"]
-                  for what, of, unit in figures])
-
-
-def updates_text(updates):
-    milliseconds, private = updates
-    return (f"{len(private)},000 updates over a simulated year: the last 1,000 took the program "
-            f"{milliseconds[-1] / milliseconds[0]:.2f} times the processor time\n"
-            f"of the first, and its private memory after them was {private[-1] / private[0]:.3f} times that "
-            "after the first.")
+                 [[what, *(f"{median(figures[what][name]):,.2f}" for name in (TIDEWELL, EMPTY)),
+                   f"{median(figures[what][TIDEWELL]) / median(figures[what][EMPTY]):.2f}"]
+                  for what in (START, CLOSE, SHOWN, HIDDEN, PROCESSOR, WAKE_UPS)])
 
 
 # ---- the page
 
 def machine():
     models = re.findall(r"^model name\s*: (.*)$", Path("/proc/cpuinfo").read_text(), re.MULTILINE)
-    system = platform.freedesktop_os_release()["PRETTY_NAME"]
-    compilers = [printed_by(_compiler(folder), "-dumpfullversion").strip() for folder in (BUILD / "bench", WINDOWS)]
-    return ", ".join([models[0], f"{len(models)} processors", system, printed_by("wine", "--version").split()[0],
+    compilers = [printed_by(compiler, "-dumpfullversion").strip() for compiler in ("g++", "i686-w64-mingw32-g++-win32")]
+    return ", ".join([models[0], f"{len(models)} processors", platform.freedesktop_os_release()["PRETTY_NAME"],
+                      printed_by("wine", "--version").split()[0],
                       f"GCC {compilers[0]},\nfor Windows {compilers[1]}",
                       f"node {printed_by('node', '--version').strip()}"])
 
 
-def _compiler(folder):
-    description = next(folder.glob("CMakeFiles/*/CMakeCXXCompiler.cmake")).read_text()
-    return re.search(r'^set\(CMAKE_CXX_COMPILER "(.*)"\)', description, re.MULTILINE)[1]
-
-
 def page(m):
+    milliseconds, private = m.updates
+    slower, larger = milliseconds[-1] / milliseconds[0], private[-1] / private[0]
     return f"""# What Tidewell costs
 
 Made by `./bench` on {datetime.date.today()}; not to be edited by hand.
@@ -138,7 +123,8 @@ real one. astronomia answers in dynamical time, 0.5 to 1.5 minutes ahead.
 
 ## Many updates
 
-{updates_text(m.updates)}
+{len(private)},000 updates over a simulated year: the last 1,000 took the program {slower:.2f} times the processor time
+of the first, and its private memory after them was {larger:.3f} times that after the first.
 
 ## The program
 
@@ -146,5 +132,23 @@ Compared with an empty window of the same size, timers and DLLs, built the same 
 quiet minute nobody touches them, and their windows are shown; the processor time is that of their own processes.
 Private memory is what the program has written.
 
-{empty_window_table(m)}
+{empty_window_table(m.program)}
 """
+
+
+def main():
+    quick = "--quick" in sys.argv
+    rounds = 1 if quick else 15
+    with open_stage() as stage:
+        measurements = SimpleNamespace(
+            answers=check_answers(stage),
+            report=measure_report(stage, rounds),
+            decades=measure_decades(rounds),
+            program=measure_program(stage, quick),
+            updates=measure_updates(stage, quick))
+    target = BUILD / "bench/performance.md" if quick else REPOSITORY / "docs/performance.md"
+    target.write_text(page(measurements))
+    print(f"bench: {target.relative_to(REPOSITORY)} is written")
+
+
+main()

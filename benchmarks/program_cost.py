@@ -6,48 +6,24 @@ import re
 import time
 from pathlib import Path
 
-from stage import EMPTY, TIDEWELL, WM_TIMER
+from stage import WM_TIMER
+
+START, CLOSE = "start to visible window, ms", "close to ended, ms"
+SHOWN, HIDDEN = "private memory shown, MB", "private memory hidden, MB"
+PROCESSOR, WAKE_UPS = "processor time of a quiet minute, ms", "wake-ups of a quiet minute"
 
 SETTLED = 3  # seconds; by then the start and the first tick are over
 
 
-def measure_start_and_close(stage, rounds):
-    """Milliseconds from start to visible window and from WM_CLOSE to the end: (start, close) by name, a value for each
-    round."""
-    names = [TIDEWELL, EMPTY]
-    start, close, sizes = collections.defaultdict(list), collections.defaultdict(list), set()
-    programs = map(stage.windows_path, names)
-    for number, started, closed, *size in stage.output_of("stopwatch.exe", "race", rounds, *programs):
-        start[names[int(number)]].append(float(started))
-        close[names[int(number)]].append(float(closed))
-        sizes.add(tuple(size))
-    assert len(sizes) == 1, f"the windows differ in size: {sizes}"
-    return start, close
-
-
 def _private(process):
-    """The process's private written bytes. Pages that it only reads do not count: whether they are private depends on
-    who else reads them."""
+    """The process's private written megabytes. Pages that it only reads do not count: whether they are private depends
+    on who else reads them."""
     rollup = Path(f"/proc/{process.pid}/smaps_rollup").read_text()
-    return 1024 * int(re.search(r"^Private_Dirty:\s+(\d+) kB", rollup, re.MULTILINE)[1])
+    return int(re.search(r"^Private_Dirty:\s+(\d+) kB", rollup, re.MULTILINE)[1]) / 1024
 
 
-def measure_memory(stage, rounds):
-    """Private bytes with the window shown and hidden: (shown, hidden) by name, a value for each round."""
-    shown, hidden = collections.defaultdict(list), collections.defaultdict(list)
-    for _ in range(rounds):
-        for name, caption in ((TIDEWELL, "Tidewell"), (EMPTY, "Empty")):
-            with stage.running(name) as process:
-                time.sleep(SETTLED)
-                shown[name].append(_private(process))
-                stage.output_of("stopwatch.exe", "hide", caption)
-                time.sleep(SETTLED)
-                hidden[name].append(_private(process))
-    return shown, hidden
-
-
-def _processor_seconds(process):
-    return time.clock_gettime(~process.pid << 3 | 2)  # the clock's id as clock_getcpuclockid() returns it
+def _processor_milliseconds(process):
+    return 1000 * time.clock_gettime(~process.pid << 3 | 2)  # the clock's id as clock_getcpuclockid() returns it
 
 
 def _wake_ups(process):
@@ -55,36 +31,48 @@ def _wake_ups(process):
                for task in Path(f"/proc/{process.pid}/task").iterdir())
 
 
-def measure_quiet_minutes(stage, minutes):
-    """Processor milliseconds and wake-ups of quiet minutes, window shown: (processor, wake_ups) by name, a value for
-    each minute. `minutes` holds their lengths in seconds. The two programs take turns."""
-    processor, wake_ups = collections.defaultdict(list), collections.defaultdict(list)
-    for seconds in minutes:
-        for name in (TIDEWELL, EMPTY):
+def measure_program(stage, quick):
+    """The figures above: for each the values of each program. The two programs take turns."""
+    starts, minutes, seconds = (3, 1, 5) if quick else (31, 5, 60)
+    figures = collections.defaultdict(lambda: collections.defaultdict(list))
+    sizes = set()
+    for _ in range(starts):
+        for name in stage.programs:
+            start, close, size = stage.race(name)
+            figures[START][name].append(start)
+            figures[CLOSE][name].append(close)
+            sizes.add(tuple(size))
+    assert len(sizes) == 1, f"the windows differ in size: {sizes}"
+
+    for _ in range(minutes):
+        for name in stage.programs:
             with stage.running(name) as process:
                 time.sleep(SETTLED)
-                before = _processor_seconds(process), _wake_ups(process)
+                figures[SHOWN][name].append(_private(process))
+                processor, wake_ups = _processor_milliseconds(process), _wake_ups(process)
                 time.sleep(seconds)
-                after = _processor_seconds(process), _wake_ups(process)
-                processor[name].append(1000 * (after[0] - before[0]))
-                wake_ups[name].append(after[1] - before[1])
-    return processor, wake_ups
+                figures[PROCESSOR][name].append(_processor_milliseconds(process) - processor)
+                figures[WAKE_UPS][name].append(_wake_ups(process) - wake_ups)
+                stage.hide()
+                time.sleep(SETTLED)
+                figures[HIDDEN][name].append(_private(process))
+    return figures
 
 
-# ---- over many updates
-
-def measure_updates(stage, updates, portion=1_000):
-    """Spreads the updates over a simulated year. For each portion: processor milliseconds per update, private bytes
-    after it."""
-    step = datetime.timedelta(days=365) / updates
+def measure_updates(stage, quick):
+    """Spreads updates over a simulated year. For each 1,000: their processor milliseconds, private megabytes after
+    them."""
+    portions, portion = 2 if quick else 20, 1_000
+    step = datetime.timedelta(days=365) / portions / portion
     milliseconds, private = [], []
-    with stage.with_movable_clock() as program:
-        window = program.main().hwnd
-        for _ in range(updates // portion):
-            before = _processor_seconds(program.process)
-            for _ in range(portion):
-                program.clock.advance(seconds=step.total_seconds())
-                program.driver.send(window, WM_TIMER, 1)
-            milliseconds.append(1000 * (_processor_seconds(program.process) - before) / portion)
-            private.append(_private(program.process))
+    program = stage.bench.start(recorded=False)
+    window = program.main().hwnd
+    for _ in range(portions):
+        before = _processor_milliseconds(program.process)
+        for _ in range(portion):
+            program.clock.advance(seconds=step.total_seconds())
+            program.driver.send(window, WM_TIMER, 1)
+        milliseconds.append(_processor_milliseconds(program.process) - before)
+        private.append(_private(program.process))
+    stage.bench.end_programs()
     return milliseconds, private

@@ -3,15 +3,14 @@
 import bisect
 import collections
 import datetime
-import json
 import os
 import re
 from pathlib import Path
 from statistics import median
 
-from stage import BUILD, printed_by
+from stage import BUILD, lines_of, printed_by
 
-NATIVE = BUILD / "bench/benchmarks/native_benchmark"
+NATIVE = BUILD / "bench/benchmarks"
 HERE = Path(__file__).resolve().parent
 REFERENCE = "Swiss Ephemeris"
 J2000 = 2451545  # Julian day of 1 January 2000, 12 h
@@ -20,13 +19,13 @@ PHASE_TOLERANCE = 5  # minutes; most libraries answer in dynamical time, up to 1
 SHARE = 0.999  # of the phases must be within it, not all: on purpose Tidewell shows a very few an hour late
 
 
-def _lines(text):
-    return [line.split("\t") for line in text.splitlines()]
-
-
-def _javascript(script, *arguments):
-    modules = {"NODE_PATH": BUILD / "bench/node/node_modules"}
-    return _lines(printed_by("node", HERE / script, *arguments, env=os.environ | modules))
+def _printed(stage, *arguments):
+    """What all runners print: times or answers, as fields of lines that begin with a name."""
+    modules = os.environ | {"NODE_PATH": BUILD / "bench/node/node_modules"}
+    texts = [*(printed_by(NATIVE / name, *arguments) for name in ("tidewell_report", "swiss_ephemeris")),
+             *(printed_by("node", HERE / "libraries.cjs", library, *arguments, env=modules)
+               for library in ("astronomia", "astronomy-engine"))]
+    return [*lines_of("".join(texts)), *stage.output_of("tidewell_report.exe", *arguments)]
 
 
 # ---- are the answers right?
@@ -43,10 +42,8 @@ def _phase_of_line(line, near):
 def check_answers(stage):
     """Compares all answers with Swiss Ephemeris. Returns by name the largest difference of the lit fraction, the median
     difference of the phases in minutes, and the share of phases within the tolerance."""
-    printed = [*_lines(printed_by(NATIVE, "--answers")), *stage.output_of("windows_benchmark.exe", "--answers"),
-               *_javascript("astronomia.cjs", "--answers"), *_javascript("astronomy-engine.cjs", "--answers")]
     lit, phases = collections.defaultdict(dict), collections.defaultdict(list)
-    for name, jd, *answer in printed:
+    for name, jd, *answer in _printed(stage, "--answers"):
         if name.startswith("Tidewell"):
             lit[name][jd] = 1 - float(answer[0])
             phases[name] += [_phase_of_line(line, float(jd)) for line in answer[1:]]
@@ -76,29 +73,18 @@ def check_answers(stage):
 
 # ---- how long do they take?
 
-def _google_benchmark(filter, *arguments):
-    text = printed_by(NATIVE, f"--benchmark_filter={filter}", "--benchmark_format=json", *arguments)
-    return json.loads(text)["benchmarks"]
-
-
-def measure(stage, rounds):
-    """Processor time of one report in microseconds: by name, a value for each round. All take turns within a round."""
+def measure_report(stage, rounds):
+    """Processor time of one report in microseconds: by name, a value for each round of about 10 s. All take turns
+    within a round."""
     taken = collections.defaultdict(list)
     for _ in range(rounds):
-        for run in _google_benchmark("report/", "--benchmark_min_time=0.2"):
-            taken[run["name"].removeprefix("report/")].append(run["cpu_time"] / 1000)  # us of 1,000 reports
-        for name, nanoseconds in (*_javascript("astronomia.cjs"), *_javascript("astronomy-engine.cjs"),
-                                  *stage.output_of("windows_benchmark.exe")):
-            taken[name].append(float(nanoseconds) / 1000)
+        for name, microseconds in _printed(stage):
+            taken[name].append(float(microseconds))
     return taken
 
 
-def measure_decades(_stage, repetitions):
-    """The report's processor time in microseconds in each decade of 1900 to 2100. It is the least of interleaved runs:
-    another process on the core can slow a run by half."""
-    taken = collections.defaultdict(list)
-    for run in _google_benchmark("decade/", "--benchmark_min_time=0.02", f"--benchmark_repetitions={repetitions}",
-                                 "--benchmark_enable_random_interleaving=true"):
-        if run["run_type"] == "iteration":
-            taken[run["run_name"]].append(run["cpu_time"] / 1000)
-    return [min(times) for times in taken.values()]
+def measure_decades(rounds):
+    """The report's processor time in microseconds in each decade of 1900 to 2100. It is the least of the rounds:
+    another process on the core can slow one by half."""
+    times = [lines_of(printed_by(NATIVE / "tidewell_report", "--decades")) for _ in range(rounds)]
+    return [min(float(microseconds) for _, microseconds in decade) for decade in zip(*times)]

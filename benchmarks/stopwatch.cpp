@@ -1,16 +1,13 @@
-// Times programs from inside Windows.
+// Times a program from inside Windows: stopwatch PROGRAM
 //
-// stopwatch race ROUNDS PROGRAM...  Starts and closes the programs in turn. Prints for each run: the program's number,
-//                                   ms from start to visible window, ms from WM_CLOSE to the end, width, height.
-// stopwatch hide CAPTION            Hides the window with that caption.
+// Starts it and closes it. Prints ms from start to visible window, ms from WM_CLOSE to the end, and the window's width
+// and height.
 
 #include <windows.h>
 
 #include <chrono>
 #include <cstdio>
 #include <stdexcept>
-#include <string>
-#include <string_view>
 
 namespace {
 
@@ -22,36 +19,28 @@ constexpr DWORD kPatience = 30'000;  // ms
 /// After the timers' first tick, when the start is over.
 constexpr DWORD kSettled = 1500;  // ms
 
-struct Search {
-  DWORD process;
-  HWND found = nullptr;
-};
-
-BOOL CALLBACK TakeVisible(HWND window, LPARAM parameter) {
-  auto& search = *reinterpret_cast<Search*>(parameter);
-  DWORD process = 0;
-  GetWindowThreadProcessId(window, &process);
-  if (process != search.process || IsWindowVisible(window) == FALSE) {
-    return TRUE;
-  }
-  search.found = window;
-  return FALSE;
-}
-
 /// The visible top-level window of a process, or null.
 HWND VisibleWindow(DWORD process) {
-  Search search = {.process = process};
-  EnumWindows(TakeVisible, reinterpret_cast<LPARAM>(&search));
-  return search.found;
+  HWND window = nullptr;
+  while ((window = FindWindowExW(nullptr, window, nullptr, nullptr)) != nullptr) {
+    DWORD owner = 0;
+    GetWindowThreadProcessId(window, &owner);
+    if (owner == process && IsWindowVisible(window) != FALSE) {
+      return window;
+    }
+  }
+  return nullptr;
 }
 
-void Run(int number, std::wstring program) {
+}  // namespace
+
+int wmain(int count, wchar_t** arguments) try {
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION process;
   const Clock::time_point started = Clock::now();
-  if (CreateProcessW(nullptr, program.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process) ==
-      FALSE) {
+  if (count != 2 || CreateProcessW(nullptr, arguments[1], nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                                   &process) == FALSE) {
     throw std::runtime_error("the program does not start");
   }
   HWND window = nullptr;
@@ -72,30 +61,8 @@ void Run(int number, std::wstring program) {
     throw std::runtime_error("the program does not end");
   }
   const Milliseconds close = Clock::now() - asked;
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
-  std::printf("%d\t%.3f\t%.3f\t%ld\t%ld\n", number, start.count(), close.count(), place.right - place.left,
+  std::printf("%.3f\t%.3f\t%ld\t%ld\n", start.count(), close.count(), place.right - place.left,
               place.bottom - place.top);
-}
-
-}  // namespace
-
-int wmain(int count, wchar_t** arguments) try {
-  const std::wstring_view command = count > 2 ? arguments[1] : L"";
-  if (command == L"race") {
-    for (int round = std::stoi(arguments[2]); round > 0; --round) {
-      for (int i = 3; i < count; ++i) {
-        Run(i - 3, arguments[i]);
-      }
-    }
-  } else if (command == L"hide") {
-    const HWND window = FindWindowW(nullptr, arguments[2]);
-    if (ShowWindow(window, SW_HIDE) == FALSE || IsWindowVisible(window) != FALSE) {
-      throw std::runtime_error("there was no visible window to hide");
-    }
-  } else {
-    return 2;
-  }
   return 0;
 } catch (const std::exception& error) {
   std::fprintf(stderr, "stopwatch: %s\n", error.what());

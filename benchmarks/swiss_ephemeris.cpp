@@ -1,4 +1,5 @@
-#include "benchmarks/swiss_ephemeris.h"
+// Measures Swiss Ephemeris: prints the time of the work of one report. With --answers it prints the answers at the
+// instants of the comparison instead: name, Julian day, lit fraction, last New, next New, last Full, next Full.
 
 #include <swephexp.h>
 
@@ -7,62 +8,70 @@
 #include <stdexcept>
 #include <string>
 
-namespace benchmarks {
+#include "benchmarks/comparison.h"
 
 namespace {
 
-/// Finds the phases around an instant, to a second or better: the library has no search of its own. `elongation` gives
-/// the Moon's longitude minus the Sun's at a Julian day, in degrees, in any turn.
-template <typename Elongation>
-void SearchPhases(double jd, Elongation elongation, Answer& answer) {
-  constexpr double kMeanRate = 360 / 29.530589;  // degrees a day
-  constexpr double kCloseEnough = 0.001;         // days; after so small a step the error is far smaller
+constexpr char kName[] = "Swiss Ephemeris";
 
-  const double now = std::fmod(elongation(jd) + 720, 360);
-  // The secant method. The first step uses the mean rate.
-  const auto when = [&](double wanted) {
-    double rate = kMeanRate;
-    double at = jd + (wanted - now) / rate;
-    double missing = std::remainder(wanted - elongation(at), 360);
-    for (;;) {
-      const double step = missing / rate;
-      at += step;
-      if (std::fabs(step) < kCloseEnough) {
-        return at;
-      }
-      const double left = std::remainder(wanted - elongation(at), 360);
-      rate = (missing - left) / step;
-      missing = left;
+std::array<char, AS_MAXCH> message;
+
+/// Without its files the library uses a lesser ephemeris. Only the returned flags say so.
+void Require(int flags) {
+  if (flags < 0 || (flags & SEFLG_SWIEPH) == 0) {
+    throw std::runtime_error(std::string("Swiss Ephemeris without its files? ") + message.data());
+  }
+}
+
+double Longitude(double jd, int body) {
+  std::array<double, 6> place{};
+  Require(swe_calc_ut(jd, body, SEFLG_SWIEPH, place.data(), message.data()));
+  return place[0];
+}
+
+/// The Moon's longitude minus the Sun's, in degrees, in any turn.
+double Elongation(double jd) { return Longitude(jd, SE_MOON) - Longitude(jd, SE_SUN); }
+
+/// Finds the instant near `jd` of an elongation, to a second or better: the library has no search of its own. `now` is
+/// the elongation at `jd`. The secant method; the first step uses the mean rate.
+double When(double wanted, double jd, double now) {
+  constexpr double kCloseEnough = 0.001;  // days; after so small a step the error is far smaller
+  double rate = 360 / 29.530589;          // degrees a day
+  double at = jd + (wanted - now) / rate;
+  double missing = std::remainder(wanted - Elongation(at), 360);
+  for (;;) {
+    const double step = missing / rate;
+    at += step;
+    if (std::fabs(step) < kCloseEnough) {
+      return at;
     }
-  };
-  answer.lastNew = when(0);
-  answer.nextNew = when(360);
-  answer.lastFull = when(now < 180 ? -180 : 180);
-  answer.nextFull = when(now < 180 ? 180 : 540);
+    const double left = std::remainder(wanted - Elongation(at), 360);
+    rate = (missing - left) / step;
+    missing = left;
+  }
+}
+
+/// Does the work of one report: the lit fraction, the last and the next New Moon, the last and the next Full Moon.
+std::array<double, 5> Answer(double jd) {
+  std::array<double, 20> phenomena{};
+  Require(swe_pheno_ut(jd, SE_MOON, SEFLG_SWIEPH, phenomena.data(), message.data()));
+  const double now = std::fmod(Elongation(jd) + 720, 360);
+  const double lastFull = now < 180 ? -180 : 180;
+  return {phenomena[1], When(0, jd, now), When(360, jd, now), When(lastFull, jd, now), When(lastFull + 360, jd, now)};
 }
 
 }  // namespace
 
-Answer SwissEphemeris(double jd) {
-  std::array<char, AS_MAXCH> message{};
-  // Without its files the library uses a lesser ephemeris. Only the returned flags say so.
-  const auto require = [&](int flags) {
-    if (flags < 0 || (flags & SEFLG_SWIEPH) == 0) {
-      throw std::runtime_error(std::string("Swiss Ephemeris without its files? ") + message.data());
+int main(int count, char** /*arguments*/) {
+  if (count == 1) {
+    benchmarks::Measure(kName, benchmarks::InstantsOfComparison(), 1, Answer);
+    return 0;
+  }
+  for (const double jd : benchmarks::InstantsOfComparison()) {
+    std::printf("%s\t%.9f", kName, jd);
+    for (const double value : Answer(jd)) {
+      std::printf("\t%.9f", value);
     }
-  };
-  const auto longitude = [&](double at, int body) {
-    std::array<double, 6> place{};
-    require(swe_calc_ut(at, body, SEFLG_SWIEPH, place.data(), message.data()));
-    return place[0];
-  };
-  std::array<double, 20> phenomena{};
-  require(swe_pheno_ut(jd, SE_MOON, SEFLG_SWIEPH, phenomena.data(), message.data()));
-  Answer answer;
-  answer.litFraction = phenomena[1];
-  SearchPhases(
-      jd, [&](double at) { return longitude(at, SE_MOON) - longitude(at, SE_SUN); }, answer);
-  return answer;
+    std::printf("\n");
+  }
 }
-
-}  // namespace benchmarks

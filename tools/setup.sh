@@ -19,7 +19,7 @@ groups[test]="${groups[release]} ${groups[e2e]} clang clang-format clang-tidy gc
   python3-pefile python3-yaml softhsm2 swe-basic-data"
 groups[other-wine]="${groups[build]} ${groups[e2e]} debootstrap gcc-i686-linux-gnu"
 # Debian's npm would clash with a Node from elsewhere.
-groups[bench]="${groups[build]} ${groups[run]} gcc-i686-linux-gnu libbenchmark-dev libswe-dev locales
+groups[bench]="${groups[build]} ${groups[run]} gcc-i686-linux-gnu libswe-dev locales
   swe-basic-data tzdata $(command -v npm >/dev/null || echo nodejs npm)"
 
 wanted=()
