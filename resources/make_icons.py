@@ -1,6 +1,8 @@
 #!/usr/bin/env python3
 """Makes Tidewell's .ico files from the pictures in icons/*.txt: make_icons.py OUTPUT_FOLDER [--strip FILE.png]
 
+phase_icons.rc beside them makes picture n the resource IDI_PHASE0 + n.
+
 A picture file holds, line by line:
 
     ; a comment, or an empty line
@@ -154,6 +156,8 @@ def main():
     for name, pictures in icons.items():
         drawn = [window_icon.draw(size) for size in DRAWN] if name == "window" else []
         (arguments.output / f"{name}.ico").write_bytes(icon_file(pictures.values(), drawn))
+    (arguments.output / "phase_icons.rc").write_text(
+        "".join(f'IDI_PHASE0 + {phase} ICON "phase{phase:02d}.ico"\n' for phase in range(28)))
     if arguments.strip:
         arguments.strip.write_bytes(png_file(strip(icons)))
 

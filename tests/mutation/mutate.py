@@ -117,7 +117,7 @@ class WindowsTests(Tests):
                 return first_failure(output)
         if not self.end_to_end:
             return None
-        for step in (["--preset", "windows", "-DCMAKE_COMPILE_WARNING_AS_ERROR=OFF"], ["--build", "--preset", "windows", "-j2"]):
+        for step in (["--preset", "windows", "-DCMAKE_COMPILE_WARNING_AS_ERROR=OFF"], ["--build", "build/windows", "-j2"]):
             run_or_fail(["cmake", *step], self.tree, BUILD_SECONDS, "building the program")
         status, output = run(["/usr/bin/python3", "-B", "-m", "pytest", "-x", "-q", "tests/e2e"], self.tree,
                              END_TO_END_SECONDS)

@@ -120,7 +120,8 @@ def setUpModule():
 
 class Files(unittest.TestCase):
     def test_there_are_28_phases_and_the_window(self):
-        self.assertEqual(sorted(FILES), [f"phase{phase:02d}.ico" for phase in range(28)] + ["window.ico"])
+        phases = [f"phase{phase:02d}.ico" for phase in range(28)]
+        self.assertEqual(sorted(FILES), [*phases, "phase_icons.rc", "window.ico"])
 
     def test_the_window_icon_is_round_and_coloured_in_the_sizes_that_windows_asks_for(self):
         parts = images(FILES["window.ico"])
