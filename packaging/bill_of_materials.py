@@ -24,15 +24,12 @@ MINGW = {
                  {"license": {"name": "Lucent Technologies (gdtoa)"}}],
     "externalReferences": [{"type": "website", "url": "https://www.mingw-w64.org/"}],
 }
-WINPTHREADS = MINGW | {"licenses": [{"license": {"id": "MIT"}}, {"license": {"id": "BSD-3-Clause"}}]}
 
 # By archive, but import libraries by package: only their stubs are linked.
 LIBRARIES = {
     "libgcc.a": ("libgcc", GCC),
     "libgcc_eh.a": ("libgcc", GCC),
     "libstdc++.a": ("libstdc++", GCC),
-    "libpthread.a": ("winpthreads", WINPTHREADS),
-    "libwinpthread.a": ("winpthreads", WINPTHREADS),
     "mingw-w64-i686-dev": ("mingw-w64 runtime", MINGW),
 }
 
@@ -41,15 +38,11 @@ def output(*command):
     return subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True).stdout.strip()
 
 
-def linked_archives(linker_map):
-    """The archives from which the linker took a member. The map begins with them."""
-    text = Path(linker_map).read_text(encoding="utf-8", errors="replace")
-    return sorted({os.path.realpath(found) for found in re.findall(r"^(/.+?\.a)\(", text, re.MULTILINE)})
-
-
 def components(linker_map):
+    """The libraries from which the linker took a member. The map begins with them."""
+    text = Path(linker_map).read_text(encoding="utf-8", errors="replace")
     found = {}
-    for archive in linked_archives(linker_map):
+    for archive in sorted(map(os.path.realpath, set(re.findall(r"^(/.+?\.a)\(", text, re.MULTILINE)))):
         package = output("dpkg-query", "-S", archive).split(":")[0]
         known = LIBRARIES.get(os.path.basename(archive)) or LIBRARIES.get(package)
         if known is None:
@@ -57,13 +50,8 @@ def components(linker_map):
         name, terms = known
         version, architecture = output("dpkg-query", "-W", "-f", "${Version} ${Architecture}", package).split()
         purl = f"pkg:deb/debian/{quote(package, safe='')}@{quote(version, safe='')}?arch={architecture}"
-        found[name] = {
-            "type": "library",
-            "bom-ref": name.replace(" ", "-"),
-            "name": name,
-            "version": version,
-            "purl": purl,
-        } | terms
+        reference = name.replace(" ", "-")
+        found[name] = {"type": "library", "bom-ref": reference, "name": name, "version": version, "purl": purl} | terms
     return [found[name] for name in sorted(found)]
 
 
@@ -92,5 +80,4 @@ def main(program, linker_map, version, date):
     }, indent=2))
 
 
-if __name__ == "__main__":
-    main(*sys.argv[1:])
+main(*sys.argv[1:])

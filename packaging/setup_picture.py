@@ -23,9 +23,4 @@ def bitmap(rows):
     return struct.pack("<2sIII", b"BM", 14 + len(header) + len(pixels), 0, 14 + len(header)) + header + pixels
 
 
-def main(output):
-    Path(output).write_bytes(bitmap(window_icon.look(WIDTH, HEIGHT, UNIT, window_icon.scene_at, LEFT, TOP)))
-
-
-if __name__ == "__main__":
-    main(*sys.argv[1:])
+Path(sys.argv[1]).write_bytes(bitmap(window_icon.look(WIDTH, HEIGHT, UNIT, window_icon.scene_at, LEFT, TOP)))
