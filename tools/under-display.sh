@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Runs a command on a virtual display of its own and returns its status.
+# Runs a command of Wine on a virtual display of its own and returns its status.
+# The Wine server, with every program left, ends before the display.
 # Usage: tools/under-display.sh COMMAND...
 set -euo pipefail
 
@@ -8,7 +9,7 @@ set -euo pipefail
 # -noreset it restarts after its last client and refuses new ones meanwhile.
 exec {told}< <(exec setsid Xvfb -displayfd 1 -noreset -screen 0 1024x768x24 2>/dev/null)
 server=$!
-trap 'kill "$server" 2>/dev/null; wait "$server" 2>/dev/null || true' EXIT
+trap '{ wineserver -k; kill "$server"; wait; } 2>/dev/null || true' EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM HUP
 
@@ -19,6 +20,4 @@ fi
 exec {told}<&-
 
 export DISPLAY=:$number
-status=0
-"$@" || status=$?
-exit "$status"
+"$@"

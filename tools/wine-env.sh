@@ -51,11 +51,7 @@ wine_prefix() {
 }
 
 # Runs a command on its own display. Wine ties a prefix to the display of its
-# first use, so nobody else may use the prefix meanwhile. The Wine server, with
-# every program left, ends before the display. "|| true": there may be no server,
-# and the command may be a function that has set errexit.
+# first use, so nobody else may use the prefix meanwhile.
 with_own_display() {
-  # shellcheck disable=SC2016 # expanded by the inner shell
-  flock --close "$WINEPREFIX.lock" "$repository/tools/under-display.sh" \
-    bash -c 'trap "wineserver -k || true; wait" EXIT; "$@"' with_own_display "$@"
+  flock --close "$WINEPREFIX.lock" "$repository/tools/under-display.sh" "$@"
 }
