@@ -7,8 +7,6 @@ set(fuzz_folder ${CMAKE_CURRENT_LIST_DIR})
 set(fuzz_sanitizers -fsanitize=fuzzer-no-link,address,undefined,float-cast-overflow -fno-sanitize-recover=all
                     -fno-omit-frame-pointer)
 get_target_property(core_sources tidewell_core SOURCES)
-get_target_property(core_folder tidewell_core SOURCE_DIR)
-list(TRANSFORM core_sources PREPEND ${core_folder}/)
 add_library(tidewell_core_fuzzed STATIC ${core_sources})
 target_compile_options(tidewell_core_fuzzed PUBLIC ${fuzz_sanitizers} -O1)
 target_link_options(tidewell_core_fuzzed PUBLIC -fsanitize=fuzzer,address,undefined)
