@@ -34,7 +34,7 @@ const std::set<std::string> kAngles = {"MoonMeanLongitude",     "MoonMeanAnomaly
 
 ::testing::AssertionResult Agrees(const std::string& name, double want, double got) {
   if (kAngles.contains(name)) {
-    return support::NearAngle(want, got, kAngle);
+    return support::Near(want, got, kAngle);
   }
   const bool julianDay = want > 1e6;
   return support::Near(want, got, julianDay ? kDay : kRelative * std::max(std::fabs(want), 1.0));

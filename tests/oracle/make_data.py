@@ -4,8 +4,8 @@ The build runs it. The instants are always the same: fixed ones, some at the pha
 """
 
 import calendar
-import datetime
 import itertools
+import math
 import random
 import sys
 from pathlib import Path
@@ -178,51 +178,32 @@ def module_values(path):
           [[*parts, *o.module_values(*parts).values()] for parts in module_instants()])
 
 
-# ---------------------------------------------------------------- Julian days
+# ---------------------------------------------------------------- phases
 
-def julian_dates():
-    """Calendar dates and times, always Gregorian."""
+def phase_arguments():
+    """(year, jd, jd_jan1) for the finder of phases."""
+    # Far from 1900 a wrong digit in any coefficient of the powers of T shows.
+    for year in (-25000, -4712, 0, 1700, 1951, 2099, 9999, 25000):
+        january = math.floor(2415020.5 + 365.25 * (year - 1900)) + 0.5
+        yield from ((year, january + day, january) for day in range(0, 360, 7))
     yield from (
-        (9999, 12, 31, 23, 59), (1, 1, 1, 0, 0), (0, 3, 1, 0, 0), (0, 2, 29, 0, 0), (-1, 12, 31, 0, 0),
-        (-100, 3, 1, 6, 0), (-400, 2, 29, 18, 0), (-1000, 7, 12, 12, 0), (-4000, 1, 1, 0, 0))
-    for month, day in ((9, 30), (10, 1), (10, 3), (10, 4), (10, 5), (10, 9), (10, 10), (10, 13),
-                       (10, 14), (10, 15), (10, 16), (10, 31), (11, 1), (12, 31)):
-        yield 1582, month, day, 0, 0
-        yield 1582, month, day, 23, 59
-    for hour in range(24):
-        yield 2003, 8, 19, hour, 0
-    for hour, minute in ((0, 1), (0, 59), (5, 7), (9, 59), (11, 59), (12, 1), (12, 34), (13, 13),
-                         (15, 45), (17, 26), (19, 59), (20, 0), (21, 36), (22, 10), (23, 59)):
-        yield 2026, 11, 24, hour, minute
-    chance = random.Random(1582)
-    for _ in range(230):
-        yield some_date(chance, (1, 3000))
+        (1979, 2444122.0484092655, 2443874.5),  # the number of the lunation is exactly 985.5
+        (1979, 2444122.0484102655, 2443874.5),
+        (1850, 2396923.5, 2396758.5),  # before 1900 the lunations have negative numbers
+        (2003, 2452894.5, 2452660.5),  # 20 days late: it finds a Full Moon that has passed
+        (2004, 2453370.5, 2453005.5),  # 31 December of a leap year is 100 % of the year
+        (2002, 2452870.5, 2452275.5),  # more than 100 %
+        (2003, 1e25, 1e25))  # so far away that both distances are equal
 
 
-def julian_days(path):
-    """Dates with their Julian day, and the date and time that come back from it.
-
-    What comes back depends on the last bit of the double: up to half of all full minutes come back one minute low. Rows
-    of the kind "day" have only a Julian day.
-    """
-    rows = []
-    for parts in julian_dates():
-        year, month, day, *_ = parts
-        # A check without the formula. datetime begins with the year 1, but the calendar repeats every 400 years.
-        ordinal = datetime.date(year % 400 + 400, month, day).toordinal() + 146097 * (year // 400 - 1)
-        assert o.civil_to_julian(year, month, day) == ordinal + 1721424.5, parts
-        jd = o.civil_to_julian(*parts)
-        rows.append(["date", *parts, jd, *o.julian_to_civil(jd)])
-    midnight = 2452870.5
-    for jd in (midnight + (9 * 60 + 59.9997) / 1440, midnight + 9.99999 / 24, midnight + 23.99999 / 24,
-               midnight + 23.9999 / 24, midnight + 9.9999 / 24, midnight + 9.99994 / 24, midnight + 9.99996 / 24,
-               midnight + 0.99999 / 24, midnight + 0.5, 2299159.5, 2299160.0, 2299160.4999, 2299160.49999999, 2299160.5,
-               2299161.0, 2415020.0, 2451545.0, 0.0, -0.5, 1721057.5, 1721423.5):
-        rows.append(["day", "", "", "", "", "", jd, *o.julian_to_civil(jd)])
-    write(path, ["kind", "year", "month", "day", "hour", "minute", "jd", "CalYear", "CalMonth", "CalDay", "CalHour",
-                 "CalMinute"], rows)
+def phases(path):
+    """What the finder of phases leaves."""
+    names = ["YearPercent", "NewMoonJD", "FullMoonJD", "WaningFlag", "SunMeanAnomaly", "MoonMeanAnomaly"]
+    found = [(*arguments, o.find_phases(*arguments, 0, 0, 0)) for arguments in phase_arguments()]
+    write(path, ["year", "jd", "jdJan1", *names],
+          [[*arguments, *(values[name] for name in names)] for *arguments, values in found])
 
 
 if __name__ == "__main__":
-    for table in (report_lines, module_values, julian_days):
+    for table in (report_lines, module_values, phases):
         table(Path(sys.argv[1], table.__name__ + ".tsv"))
