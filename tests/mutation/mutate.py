@@ -78,7 +78,7 @@ class Tests:
 class NativeTests(Tests):
     """The tests of the portable code, built for this machine without sanitizers or optimisation."""
 
-    programs = targets = ("core_tests", "tray_icon_tests", "zero_cosine_tests")
+    programs = targets = ("core_tests", "tray_icon_tests")
     folder = "build/mutants"
     configure = ("-G", "Ninja", "-DCMAKE_BUILD_TYPE=", "-DTIDEWELL_TESTS=ON", "-DCMAKE_CXX_FLAGS=-O0")
     share = 0.95
