@@ -204,6 +204,18 @@ def phases(path):
           [[*arguments, *(values[name] for name in names)] for *arguments, values in found])
 
 
+# ---------------------------------------------------------------- number formats
+
+def number_formats(path):
+    """Numbers in each of the program's patterns. Half of them are decimals that end in 5, in any place."""
+    patterns = {"00": (2, 0), "00.0000": (2, 4), "00.000": (2, 3), "0.000000": (1, 6)}
+    chance = random.Random(15)
+    numbers = [chance.uniform(-1, 1) * 10 ** chance.uniform(-12, 9) for _ in range(1000)]
+    numbers += [(10 * chance.randrange(-10 ** 6, 10 ** 6) + 5) / 10 ** chance.randrange(1, 12) for _ in range(1000)]
+    write(path, ["number", *patterns],
+          [[number, *(o.format_fixed(number, *digits) for digits in patterns.values())] for number in numbers])
+
+
 if __name__ == "__main__":
-    for table in (report_lines, module_values, phases):
+    for table in (report_lines, module_values, phases, number_formats):
         table(Path(sys.argv[1], table.__name__ + ".tsv"))

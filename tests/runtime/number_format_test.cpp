@@ -4,9 +4,11 @@
 
 #include <cmath>
 #include <limits>
+#include <string>
 
 #include "support/module_test.h"
 #include "support/raises.h"
+#include "support/tsv.h"
 
 using support::Raises;
 
@@ -77,6 +79,20 @@ TEST_F(FormatNumberTest, RefusesWhatIsNoNumber) {
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { (void)FormatNumber(HUGE_VAL, L"0"); }));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall,
                      [] { (void)FormatNumber(std::numeric_limits<double>::quiet_NaN(), L"0"); }));
+}
+
+// The reference file comes from the independent oracle in Python. Its columns are named after the patterns.
+TEST_F(FormatNumberTest, AgreesWithTheReferenceFile) {
+  const auto rows = support::ReadTsv("number_formats.tsv");
+  ASSERT_GE(rows.size(), 2000U);
+  for (const support::TsvRow& row : rows) {
+    for (const std::string pattern : {"00", "00.0000", "00.000", "0.000000"}) {
+      const std::string& text = row.Text(pattern);
+      EXPECT_EQ(FormatNumber(row.Number("number"), std::wstring(pattern.begin(), pattern.end())),
+                std::wstring(text.begin(), text.end()))
+          << row.Text("number");
+    }
+  }
 }
 
 TEST(LeadingInteger, ReadsTheFirstTwoCharacters) {
