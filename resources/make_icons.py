@@ -43,28 +43,23 @@ def parse(path):
     lines = path.read_text(encoding="ascii").splitlines()
     try:
         while number < len(lines):
-            words = lines[number].split()
             number += 1
-            if not words or words[0].startswith(";"):
-                continue
-            kind, name, *values = words
-            if kind == "colour":
-                colour = TRANSPARENT if values == ["transparent"] else PALETTE.index(tuple(map(int, values)))
-                if name in legend:
-                    raise ValueError(f"{name} has a colour already")
-                legend[name] = colour
-            elif kind == "icon":
-                [size] = map(int, values)
-                if size in icons.setdefault(name, {}):
-                    raise ValueError(f"a second {name} of this size")
-                picture = icons[name][size] = []
-                for _ in range(size):
-                    number += 1
-                    picture.append([legend[character] for character in lines[number - 1]])
-                    if len(picture[-1]) != size:
-                        raise ValueError(f"not {size} characters")
-            else:
-                raise ValueError(f"neither 'colour' nor 'icon': {kind}")
+            match lines[number - 1].partition(";")[0].split():
+                case []:
+                    pass
+                case "colour", character, "transparent":
+                    legend[character] = TRANSPARENT
+                case "colour", character, *channels:
+                    legend[character] = PALETTE.index(tuple(map(int, channels)))
+                case "icon", name, size:
+                    picture = icons.setdefault(name, {})[int(size)] = []
+                    for _ in range(int(size)):
+                        number += 1
+                        picture.append([legend[character] for character in lines[number - 1]])
+                        if len(picture[-1]) != int(size):
+                            raise ValueError(f"not {size} characters")
+                case _:
+                    raise ValueError("neither 'colour' nor 'icon'")
     except (IndexError, KeyError, ValueError) as error:
         sys.exit(f"{path}:{number}: not understood: {error!r}")
     return icons

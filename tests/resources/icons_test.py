@@ -1,9 +1,9 @@
-"""Compares the .ico files that make_icons.py writes with the description of the icons.
+"""Compares the pictures and the .ico files of make_icons.py with the description of the icons.
 
     python3 -m unittest tests/resources/icons_test.py
 
 A picture is a list of 16 rows of 16 grey levels, 0 to 255, None for transparent. Rows and columns count from 0. Every
-pixel that is not black is lit.
+pixel that is not black is lit. tests/e2e compares the icons that the program shows with the pictures.
 """
 
 import struct
@@ -21,11 +21,10 @@ sys.dont_write_bytecode = True
 import make_icons  # noqa: E402
 
 BLACK, DARK_GREY, LIGHT_GREY, WHITE = 0, 128, 192, 255
+LEVELS = {None: None, 0: BLACK, 7: DARK_GREY, 8: LIGHT_GREY, 15: WHITE}  # any other colour of the palette is an error
 
-# The palette a second time, on purpose, in the file's byte order: blue, green, red, 0.
-PALETTE_BYTES = bytes.fromhex(
-    "00000000 00008000 00800000 00808000 80000000 80008000 80800000 80808000"
-    "c0c0c000 0000ff00 00ff0000 00ffff00 ff000000 ff00ff00 ffff0000 ffffff00")
+ICONS = make_icons.all_icons(RESOURCES / "icons")
+PICTURES = [[[LEVELS[colour] for colour in row] for row in ICONS[f"phase{phase:02d}"][16]] for phase in range(28)]
 
 WIDTHS = [6, 10, 12, 14, 14, 16, 16, 16, 16, 16, 16, 14, 14, 12, 10, 6]
 DISC = {(row, column) for row in range(16) for column in range(16) if abs(2 * column - 15) < WIDTHS[row]}
@@ -58,26 +57,14 @@ def images(ico):
     return [(entry, ico[entry[7]:entry[7] + entry[6]]) for entry in entries]
 
 
-def bits(data, size, each):
-    """The rows of an image of `each` bits a pixel, from the top, and its length in bytes."""
-    stride = (size * each + 31) // 32 * 4
-    lines = [int.from_bytes(data[stride * row:stride * (row + 1)], "big") for row in reversed(range(size))]
-    pixels = [[line >> (8 * stride - each * (column + 1)) & 2 ** each - 1 for column in range(8 * stride // each)]
-              for line in lines]
-    assert not any(any(row[size:]) for row in pixels), "the padding is not zero"
-    return [row[:size] for row in pixels], stride * size
-
-
-def colours_of(entry, data):
-    """The rows of palette indexes of a 16-colour image, None for transparent."""
-    size = entry[0]
-    colours, length = bits(data[104:], size, 4)
-    mask, mask_length = bits(data[104 + length:], size, 1)
-    assert entry[:7] == (size, size, 16, 0, 1, 4, 104 + length + mask_length)
-    assert struct.unpack_from("<IiiHHIIiiII", data) == (40, size, 2 * size, 1, 4, 0, length + mask_length, 0, 0, 0, 0)
-    assert data[40:104] == PALETTE_BYTES
-    assert not any(colour and hidden for row in zip(colours, mask) for colour, hidden in zip(*row)), \
-        "a transparent pixel must be black, or it would invert the screen"
+def colours_of(size, data):
+    """The rows of an image of 16 colours as palette indexes, None for transparent."""
+    def rows(at, bits):
+        stride = (size * bits + 31) // 32 * 4
+        for row in reversed(range(size)):
+            line = int.from_bytes(data[at + stride * row:][:stride], "big")
+            yield [line >> 8 * stride - bits * (column + 1) & 2 ** bits - 1 for column in range(size)]
+    colours, mask = rows(104, 4), rows(len(data) - size * ((size + 31) // 32 * 4), 1)
     return [[None if hidden else colour for colour, hidden in zip(*row)] for row in zip(colours, mask)]
 
 
@@ -105,39 +92,34 @@ def pixels(picture):
     return [level for row in picture for level in row if level is not None]
 
 
-def setUpModule():
-    global FILES, PICTURES
-    with tempfile.TemporaryDirectory() as folder:
-        subprocess.run([sys.executable, "-B", RESOURCES / "make_icons.py", folder], check=True)
-        FILES = {path.name: path.read_bytes() for path in Path(folder).iterdir()}
-    grey = {None: None, 0: BLACK, 7: DARK_GREY, 8: LIGHT_GREY, 15: WHITE}  # any other colour is an error
-    PICTURES = []
-    for phase in range(28):
-        [image] = images(FILES[f"phase{phase:02d}.ico"])
-        assert len(image[1]) == 296
-        PICTURES.append([[grey[colour] for colour in row] for row in colours_of(*image)])
-
-
 class Files(unittest.TestCase):
-    def test_there_are_28_phases_and_the_window(self):
-        phases = [f"phase{phase:02d}.ico" for phase in range(28)]
-        self.assertEqual(sorted(FILES), [*phases, "phase_icons.rc", "window.ico"])
+    @classmethod
+    def setUpClass(cls):
+        with tempfile.TemporaryDirectory() as folder:
+            subprocess.run([sys.executable, "-B", RESOURCES / "make_icons.py", folder], check=True)
+            cls.files = {path.name: images(path.read_bytes()) for path in Path(folder).glob("*.ico")}
+
+    def test_each_phase_is_a_picture_of_16_colours(self):
+        self.assertEqual(self.files.keys(), {"window.ico", *(f"phase{phase:02d}.ico" for phase in range(28))})
+        for name in self.files.keys() - {"window.ico"}:
+            [(entry, data)] = self.files[name]
+            self.assertEqual(entry[:7], (16, 16, 16, 0, 1, 4, 296))
+            self.assertEqual(colours_of(16, data), ICONS[name.removesuffix(".ico")][16])
 
     def test_the_window_icon_is_round_and_coloured_in_the_sizes_that_windows_asks_for(self):
-        parts = images(FILES["window.ico"])
+        parts = self.files["window.ico"]
         self.assertEqual([entry[0] for entry, _ in parts], [0, 64, 48, 40, 32, 24, 20, 16])  # 0: 256
-        for part in parts[4:]:
-            rows = colours_of(*part)
-            size = len(rows)
+        for (size, *_), data in parts[4:]:
+            rows = ICONS["window"][size]
+            self.assertEqual(colours_of(size, data), rows)
             self.assertEqual({rows[0][0], rows[0][-1], rows[-1][0], rows[-1][-1]}, {None})
             self.assertIsNotNone(rows[size // 2][size // 2])
             self.assertGreater(len({colour for row in rows for colour in row}), 6)
 
     def test_the_large_window_icons_show_the_picture_of_32_pixels(self):
         """Compared in the middle of each pixel, except on edges, which are shaded by hand."""
-        parts = images(FILES["window.ico"])
-        small = colours_of(*parts[4])
-        for entry, data in parts[:4]:
+        small = ICONS["window"][32]
+        for entry, data in self.files["window.ico"][:4]:
             size = entry[0] or 256
             self.assertEqual(entry[:6], (size % 256, size % 256, 0, 0, 1, 32))
             rows = png_rows(data)
@@ -145,13 +127,13 @@ class Files(unittest.TestCase):
             different = 0
             for row in range(32):
                 for column in range(32):
-                    red, green, blue, alpha = rows[(2 * row + 1) * size // 64][(2 * column + 1) * size // 64]
-                    self.assertTrue(alpha or (red, green, blue) == (0, 0, 0), "a transparent pixel is black")
+                    *colour, alpha = rows[(2 * row + 1) * size // 64][(2 * column + 1) * size // 64]
+                    self.assertTrue(alpha or colour == [0, 0, 0], "a transparent pixel is black")
                     if alpha < 128 or small[row][column] is None:
                         different += (alpha < 128) != (small[row][column] is None)
                     else:
-                        wanted = PALETTE_BYTES[4 * small[row][column]:]
-                        different += any(abs(want - got) > 64 for want, got in zip(wanted, (blue, green, red)))
+                        wanted = make_icons.PALETTE[small[row][column]]
+                        different += any(abs(want - got) > 64 for want, got in zip(wanted, colour))
             self.assertLess(different, 32 * 32 // 8, size)
 
 
@@ -246,10 +228,8 @@ class Mistakes(unittest.TestCase):
             path = Path(folder, "some.txt")
             path.write_text(good)
             self.assertEqual(make_icons.parse(path), {"one": {2: [[0, None], [None, 0]]}})
-            for old, new, line in [
-                    ("0 0 0", "0 0 1", 3), ("0 0 0", "grey", 3), ("colour .", "colour #", 4),
-                    ("colour .", "color .", 4), ("#.\n", "#\n", 6), ("#.\n", "#..\n", 6), ("#.\n", "#x\n", 6),
-                    ("#.\n", "", 7), ("#.\n", "#.\n#.\n", 8), (".#\n", "", 7), (".#\n", ".#\nicon one 2\n", 8)]:
+            for old, new, line in [("0 0 0", "0 0 1", 3), ("colour .", "color .", 4), ("#.\n", "#\n", 6),
+                                   ("#.\n", "#x\n", 6), ("#.\n", "#.\n#.\n", 8), (".#\n", "", 7)]:
                 with self.subTest(old=old, new=new), self.assertRaises(SystemExit) as refused:
                     path.write_text(good.replace(old, new))
                     make_icons.parse(path)
