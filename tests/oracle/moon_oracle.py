@@ -290,9 +290,6 @@ def draw_moon_phase(fraction, waning, southern):
 
 # ---------------------------------------------------------------- report
 
-SECOND_PASS_DAYS = 5  # after now, if a phase has already passed
-LAST_PASS_DAYS = 30  # before the nearer coming phase
-
 # Local dates are whole seconds from 1899-12-30 0 h. That is exact; a double that counts days would be rounded.
 
 def date_seconds(year, month, day, hour=0, minute=0, second=0):
@@ -352,37 +349,36 @@ def module_values(year, month, day, hour, minute):
     return values
 
 
-def run_pass(base, offset_minutes):
-    """One pass at a local date (seconds): Full date, New date, module values."""
-    values = module_values(*date_parts(base)[:5])
-    return (local_date(values["FullMoonJD"], offset_minutes),
-            local_date(values["NewMoonJD"], offset_minutes), values)
-
-
 def report(year, month, day, hour, minute, second, offset_minutes, southern):
     """The whole report at a local clock instant. offset_minutes: local time minus Universal Time.
 
     On purpose the astronomy takes the clock's reading as Universal Time; only the phase instants get the offset.
     """
+    passes = []
+
+    def run_pass(base):
+        """One pass at a local date (seconds): Full date, New date."""
+        values = module_values(*date_parts(base)[:5])
+        passes.append(values)
+        return local_date(values["FullMoonJD"], offset_minutes), local_date(values["NewMoonJD"], offset_minutes)
+
     now = date_seconds(year, month, day, hour, minute, second)
-    next_full, next_new, values = run_pass(now, offset_minutes)
-    picture = draw_moon_phase(values["Illumination"], values["WaningFlag"], southern)
+    next_full, next_new = run_pass(now)
+    picture = draw_moon_phase(passes[0]["Illumination"], passes[0]["WaningFlag"], southern)
     coming = pair_of_lines("Next", next_full, next_new)
     corrected = next_new <= now or next_full <= now
     if corrected:
-        next_full, next_new, _ = run_pass(now + SECOND_PASS_DAYS * DAY_SECONDS, offset_minutes)
+        next_full, next_new = run_pass(now + 5 * DAY_SECONDS)
         coming = pair_of_lines("New", next_full, next_new)
-    nearer = next_full if next_full < next_new else next_new
-    last_full, last_new, _ = run_pass(nearer - LAST_PASS_DAYS * DAY_SECONDS, offset_minutes)
-    previous = pair_of_lines("Last", last_full, last_new)
+    last_full, last_new = run_pass(min(next_full, next_new) - 30 * DAY_SECONDS)
     return {
-        "lines": previous + coming,
-        "age": now - last_new,
+        "lines": pair_of_lines("Last", last_full, last_new) + coming,
         "tip": tip_text(now - last_new),
         "label1": picture["label1"],
         "icon": picture["icon"],
         "picture": picture,
-        "values": values,
+        "values": passes[0],
+        "passes": passes,
         "corrected": corrected,
         "dates": {"NextFull": next_full, "NextNew": next_new, "LastFull": last_full, "LastNew": last_new},
     }
