@@ -9,7 +9,7 @@ mistakes are made in a copy of the tree. Each mutant is
     equivalent      all tests pass, and mutants.EQUIVALENT says why
     survived        all tests pass: one is missing
 
-The exit status is 1 if a mutant made by hand survives, or too many generated ones; 2 if the check itself fails.
+The exit status is 1 if a mutant made by hand survives, or too many generated ones, or if the check itself fails.
 """
 
 import argparse
@@ -29,13 +29,7 @@ from mutants import by_hand, explanation
 from operators import REPOSITORY, generated
 
 BUILD_SECONDS = 1800
-TEST_SECONDS = 60
-WINDOWS_TEST_SECONDS = 600
 END_TO_END_SECONDS = 3600
-
-
-class CannotCheck(Exception):
-    """The tests cannot be built, or fail without a mutant."""
 
 
 def run(command, folder, seconds):
@@ -54,7 +48,7 @@ def run(command, folder, seconds):
 def run_or_fail(command, folder, seconds, what):
     status, output = run(command, folder, seconds)
     if status != 0:
-        raise CannotCheck(f"{what} failed:\n{output[-4000:]}")
+        sys.exit(f"{what} failed:\n{output[-4000:]}")
 
 
 def first_failure(output):
@@ -64,40 +58,39 @@ def first_failure(output):
 
 
 class Tests:
-    """The tests in a copy of the tree. A subclass has its `folder`, how to `configure` it, its `targets`, the
-    `programs` to run and the `share` of generated mutants that must die."""
+    """The tests in a copy of the tree. A subclass has its `folder`, how to `configure` it, the `programs`, their `suffix`,
+    the `runner` that starts them, the `seconds` they may take, and the `share` of generated mutants that must die."""
 
     def __init__(self, tree):
         self.tree, self.folder = tree, tree / self.folder
         run_or_fail(["cmake", *self.configure, "-B", self.folder], tree, BUILD_SECONDS, "configuring the build")
 
     def build(self):
-        return run(["cmake", "--build", self.folder, "-j2", "--target", *self.targets], self.tree, BUILD_SECONDS)
-
-
-class NativeTests(Tests):
-    """The tests of the portable code, built for this machine without sanitizers or optimisation."""
-
-    programs = targets = ("core_tests", "tray_icon_tests")
-    folder = "build/mutants"
-    configure = ("-G", "Ninja", "-DCMAKE_BUILD_TYPE=", "-DTIDEWELL_TESTS=ON", "-DCMAKE_CXX_FLAGS=-O0")
-    share = 0.95
+        return run(["cmake", "--build", self.folder, "-j2", "--target", *self.programs], self.tree, BUILD_SECONDS)
 
     def failing_test(self):
         """The first test that fails, or None."""
         for program in self.programs:
-            status, output = run([self.folder / "tests" / program, "--gtest_brief=1", "--gtest_fail_fast"], self.folder,
-                                 TEST_SECONDS)
+            path = self.folder / "tests" / (program + self.suffix)
+            status, output = run([*self.runner, path, "--gtest_brief=1", "--gtest_fail_fast"], self.tree, self.seconds)
             if status != 0:
                 return "endless" if status is None else first_failure(output)
         return None
 
 
+class NativeTests(Tests):
+    """The tests of the portable code, built for this machine without sanitizers or optimisation."""
+
+    programs, suffix, runner, seconds = ("core_tests", "tray_icon_tests"), "", (), 60
+    folder = "build/mutants"
+    configure = ("-G", "Ninja", "-DCMAKE_BUILD_TYPE=", "-DTIDEWELL_TESTS=ON", "-DCMAKE_CXX_FLAGS=-O0")
+    share = 0.95
+
+
 class WindowsTests(Tests):
     """The window tests under Wine. The slower end-to-end tests try only the mutants that these let pass."""
 
-    programs = ("window_tests", "program_end_tests")
-    targets = programs
+    programs, suffix, runner, seconds = ("window_tests", "program_end_tests"), ".exe", ("tools/under-wine.sh",), 600
     folder = "build/windows-tests"
     configure = ("--preset", "windows-tests", "-DCMAKE_COMPILE_WARNING_AS_ERROR=OFF", "-DTIDEWELL_TIDY=OFF")
     share = 0.75  # lower, because the sample is small
@@ -107,16 +100,11 @@ class WindowsTests(Tests):
         self.end_to_end = end_to_end
 
     def failing_test(self):
-        for program in self.programs:
-            status, output = run(["tools/under-wine.sh", self.folder / f"tests/{program}.exe", "--gtest_brief=1",
-                                  "--gtest_fail_fast"], self.tree, WINDOWS_TEST_SECONDS)
-            if status is None:
-                run(["bash", "-c", "source tools/wine-env.sh; wineserver -k"], self.tree, TEST_SECONDS)
-                return "endless"
-            if status != 0:
-                return first_failure(output)
-        if not self.end_to_end:
-            return None
+        failing = super().failing_test()
+        if failing == "endless":
+            run(["bash", "-c", "source tools/wine-env.sh; wineserver -k"], self.tree, 60)
+        if failing or not self.end_to_end:
+            return failing
         for step in (["--preset", "windows", "-DCMAKE_COMPILE_WARNING_AS_ERROR=OFF"], ["--build", "build/windows", "-j2"]):
             run_or_fail(["cmake", *step], self.tree, BUILD_SECONDS, "building the program")
         status, output = run(["/usr/bin/python3", "-B", "-m", "pytest", "-x", "-q", "tests/e2e"], self.tree,
@@ -124,7 +112,7 @@ class WindowsTests(Tests):
         if status in (0, None):
             return None if status == 0 else "endless"
         if status != 1 or not re.search(r"^FAILED ", output, re.M):  # the bench itself has failed
-            raise CannotCheck(f"the end-to-end tests could not be run:\n{output[-4000:]}")
+            sys.exit(f"the end-to-end tests could not be run:\n{output[-4000:]}")
         return first_failure(output)
 
 
@@ -182,11 +170,9 @@ def check_tests(arguments):
         shutil.copytree(REPOSITORY, tree, symlinks=True, ignore=shutil.ignore_patterns(".git", "build", "__pycache__"))
         tests = WindowsTests(tree, arguments.end_to_end) if arguments.windows else NativeTests(tree)
         status, output = tests.build()
-        if status != 0:
-            raise CannotCheck(f"building without a mutant failed:\n{output[-4000:]}")
-        failing = tests.failing_test()
+        failing = tests.failing_test() if status == 0 else f"the build: {output[-4000:]}"
         if failing:
-            raise CannotCheck(f"the tests fail without a mutant: {failing}")
+            sys.exit(f"it fails without a mutant: {failing}")
         print(f"seed {arguments.seed}", flush=True)
         hand, made = try_mutants(by_hand_chosen, tests), try_mutants(generated_chosen, tests)
     built = made["killed"] + made["survived"]
@@ -205,11 +191,7 @@ def main():
     parser.add_argument("--only", default="", metavar="PART", help="choose from those whose name contains the part")
     parser.add_argument("--windows", action="store_true", help="try those of the windows instead, under Wine")
     parser.add_argument("--end-to-end", action="store_true", help="with --windows: try what survives with the e2e tests")
-    try:
-        return check_tests(parser.parse_args())
-    except CannotCheck as problem:
-        print(f"mutate: {problem}", file=sys.stderr)
-        return 2
+    return check_tests(parser.parse_args())
 
 
 if __name__ == "__main__":

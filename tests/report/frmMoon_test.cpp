@@ -400,18 +400,12 @@ TEST_F(MainWindow, RestoresOnlyTheSouthernView) {
   }
 }
 
-TEST_F(MainWindow, PassesTheFocusOnToTheControlThatHadIt) {
+// "Show desktop" minimises without WM_SYSCOMMAND.
+TEST_F(MainWindow, GivesTheFocusBackToTheControlThatHadIt) {
   for (const HWND control : {Check1(2), Close()}) {
     SetFocus(control);
     SetFocus(form().hwnd());
     EXPECT_EQ(GetFocus(), control);
-  }
-}
-
-// "Show desktop" minimises without WM_SYSCOMMAND.
-TEST_F(MainWindow, KeepsItsFocusWhenItIsMinimisedFromOutside) {
-  for (const HWND control : {Check1(2), Close()}) {
-    SetFocus(control);
     ShowWindow(form().hwnd(), SW_MINIMIZE);
     form().Show();
     EXPECT_EQ(GetFocus(), control);

@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <initializer_list>
 #include <limits>
+#include <utility>
+#include <vector>
 
 #include "report/surroundings.h"
 #include "support/module_test.h"
@@ -43,30 +46,15 @@ TEST_F(LocalTimeOffsetTest, IsUniversalTimeUntilTheStartSetsTheReader) {
   EXPECT_EQ(LocalTimeOffset(), 0);
 }
 
-TEST_F(LocalTimeOffsetTest, IsTheStandardOffsetInSummerAndInWinter) {
-  for (const std::int32_t result : {kInvalid, kUnknown, kStandard, kDaylight}) {
-    zone = {.Result = result, .Bias = -330, .StandardBias = 0, .DaylightBias = -60};
-    EXPECT_EQ(LocalTimeOffset(), 330);
-    zone = {.Result = result, .Bias = 300, .StandardBias = 0, .DaylightBias = -60};
-    EXPECT_EQ(LocalTimeOffset(), -300);
-  }
-}
-
-TEST_F(LocalTimeOffsetTest, FollowsTheSeasonOnceDaylightSavingIsTurnedOn) {
-  UseDaylightBias = True;
-  zone = {.Result = kDaylight, .Bias = 300, .StandardBias = 7, .DaylightBias = -60};
-  EXPECT_EQ(LocalTimeOffset(), -240);
-  zone.Result = kStandard;
-  EXPECT_EQ(LocalTimeOffset(), -307);
-  zone.Result = kUnknown;
-  EXPECT_EQ(LocalTimeOffset(), -307);
-}
-
-TEST_F(LocalTimeOffsetTest, IsZeroForAFailedCallOnceDaylightSavingIsTurnedOn) {
-  UseDaylightBias = True;
-  for (const std::int32_t result : {kInvalid, -2, 3, 100}) {
+TEST_F(LocalTimeOffsetTest, FollowsTheSeasonOnlyOnceDaylightSavingIsTurnedOn) {
+  // What the system may answer, and the offset with daylight saving.
+  for (const auto& [result, withDaylight] : std::vector<std::pair<std::int32_t, std::int32_t>>{
+           {kUnknown, -307}, {kStandard, -307}, {kDaylight, -240}, {kInvalid, 0}, {-2, 0}, {3, 0}, {100, 0}}) {
     zone = {.Result = result, .Bias = 300, .StandardBias = 7, .DaylightBias = -60};
-    EXPECT_EQ(LocalTimeOffset(), 0) << result;
+    UseDaylightBias = False;
+    EXPECT_EQ(LocalTimeOffset(), -300) << result;
+    UseDaylightBias = True;
+    EXPECT_EQ(LocalTimeOffset(), withDaylight) << result;
   }
 }
 
@@ -79,13 +67,14 @@ TEST_F(LocalTimeOffsetTest, OverflowsWhenTheBiasesLeave32Bits) {
   EXPECT_EQ(LocalTimeOffset(), -kHighest);
 
   UseDaylightBias = True;
-  zone = {.Result = kStandard, .Bias = kHighest, .StandardBias = 1, .DaylightBias = 0};
-  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { LocalTimeOffset(); }));
-  zone = {.Result = kDaylight, .Bias = kLowest, .StandardBias = 0, .DaylightBias = -1};
-  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { LocalTimeOffset(); }));
-  // The sum fits, but not its negative.
-  zone = {.Result = kDaylight, .Bias = kLowest + 1, .StandardBias = 0, .DaylightBias = -1};
-  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { LocalTimeOffset(); }));
+  for (const TimeZoneReading& extreme : std::initializer_list<TimeZoneReading>{
+           {.Result = kStandard, .Bias = kHighest, .StandardBias = 1, .DaylightBias = 0},
+           {.Result = kDaylight, .Bias = kLowest, .StandardBias = 0, .DaylightBias = -1},
+           // The sum fits, but not its negative.
+           {.Result = kDaylight, .Bias = kLowest + 1, .StandardBias = 0, .DaylightBias = -1}}) {
+    zone = extreme;
+    EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { LocalTimeOffset(); }));
+  }
 }
 
 }  // namespace tidewell

@@ -15,11 +15,4 @@ TEST(Surroundings, RefuseAFormOrAClockThatWasNotSet) {
   EXPECT_TRUE(Raises(ErrorNumber::InternalError, [&] { nothing.Now(); }));
 }
 
-TEST(Surroundings, AreUniversalTimeUntilTheStart) {
-  const runtime::TimeZoneReading zone = Surroundings{}.ReadTimeZone();
-  EXPECT_EQ(zone.Bias, 0);
-  EXPECT_EQ(zone.StandardBias, 0);
-  EXPECT_EQ(zone.DaylightBias, 0);
-}
-
 }  // namespace tidewell
