@@ -11,31 +11,19 @@ namespace support {
 /// The difference of two angles in degrees, the short way round: -180..180.
 [[nodiscard]] inline double AngleDifference(double a, double b) { return std::remainder(a - b, 360.0); }
 
-[[nodiscard]] inline ::testing::AssertionResult WithinTolerance(double want, double got, double difference,
-                                                                double tolerance) {
-  if (std::fabs(difference) <= tolerance) {  // false for a NaN
+/// Success when `got` lies within an absolute tolerance of `want`.
+[[nodiscard]] inline ::testing::AssertionResult Near(double want, double got, double tolerance) {
+  if (std::fabs(got - want) <= tolerance) {  // false for a NaN
     return ::testing::AssertionSuccess();
   }
   std::array<char, 160> text{};
   (void)std::snprintf(text.data(), text.size(), "want %.17g, got %.17g, difference %.3g, tolerance %.3g", want, got,
-                      difference, tolerance);
+                      got - want, tolerance);
   return ::testing::AssertionFailure() << text.data();
 }
 
-/// Success when `got` lies within an absolute tolerance of `want`.
-[[nodiscard]] inline ::testing::AssertionResult Near(double want, double got, double tolerance) {
-  return WithinTolerance(want, got, got - want, tolerance);
-}
-
-/// Like Near, for angles in degrees, modulo a turn.
-[[nodiscard]] inline ::testing::AssertionResult NearAngle(double want, double got, double tolerance) {
-  return WithinTolerance(want, got, AngleDifference(got, want), tolerance);
-}
-
 /// Success when two doubles are the same to the last bit.
-[[nodiscard]] inline ::testing::AssertionResult Same(double want, double got) {
-  return WithinTolerance(want, got, got - want, 0);
-}
+[[nodiscard]] inline ::testing::AssertionResult Same(double want, double got) { return Near(want, got, 0); }
 
 /// Success when `got`, rounded to the given number of decimals, is the printed value `want`.
 [[nodiscard]] inline ::testing::AssertionResult Prints(double want, double got, int decimals) {
