@@ -25,15 +25,6 @@ constexpr double kJanuary2003 = 2452640.5;
 
 using FindPhasesTest = support::ModuleTest;
 
-/// The lit fraction; elongation and anomalies in degrees.
-double LitFractionFor(double D, double M, double Mp) {
-  MoonElongation = D;
-  SunMeanAnomaly = M;
-  MoonMeanAnomaly = Mp;
-  FindPhases(2003, 2452870.5, kJanuary2003);
-  return Illumination;
-}
-
 }  // namespace
 
 // Worked by hand after Meeus, Astronomical Formulae for Calculators, ch. 32, with the departures. 19 August 2003.
@@ -77,13 +68,6 @@ TEST_F(FindPhasesTest, APhaseExactlyAtTheReferenceDayHasNotPassed) {
   FindPhases(2003, std::nextafter(fullMoon, 3e6), kJanuary2003 + 20);
   EXPECT_TRUE(Same(fullMoon, FullMoonJD));
   EXPECT_LT(SunMeanAnomaly, anomalyOfNewMoon - 14);
-}
-
-TEST_F(FindPhasesTest, GivesTheLitFraction) {
-  EXPECT_TRUE(Near(0, LitFractionFor(0, 0, 0), 1e-15));
-  EXPECT_TRUE(Near(1, LitFractionFor(180, 0, 0), 1e-15));
-  // A turn more makes no difference.
-  EXPECT_TRUE(Near(1, LitFractionFor(180 + 360 * 1234, 0, 0), 1e-15));
 }
 
 TEST_F(FindPhasesTest, UsesTheAnomaliesOfTheMomentBeforeItOverwritesThem) {

@@ -181,6 +181,7 @@ EQUIVALENT = {
     r"tray/tray_icon\.h: bool stands_ = false;": "the first Apply sets it",
     r"tray/phase_drawing\.cpp: drawing\.SetDrawStyle": "all lines are solid",
     r"report/moon_report\.cpp: .* = (?:full\.date|NextFull) < .* <= ": "no Full Moon comes together with a New Moon",
+    r"astro/calendar\.cpp: .* dayWithFraction .*\(30\.600[02] ": "gives the same whole days in every month",
     r"astro/moon\.cpp: .*<double, 3> powersOfE": "no row reads a fourth power",
     r"runtime/date_value\.cpp: .*secondOfDay .* - kSecondsPerDay\) %": "a day more and its fraction less are the same date",
     r"runtime/code_page\.h: .*, 256> .* 257>": "a byte has only 256 values",

@@ -14,9 +14,9 @@ import moon_oracle as o
 OFFSETS = (0, 330, -300, 345, 765, -570, 840, -720, 60, -480)
 
 
-def some_date(chance, years, months=(1, 12)):
+def some_date(chance, first_year, last_year):
     """A random (year, month, day, hour, minute)."""
-    year, month = chance.randint(*years), chance.randint(*months)
+    year, month = chance.randint(first_year, last_year), chance.randint(1, 12)
     day = chance.randint(1, calendar.monthrange(year, month)[1])
     return year, month, day, chance.randrange(24), chance.randrange(60)
 
@@ -49,7 +49,7 @@ def report_instants():
     """(local clock, offset, southern) for each report."""
     chance = random.Random(1950)
     for _ in range(1200):
-        yield (*some_date(chance, (1950, 2050)), chance.randrange(60)), chance.choice(OFFSETS), chance.randrange(2)
+        yield (*some_date(chance, 1950, 2050), chance.randrange(60)), chance.choice(OFFSETS), chance.randrange(2)
 
     # At or after a phase on the same day of the local clock, or just before it. The minute shown counts as passed.
     for _ in range(300):
@@ -97,9 +97,9 @@ def module_instants():
     """Calendar dates and times, 1800..2200."""
     chance = random.Random(1800)
     for year in range(1800, 2201, 2):
-        yield some_date(chance, (year, year))
+        yield some_date(chance, year, year)
     for _ in range(45):
-        yield some_date(chance, (1950, 2050))
+        yield some_date(chance, 1950, 2050)
 
 
 def module_values(path):
