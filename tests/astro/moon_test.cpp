@@ -51,7 +51,7 @@ TEST_F(MoonPositionTest, GivesTheWorkedValuesOf2000) {
   EXPECT_TRUE(Prints(-0.0000576, MoonDeclination, 7));
 }
 
-TEST_F(MoonPositionTest, NeitherItNorTheSunsReadsTheArgument) {
+TEST_F(MoonPositionTest, SunAndMoonIgnoreTheArgument) {
   ComputeAt(1);
   const double declination = MoonDeclination;
   const double sunDeclination = SunDeclination;
@@ -96,7 +96,7 @@ TEST_F(MoonPositionTest, VariablesAssignedBeforeAnErrorKeepTheirNewValues) {
 
 // Far beyond every calendar the terms of a polynomial are infinite with opposite signs. The first one overflows, before
 // their sum becomes a NaN.
-TEST_F(MoonPositionTest, AndTheSunsOverflowAtAnImpossibleMoment) {
+TEST_F(MoonPositionTest, SunAndMoonOverflowAtAnImpossibleMoment) {
   for (const double T : {1e103, -1e103, 1e154, -1e154, 1e160, -1e160, 1e300, -1e300, HUGE_VAL}) {
     Centuries = T;
     EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { MoonPosition(0); })) << T;
