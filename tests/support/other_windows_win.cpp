@@ -131,33 +131,23 @@ std::vector<std::wstring> ShownTips() {
 }
 
 void Press(const std::vector<WORD>& keys) {
-  std::vector<INPUT> inputs;
-  const auto add = [&](WORD key, DWORD flags) {
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
-    input.ki.dwFlags = flags;
-    inputs.push_back(input);
+  const auto send = [](WORD key, DWORD flags) {
+    keybd_event(static_cast<BYTE>(key), static_cast<BYTE>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC)), flags, 0);
   };
   for (const WORD key : keys) {
-    add(key, 0);
+    send(key, 0);
   }
   for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
-    add(*key, KEYEVENTF_KEYUP);
+    send(*key, KEYEVENTF_KEYUP);
   }
-  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
 void Point(POINT at) { SetCursorPos(at.x, at.y); }
 
 void Click(POINT at, bool right) {
   Point(at);
-  INPUT inputs[2] = {};
-  inputs[0].type = inputs[1].type = INPUT_MOUSE;
-  inputs[0].mi.dwFlags = right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN;
-  inputs[1].mi.dwFlags = right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP;
-  SendInput(2, inputs, sizeof(INPUT));
+  mouse_event(right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+  mouse_event(right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
 }
 
 }  // namespace support

@@ -4,8 +4,8 @@
 
 #include <vector>
 
-/// A bitmap in memory: something to paint on, or a copy of a window's client area. Reading a window pixel by pixel
-/// would be slow.
+/// A bitmap in memory: something to paint on, or a copy of what a window or the screen shows. Reading those pixel by
+/// pixel would be slow.
 class Pixels {
  public:
   Pixels(int width, int height) : width_(width), height_(height) {
@@ -18,11 +18,13 @@ class Pixels {
     bitmap_ = CreateDIBSection(dc_, &description, DIB_RGB_COLORS, reinterpret_cast<void**>(&pixels_), nullptr, 0);
     SelectObject(dc_, bitmap_);
   }
-  explicit Pixels(HWND window) : Pixels(ClientOf(window).right, ClientOf(window).bottom) {
+  /// Copies a part of a window's client area, or of the screen if the window is null.
+  Pixels(HWND window, const RECT& part) : Pixels(part.right - part.left, part.bottom - part.top) {
     const HDC from = GetDC(window);
-    BitBlt(dc_, 0, 0, width_, height_, from, 0, 0, SRCCOPY);
+    BitBlt(dc_, 0, 0, width_, height_, from, part.left, part.top, SRCCOPY | CAPTUREBLT);
     ReleaseDC(window, from);
   }
+  explicit Pixels(HWND window) : Pixels(window, ClientOf(window)) {}
   ~Pixels() {
     DeleteDC(dc_);
     DeleteObject(bitmap_);
@@ -31,6 +33,7 @@ class Pixels {
   Pixels& operator=(const Pixels&) = delete;
 
   [[nodiscard]] HDC dc() const noexcept { return dc_; }
+  [[nodiscard]] HBITMAP bitmap() const noexcept { return bitmap_; }
   [[nodiscard]] int Width() const noexcept { return width_; }
   [[nodiscard]] int Height() const noexcept { return height_; }
 

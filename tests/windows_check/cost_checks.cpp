@@ -4,7 +4,6 @@
 // Needs windows.h first.
 #include <psapi.h>
 
-#include "support/other_windows_win.h"
 #include "windows_check/check.h"
 #include "windows_check/program.h"
 
@@ -13,7 +12,8 @@ namespace check {
 namespace {
 
 struct Resources {
-  long long memory, handles, gdi, user;
+  std::size_t memory;
+  DWORD handles, gdi, user;
 };
 
 Resources ResourcesOf(const Process& process) {
@@ -21,7 +21,7 @@ Resources ResourcesOf(const Process& process) {
   GetProcessMemoryInfo(process.Handle(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof memory);
   DWORD handles = 0;
   GetProcessHandleCount(process.Handle(), &handles);
-  return {.memory = static_cast<long long>(memory.PrivateUsage),
+  return {.memory = memory.PrivateUsage,
           .handles = handles,
           .gdi = GetGuiResources(process.Handle(), GR_GDIOBJECTS),
           .user = GetGuiResources(process.Handle(), GR_USEROBJECTS)};
@@ -38,34 +38,26 @@ void UpdateOften(const Program& program, int times) {
   }
 }
 
-int ManyUpdates(const Stage& stage) { return stage.Quick() ? 200 : 2000; }
-
-Outcome Updates(const Stage& stage) {
-  const Program program(stage);
-  const ULONGLONG start = GetTickCount64();
-  UpdateOften(program, ManyUpdates(stage));
-  const ULONGLONG time = GetTickCount64() - start;
-  return program.TheProcess().Ended()
-             ? Failed(L"a running program", L"an ended one")
-             : Ok(std::to_wstring(ManyUpdates(stage)) + L" in " + std::to_wstring(time) + L" ms");
-}
-
 /// The first updates fill the system's caches. Later ones must not leave anything behind.
-Outcome ResourcesAfterUpdates(const Stage& stage) {
-  constexpr long long kMemory = 256 * 1024;
-  constexpr long long kFew = 4;
-  const Program program(stage);
+TEST(Cost, OfManyUpdates) {
+  constexpr std::size_t kMemory = 256 * 1024;
+  constexpr DWORD kFew = 4;
+  const Program program;
   UpdateOften(program, 100);
   const Resources before = ResourcesOf(program.TheProcess());
-  if (before.gdi == 0) {
-    return NotHere(L"the system does not count the objects of other processes");
-  }
-  UpdateOften(program, ManyUpdates(stage));
+  const ULONGLONG start = GetTickCount64();
+  UpdateOften(program, 2000);
+  const ULONGLONG time = GetTickCount64() - start;
+  ASSERT_FALSE(program.Ended());
   const Resources after = ResourcesOf(program.TheProcess());
-  const bool good = after.memory <= before.memory + kMemory && after.handles <= before.handles + kFew &&
-                    after.gdi <= before.gdi + kFew && after.user <= before.user + kFew;
-  const std::wstring seen = L"before " + Text(before) + L"; after " + Text(after);
-  return good ? Ok(seen) : Failed(L"as many after as before", seen);
+  Note(std::to_wstring(time) + L" ms; before " + Text(before) + L"; after " + Text(after));
+  if (before.gdi == 0) {
+    NotHere(L"the system does not count the objects of other processes");
+  }
+  EXPECT_LE(after.memory, before.memory + kMemory);
+  EXPECT_LE(after.handles, before.handles + kFew);
+  EXPECT_LE(after.gdi, before.gdi + kFew);
+  EXPECT_LE(after.user, before.user + kFew);
 }
 
 /// In milliseconds.
@@ -78,32 +70,18 @@ long long ProcessorTime(const Process& process) {
   return milliseconds(kernel) + milliseconds(user);
 }
 
-Outcome QuietMinute(const Stage& stage) {
-  constexpr DWORD kMinute = 60000;
-  constexpr long long kBusy = 1000;
-  if (stage.Quick()) {
-    return NotHere(L"--quick");
-  }
-  const Program program(stage);
+TEST(Cost, OfAQuietMinute) {
+  const Program program;
   const Process empty(OwnCommand(L"--empty-window"));
   Sleep(3000);
   const long long programBefore = ProcessorTime(program.TheProcess());
   const long long emptyBefore = ProcessorTime(empty);
-  Sleep(kMinute);
+  Sleep(60000);
   const long long time = ProcessorTime(program.TheProcess()) - programBefore;
-  const std::wstring seen =
-      std::to_wstring(time) + L" ms, an empty window " + std::to_wstring(ProcessorTime(empty) - emptyBefore) + L" ms";
-  return time < kBusy ? Ok(seen) : Failed(L"less than " + std::to_wstring(kBusy) + L" ms", seen);
+  Note(std::to_wstring(time) + L" ms, an empty window " + std::to_wstring(ProcessorTime(empty) - emptyBefore) + L" ms");
+  EXPECT_LT(time, 1000) << "milliseconds of processor time";
 }
 
 }  // namespace
-
-std::vector<Check> CostChecks() {
-  return {
-      {L"many updates", Updates},
-      {L"memory and handles after many updates", ResourcesAfterUpdates},
-      {L"processor time of a quiet minute", QuietMinute},
-  };
-}
 
 }  // namespace check

@@ -1,21 +1,17 @@
 // Checks a Tidewell.exe on this Windows.
 //
-//   windows_check [--quick] [--only TEXT] [PROGRAM]
+//   windows_check [PROGRAM] [--gtest_filter=CHECKS]
 //
-// PROGRAM is by default the Tidewell.exe beside this file. --only runs the checks whose names contain TEXT. --quick
-// makes fewer updates and skips the quiet minute. The report goes to the screen and to tidewell-check.txt in the
-// current folder, the pictures to tidewell-*.png. The program runs in a temporary folder. The exit status is 1 if a
-// check failed, otherwise 0. Leave the mouse alone meanwhile.
+// PROGRAM is by default the Tidewell.exe beside this file. The report goes to the screen and to tidewell-check.xml in
+// the current folder, the pictures to tidewell-*.png. The program runs in a temporary folder. The exit status is 1 if
+// a check failed, otherwise 0. Leave the mouse alone meanwhile.
 
 #include <windows.h>
 // Needs windows.h first.
 #include <objbase.h>
 
 #include <cstdio>
-#include <fstream>
-#include <stdexcept>
 
-#include "support/other_windows_win.h"
 #include "windows_check/check.h"
 #include "windows_check/program.h"
 #include "windows_check/screen.h"
@@ -46,98 +42,46 @@ std::wstring Version() {
   return text;
 }
 
-std::wstring Density() {
+int Density() {
   const HDC screen = GetDC(nullptr);
   const int density = GetDeviceCaps(screen, LOGPIXELSX);
   ReleaseDC(nullptr, screen);
-  return std::to_wstring(density);
+  return density;
 }
 
-std::wstring RealDensity() {
+int RealDensity() {
   const PhysicalPixels physical;
   return Density();
 }
 
-std::wstring Locale() {
-  wchar_t name[LOCALE_NAME_MAX_LENGTH] = L"";
-  GetUserDefaultLocaleName(name, LOCALE_NAME_MAX_LENGTH);
-  return name;
-}
-
-std::wstring Zone() {
+/// Not a check: it goes first into the report.
+TEST(AboutThisMachine, InGeneral) {
+  wchar_t locale[LOCALE_NAME_MAX_LENGTH] = L"";
+  GetUserDefaultLocaleName(locale, LOCALE_NAME_MAX_LENGTH);
   DYNAMIC_TIME_ZONE_INFORMATION zone{};
   GetDynamicTimeZoneInformation(&zone);
-  return std::wstring(zone.TimeZoneKeyName) + L", " + std::to_wstring(-zone.Bias) + L" minutes";
+  Note(L"Windows " + Version() + L"; density " + std::to_wstring(RealDensity()) + L", as the program sees it " +
+       std::to_wstring(Density()) + L"; locale " + locale + L"; zone " + zone.TimeZoneKeyName + L", " +
+       std::to_wstring(-zone.Bias) + L" minutes");
 }
 
-/// The first lines of the report.
-std::wstring DescribeMachine() {
-  return L"Windows " + Version() + L"\ndensity " + RealDensity() + L", as the program sees it " + Density() +
-         L"\nlocale " + Locale() + L"\nzone " + Zone() + L"\n";
-}
-
-/// Writes to the screen and to a file.
-class Log {
- public:
-  Log() {
-    if (!file_) {
-      throw std::runtime_error("cannot write tidewell-check.txt into this folder");
-    }
-  }
-
-  void Write(const std::wstring& text) {
-    const std::string bytes = support::Utf8(text);
-    file_ << bytes << std::flush;
-    const HANDLE screen = GetStdHandle(STD_OUTPUT_HANDLE);
-    DWORD written = 0;
-    if (WriteConsoleW(screen, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) == FALSE) {
-      WriteFile(screen, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);  // not a console but a file
-    }
-  }
-
- private:
-  std::ofstream file_{"tidewell-check.txt", std::ios::binary};
-};
-
-Outcome Run(const Check& check, const Stage& stage) {
-  try {
-    RestPointer();
-    return check.run(stage);
-  } catch (const Outcome& outcome) {
-    return outcome;
-  } catch (const std::exception& error) {
-    return Failed(L"the check to finish", support::Wide(error.what()));
-  }
-}
-
-std::wstring Line(const Check& check, const Outcome& outcome) {
-  const std::wstring text = outcome.text.empty() ? L"" : L": " + outcome.text;
-  const wchar_t* const kinds[] = {L"ok", L"FAILED", L"not here"};
-  return std::wstring(check.name) + L": " + kinds[static_cast<int>(outcome.kind)] + text + L"\n";
-}
-
-int RunAll(const std::filesystem::path& program, bool quick, const std::wstring& only) {
-  Log log;
-  log.Write(DescribeMachine() + L"\n");
+int RunAll(const std::filesystem::path& program) {
   if (!support::ProcessesOf(L"Tidewell.exe").empty()) {
-    log.Write(L"Tidewell is running: please end it first.\n");
+    std::puts("Tidewell is running: please end it first.");
     return 1;
   }
-  const Stage stage(program, quick);
-  int failures = 0;
-  for (const auto& group :
-       {StartChecks(), ReportChecks(), WindowChecks(), TrayChecks(), OptionChecks(), EndingChecks(), CostChecks()}) {
-    for (const Check& check : group) {
-      if (std::wstring(check.name).find(only) == std::wstring::npos) {
-        continue;
-      }
-      const Outcome outcome = Run(check, stage);
-      failures += outcome.kind == Outcome::Kind::Failed ? 1 : 0;
-      log.Write(Line(check, outcome));
-    }
+  // The blanks are on purpose: the program must cope with them.
+  folder = std::filesystem::temp_directory_path() / (L"Tidewell check " + std::to_wstring(GetCurrentProcessId()));
+  if (!std::filesystem::create_directory(folder)) {
+    throw std::runtime_error("the folder already exists: " + folder.string());
   }
-  log.Write(failures == 0 ? L"\nAll is well.\n" : L"\n" + std::to_wstring(failures) + L" FAILED\n");
-  return failures == 0 ? 0 : 1;
+  std::error_code error;
+  if (!std::filesystem::copy_file(program, CopyOfProgram(), error)) {
+    std::printf("Cannot copy %s; so every check fails.\n", program.string().c_str());
+  }
+  const int status = RUN_ALL_TESTS();
+  std::filesystem::remove_all(folder, error);
+  return status;
 }
 
 }  // namespace
@@ -145,32 +89,18 @@ int RunAll(const std::filesystem::path& program, bool quick, const std::wstring&
 }  // namespace check
 
 int wmain(int count, wchar_t* words[]) {
-  std::filesystem::path program = std::filesystem::path(words[0]).replace_filename(L"Tidewell.exe");
-  bool quick = false;
-  std::wstring only;
-  for (int number = 1; number < count; ++number) {
-    const std::wstring word = words[number];
-    if (word == L"--typewriter") {
-      return RunTypewriter();
-    }
-    if (word == L"--empty-window") {
-      return RunEmptyWindow(GetModuleHandleW(nullptr), nullptr, nullptr, SW_SHOWNORMAL);
-    }
-    if (word == L"--quick") {
-      quick = true;
-    } else if (word == L"--only" && number + 1 < count) {
-      only = words[++number];
-    } else {
-      program = word;
-    }
+  const std::wstring role = count > 1 ? words[1] : L"";
+  if (role == L"--typewriter") {
+    return RunTypewriter();
   }
+  if (role == L"--empty-window") {
+    return RunEmptyWindow(GetModuleHandleW(nullptr), nullptr, nullptr, SW_SHOWNORMAL);
+  }
+  testing::GTEST_FLAG(output) = "xml:tidewell-check.xml";
+  testing::InitGoogleTest(&count, words);  // takes its options out of the words
   CoInitialize(nullptr);
-  int status = 1;
-  try {
-    status = check::RunAll(program, quick, only);
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "windows_check: %s\n", error.what());
-  }
+  const int status =
+      check::RunAll(count > 1 ? words[1] : std::filesystem::path(words[0]).replace_filename(L"Tidewell.exe"));
   DWORD processes[2];
   if (GetConsoleProcessList(processes, 2) == 1) {  // this console is ours and would close at once
     std::puts("Press Enter.");

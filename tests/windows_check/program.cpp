@@ -2,16 +2,15 @@
 
 #include "report/frmMoon.h"
 #include "report/frmMoon_layout.h"
-#include "support/other_windows_win.h"
 #include "tray/frmAbout.h"
 #include "windows_check/check.h"
+#include "windows_check/screen.h"
 #include "windows_check/tray.h"
 
 namespace check {
 
 namespace {
 
-namespace fs = std::filesystem;
 namespace layout = tidewell::frmMoonLayout;
 
 /// When this process ends, however it ends, the system ends every process in this job.
@@ -26,38 +25,21 @@ HANDLE TheJob() {
   return job;
 }
 
-void Remove(const fs::path& path) {
-  std::error_code ignored;
-  fs::remove(path, ignored);
-}
-
-/// Removes the settings file: each start is a first one.
-std::wstring CommandOfAFirstStart(const Stage& stage) {
-  Remove(stage.SettingsFile());
-  return stage.Command();
+/// Makes the next start a first one, with the pointer out of its way.
+std::wstring CommandOfAFirstStart() {
+  RestPointer();
+  std::filesystem::remove(SettingsFile());
+  return Command();
 }
 
 }  // namespace
 
-Stage::Stage(const fs::path& program, bool quick) : quick_(quick) {
-  // The blanks are on purpose: the program must cope with them.
-  const fs::path folder = fs::temp_directory_path() / (L"Tidewell check " + std::to_wstring(GetCurrentProcessId()));
-  if (!fs::create_directory(folder)) {
-    throw fs::filesystem_error("the folder already exists", folder, std::make_error_code(std::errc::file_exists));
-  }
-  folder_ = folder;
-  try {
-    fs::copy_file(program, Program());
-  } catch (...) {
-    Remove(folder_);
-    throw;
-  }
-}
+std::wstring Command() { return L"\"" + CopyOfProgram().wstring() + L"\""; }
 
-Stage::~Stage() {
-  for (const fs::path& path : {SettingsFile(), Program(), folder_}) {
-    Remove(path);
-  }
+std::wstring OwnCommand(const std::wstring& role) {
+  std::wstring path(MAX_PATH, L'\0');
+  path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
+  return L"\"" + path + L"\" " + role;
 }
 
 Process::Process(const std::wstring& commandLine, int show) {
@@ -69,7 +51,8 @@ Process::Process(const std::wstring& commandLine, int show) {
   std::wstring writable = commandLine;
   if (CreateProcessW(nullptr, writable.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS, nullptr, nullptr, &start,
                      &started) == FALSE) {
-    throw Failed(commandLine + L" started", L"error " + std::to_wstring(GetLastError()));
+    throw std::runtime_error("cannot start " + support::Utf8(commandLine) + ": error " +
+                             std::to_string(GetLastError()));
   }
   CloseHandle(started.hThread);
   process_.reset(started.hProcess);
@@ -84,12 +67,11 @@ Process::~Process() {
   }
 }
 
-DWORD Process::WaitForEnd() const {
-  if (WaitForSingleObject(process_.get(), kPatience) != WAIT_OBJECT_0) {
-    throw Failed(L"the end of the process", L"none within 20 s");
+DWORD Process::ExitStatus() const {
+  DWORD status = STILL_ACTIVE;
+  if (Ended(kPatience)) {
+    GetExitCodeProcess(process_.get(), &status);
   }
-  DWORD status = 0;
-  GetExitCodeProcess(process_.get(), &status);
   return status;
 }
 
@@ -105,17 +87,11 @@ HWND Process::Window(const std::wstring& windowClass) const {
 HWND Process::ShownWindow(const std::wstring& windowClass) const {
   return Until(L"a shown window of the class " + windowClass, [&]() -> HWND {
     const HWND window = Window(windowClass);
-    return window != nullptr && IsWindowVisible(window) != FALSE ? window : nullptr;
+    return IsWindowVisible(window) != FALSE ? window : nullptr;
   });
 }
 
-std::wstring OwnCommand(const std::wstring& role) {
-  std::wstring path(MAX_PATH, L'\0');
-  path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
-  return L"\"" + path + L"\" " + role;
-}
-
-Program::Program(const Stage& stage, int show) : process_(CommandOfAFirstStart(stage), show) {
+Program::Program(int show) : process_(CommandOfAFirstStart(), show) {
   about_ = Until(L"the program's windows", [this] { return process_.Window(tidewell::frmAbout::kWindowClass); });
   main_ = process_.Window(tidewell::frmMoon::kWindowClass);
   // The start is over when its thread waits for messages; the icon is there then.
@@ -127,9 +103,9 @@ Program::Program(const Stage& stage, int show) : process_(CommandOfAFirstStart(s
 }
 
 Program::~Program() {
-  if (!process_.Ended()) {
+  if (!Ended()) {
     support::Ask(main_, WM_ENDSESSION, TRUE);
-    if (WaitForSingleObject(process_.Handle(), kPatience) != WAIT_OBJECT_0) {
+    if (!process_.Ended(kPatience)) {
       RemoveIcon(about_);
     }
   }
@@ -164,13 +140,10 @@ void Program::WaitUntilShown(bool shown) const {
   Until(shown ? L"the main window shown" : L"the main window hidden", [&] { return Visible() == shown; });
 }
 
-Check::Check(const wchar_t* its, Outcome (*of)(const Program& program))
-    : name(its), run([of](const Stage& stage) { return of(Program(stage)); }) {}
-
 void ClickWithin(HWND window, POINT at) {
   const HWND there = WindowFromPoint(at);
   if (GetAncestor(there, GA_ROOT) != GetAncestor(window, GA_ROOT)) {
-    throw NotHere(L"a window of " + NameOf(there) + L" covers that of " + NameOf(window));
+    NotHere(L"a window of " + NameOf(there) + L" covers that of " + NameOf(window));
   }
   support::Click(at);
 }

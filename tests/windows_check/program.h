@@ -9,24 +9,15 @@
 
 namespace check {
 
-/// What the checks share: a temporary folder with a copy of the program. The destructor removes it.
-class Stage {
- public:
-  /// Throws filesystem_error if the folder cannot be made or the program not copied.
-  Stage(const std::filesystem::path& program, bool quick);
-  ~Stage();
-  Stage(const Stage&) = delete;
-  Stage& operator=(const Stage&) = delete;
+/// A temporary folder with a copy of the program.
+inline std::filesystem::path folder;
 
-  [[nodiscard]] bool Quick() const noexcept { return quick_; }
-  [[nodiscard]] std::filesystem::path Program() const { return folder_ / L"Tidewell.exe"; }
-  [[nodiscard]] std::wstring Command() const { return L"\"" + Program().wstring() + L"\""; }
-  [[nodiscard]] std::filesystem::path SettingsFile() const { return folder_ / L"vesk.dat"; }
+[[nodiscard]] inline std::filesystem::path CopyOfProgram() { return folder / L"Tidewell.exe"; }
+[[nodiscard]] inline std::filesystem::path SettingsFile() { return folder / L"vesk.dat"; }
 
- private:
-  std::filesystem::path folder_;
-  bool quick_;
-};
+/// The command lines of the program, and of this file as another program: "--typewriter" or "--empty-window".
+[[nodiscard]] std::wstring Command();
+[[nodiscard]] std::wstring OwnCommand(const std::wstring& role);
 
 /// A process. The destructor ends it; if windows_check itself ends first, the system does.
 class Process {
@@ -39,10 +30,12 @@ class Process {
 
   [[nodiscard]] DWORD Id() const noexcept { return id_; }
   [[nodiscard]] HANDLE Handle() const noexcept { return process_.get(); }
-  [[nodiscard]] bool Ended() const noexcept { return WaitForSingleObject(process_.get(), 0) == WAIT_OBJECT_0; }
+  [[nodiscard]] bool Ended(DWORD within = 0) const noexcept {
+    return WaitForSingleObject(process_.get(), within) == WAIT_OBJECT_0;
+  }
 
-  /// Returns its exit status. The check fails if it does not end.
-  [[nodiscard]] DWORD WaitForEnd() const;
+  /// Waits for its end; returns its exit status, or STILL_ACTIVE if it does not end.
+  [[nodiscard]] DWORD ExitStatus() const;
 
   /// Returns its first window of a class, or null.
   [[nodiscard]] HWND Window(const std::wstring& windowClass) const;
@@ -55,19 +48,17 @@ class Process {
   DWORD id_ = 0;
 };
 
-/// The command line that starts this file as another program: "--typewriter" or "--empty-window".
-[[nodiscard]] std::wstring OwnCommand(const std::wstring& role);
-
 /// A running Tidewell. It ends with the object, and so does its icon.
 class Program {
  public:
   /// Starts it without a settings file and waits for its windows.
-  explicit Program(const Stage& stage, int show = SW_SHOWNORMAL);
+  explicit Program(int show = SW_SHOWNORMAL);
   ~Program();
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
   [[nodiscard]] const Process& TheProcess() const noexcept { return process_; }
+  [[nodiscard]] bool Ended() const noexcept { return process_.Ended(); }
   [[nodiscard]] HWND Main() const noexcept { return main_; }
   [[nodiscard]] HWND About() const noexcept { return about_; }  ///< owns the icon
   [[nodiscard]] bool Visible() const noexcept { return IsWindowVisible(main_) != FALSE; }
@@ -89,7 +80,7 @@ class Program {
   HWND about_;
 };
 
-/// A real click in a window. Throws NotHere if another window covers the place: never click the user's programs.
+/// A real click in a window. If another window covers the place, the check ends: never click the user's programs.
 void ClickWithin(HWND window, POINT at);
 
 /// A real click in the middle of a control, or at its left end, for the box of a check box.

@@ -8,10 +8,8 @@
 #include "report/frmMoon_layout.h"
 #include "report/local_time_offset.h"
 #include "report/moon_report.h"
-#include "report/surroundings.h"
 #include "runtime/clock.h"
-#include "support/other_windows_win.h"
-#include "support/recording_form.h"
+#include "support/report_stage.h"
 #include "tray/phase_drawing.h"
 #include "tray/tray_icon_record.h"
 #include "windows_check/check.h"
@@ -40,21 +38,16 @@ std::wstring Joined(const Lines& lines, const std::wstring& darkFraction) {
   return text + darkFraction;
 }
 
-runtime::DateValue instant = 0;
-
-Report ReportNow(bool southern) {
-  support::RecordingForm form;
-  form.southernView = southern;
-  tidewell::surroundings = {.frmMoon = &form,
-                            .Now = [] { return instant; },
-                            .ReadTimeZone = runtime::SystemTimeZone,
-                            .ReadLocale = runtime::ReadUserLocale};
+Report ReportAt(runtime::DateValue instant, bool southern) {
+  support::ReportStage stage({instant});
+  support::ReportStage::locale = runtime::ReadUserLocale();
+  stage.form.southernView = southern;
   mMoon::UpdateMoonReport();
   const auto& tip = mMoon::TrayIconData.szTip;
   const std::wstring padded(tip.begin(), tip.end());
-  return {.text = Joined(form.lines, form.label1),
+  return {.text = Joined(stage.form.lines, stage.form.label1),
           .tip = padded.substr(0, padded.find_last_not_of(L' ') + 1),
-          .drawing = form.drawing};
+          .drawing = stage.form.drawing};
 }
 
 /// Computes the report for each second of an interval. Before the program's first tick it has no offset yet.
@@ -64,8 +57,8 @@ std::vector<Report> ReportsFor(runtime::DateValue from, runtime::DateValue to, b
   tidewell::surroundings.ReadTimeZone = runtime::SystemTimeZone;
   mMoon::OffsetMinutes = withOffset ? mMoon::LocalTimeOffset() : 0;
   std::vector<Report> reports;
-  for (instant = from; instant < to + kHalfASecond; instant = runtime::AddTime(instant, 0, 0, 1)) {
-    reports.push_back(ReportNow(southern));
+  for (runtime::DateValue instant = from; instant < to + kHalfASecond; instant = runtime::AddTime(instant, 0, 0, 1)) {
+    reports.push_back(ReportAt(instant, southern));
   }
   return reports;
 }
@@ -83,34 +76,34 @@ bool IsAmong(const std::wstring& text, const std::vector<Report>& reports) {
   return std::ranges::find(reports, text, &Report::text) != reports.end();
 }
 
-/// Reads within the second before the first tick. Tries again, as a busy machine may be too slow.
-Outcome BeforeTheFirstTick(const Stage& stage) {
-  Outcome outcome = NotHere(L"");
-  for (int attempt = 0; attempt < 5; ++attempt) {
-    const runtime::DateValue start = runtime::SystemNow();
-    const Program program(stage);
-    const std::wstring shown = ShownText(program.Main());
-    const std::vector<Report> reports = ReportsFor(start, runtime::SystemNow(), false);
-    if (IsAmong(shown, reports)) {
-      return Ok(shown);
-    }
-    outcome = Failed(L"'" + reports.back().text + L"'", L"'" + shown + L"'");
-  }
-  return outcome;
+std::wstring Difference(const std::wstring& wanted, const std::wstring& got) {
+  return L"'" + wanted + L"', got '" + got + L"'";
 }
 
-Outcome AfterTheFirstTick(const Stage& stage) {
+/// Reads within the second before the first tick. Tries again, as a busy machine may be too slow.
+TEST(Report, BeforeTheFirstTick) {
+  std::wstring problem;
+  Until(problem, [&] {
+    const runtime::DateValue start = runtime::SystemNow();
+    const Program program;
+    const std::wstring shown = ShownText(program.Main());
+    const std::vector<Report> reports = ReportsFor(start, runtime::SystemNow(), false);
+    problem = Difference(reports.back().text, shown);
+    return IsAmong(shown, reports);
+  });
+}
+
+TEST(Report, AfterTheFirstTick) {
   const runtime::DateValue start = runtime::SystemNow();
-  const Program program(stage);
-  std::wstring shown;
-  std::vector<Report> reports;
-  const DWORD end = GetTickCount() + 5000;
-  do {
-    Sleep(100);
-    shown = ShownText(program.Main());
-    reports = ReportsFor(start, runtime::SystemNow());
-  } while (!IsAmong(shown, reports) && GetTickCount() < end);
-  return IsAmong(shown, reports) ? Ok(shown) : Failed(L"'" + reports.back().text + L"'", L"'" + shown + L"'");
+  const Program program;
+  std::wstring problem;
+  Until(problem, [&] {
+    const std::wstring shown = ShownText(program.Main());
+    const std::vector<Report> reports = ReportsFor(start, runtime::SystemNow());
+    problem = Difference(reports.back().text, shown);
+    Note(shown);
+    return IsAmong(shown, reports);
+  });
 }
 
 /// The texts that may be the tip under the pointer: tooltips, and the name that a screen reader gets.
@@ -122,36 +115,26 @@ std::vector<std::wstring> TextsAt(POINT place) {
   return texts;
 }
 
-Outcome Tip(const Stage& stage) {
+TEST(Report, IsInTheTipOfTheIcon) {
   const runtime::DateValue start = runtime::SystemNow();
-  const Program program(stage);
+  const Program program;
   program.Update();
   const PhysicalPixels physical;
-  const RECT place = PlaceOfIcon(program.About());
-  const POINT middle = MiddleOf(place);
-  RestPointer();
+  const POINT middle = MiddleOf(PlaceOfIcon(program.About()));
   support::Point(middle);
-  std::wstring wanted;
-  std::wstring got;
-  const DWORD end = GetTickCount() + 5000;
-  do {
-    Sleep(100);
-    got.clear();
-    for (const std::wstring& text : TextsAt(middle)) {
-      for (const Report& report : ReportsFor(start, runtime::SystemNow())) {
-        wanted = report.tip;
-        if (text.starts_with(wanted)) {
-          return Ok(wanted);
-        }
-      }
-      got += L"'" + text + L"' ";
-    }
-  } while (GetTickCount() < end);
-  return Failed(L"'" + wanted + L"'", got);
+  std::wstring problem = L"a tip";
+  Until(problem, [&] {
+    const std::vector<Report> reports = ReportsFor(start, runtime::SystemNow());
+    const std::vector<std::wstring> texts = TextsAt(middle);
+    return std::ranges::any_of(texts, [&](const std::wstring& text) {
+      problem = Difference(reports.back().tip, text);
+      return std::ranges::any_of(reports, [&](const Report& report) { return text.starts_with(report.tip); });
+    });
+  });
 }
 
 /// How much of the square around the Moon's disc differs.
-double PartThatDiffers(const Picture& wanted, const Picture& got, double scale) {
+double PartThatDiffers(const Pixels& wanted, const Pixels& got, double scale) {
   constexpr int kSide = 2 * (tidewell::kDiscRadius + 1);
   const auto onScreen = [&](int length) { return static_cast<int>(std::lround(length * scale)); };
   const int left = onScreen(tidewell::kDiscCentre.x - kSide / 2);
@@ -165,7 +148,7 @@ double PartThatDiffers(const Picture& wanted, const Picture& got, double scale) 
   return different / (1.0 * onScreen(kSide) * onScreen(kSide));
 }
 
-Outcome PictureIsThatOf(const Program& program, bool southern) {
+void ExpectPicture(const Program& program, bool southern) {
   constexpr double kDesignedWidth = layout::kClientWidth / 15.0;  // pixels at 96 dpi
   const runtime::DateValue start = runtime::SystemNow();
   program.Update();
@@ -173,39 +156,28 @@ Outcome PictureIsThatOf(const Program& program, bool southern) {
   const LONG ownWidth = ClientOnScreen(program.Main()).right - ClientOnScreen(program.Main()).left;
   const PhysicalPixels physical;
   RestPointer();
-  const Picture shown(ClientOnScreen(program.Main()));
+  const Pixels shown(nullptr, ClientOnScreen(program.Main()));
   const double scale = shown.Width() / kDesignedWidth;
-  const Picture wanted(shown.Width(), shown.Height(), [&](HDC dc) {
-    const RECT all = {0, 0, shown.Width(), shown.Height()};
-    SetDCBrushColor(dc, shown.At(2, 2));
-    FillRect(dc, &all, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-    static_cast<void>(forms::Replay(dc, report.drawing.Primitives(), {scale, scale}));
-  });
-  // If the system scales the window, it smooths the edges.
-  const double tolerated = shown.Width() == ownWidth ? 0.01 : 0.08;
+  const Pixels wanted(shown.Width(), shown.Height());
+  const RECT all = {0, 0, shown.Width(), shown.Height()};
+  SetDCBrushColor(wanted.dc(), shown.At(2, 2));
+  FillRect(wanted.dc(), &all, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+  EXPECT_TRUE(forms::Replay(wanted.dc(), report.drawing.Primitives(), {scale, scale}));
   const double different = PartThatDiffers(wanted, shown, scale);
-  const std::wstring seen = std::to_wstring(std::lround(scale * 100)) + L" % of the designed size, " +
-                            std::to_wstring(different * 100) + L" % of it differs, " + report.text;
-  return different <= tolerated ? Ok(seen) : Failed(L"the picture of the same report", seen);
+  // If the system scales the window, it smooths the edges.
+  EXPECT_LE(different, shown.Width() == ownWidth ? 0.01 : 0.08);
+  Note(std::to_wstring(std::lround(scale * 100)) + L" % of the designed size, " + std::to_wstring(different * 100) +
+       L" % of it differs, " + report.text);
 }
 
-Outcome NorthernPicture(const Program& program) { return PictureIsThatOf(program, false); }
+TEST(Report, IsInThePicture) { ExpectPicture(Program(), false); }
 
-Outcome SouthernPicture(const Program& program) {
+TEST(Report, IsInThePictureOfTheSouthernView) {
+  const Program program;
   ClickOn(program.Option(2), true);
-  return PictureIsThatOf(program, true);
+  ExpectPicture(program, true);
 }
 
 }  // namespace
-
-std::vector<Check> ReportChecks() {
-  return {
-      {L"report before the first tick", BeforeTheFirstTick},
-      {L"report after the first tick", AfterTheFirstTick},
-      {L"tip of the icon", Tip},
-      {L"picture of the Moon", NorthernPicture},
-      {L"picture of the southern view", SouthernPicture},
-  };
-}
 
 }  // namespace check

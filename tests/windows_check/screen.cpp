@@ -33,32 +33,6 @@ RECT ClientOnScreen(HWND window) {
   return place;
 }
 
-Picture::Picture(const RECT& place)
-    : Picture(place.right - place.left, place.bottom - place.top, [&](HDC memory) {
-        const HDC screen = GetDC(nullptr);
-        BitBlt(memory, 0, 0, place.right - place.left, place.bottom - place.top, screen, place.left, place.top,
-               SRCCOPY | CAPTUREBLT);
-        ReleaseDC(nullptr, screen);
-      }) {}
-
-COLORREF Picture::At(int x, int y) const {
-  const DWORD pixel = pixels_.at(static_cast<std::size_t>(y * width_ + x));
-  return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
-}
-
-void Picture::Save(const std::wstring& name) const {
-  constexpr CLSID kPng = {0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
-  ULONG_PTR token = 0;
-  const Gdiplus::GdiplusStartupInput input;
-  Gdiplus::GdiplusStartup(&token, &input, nullptr);
-  {
-    std::vector<DWORD> pixels = pixels_;
-    Gdiplus::Bitmap bitmap(width_, height_, width_ * 4, PixelFormat32bppRGB, reinterpret_cast<BYTE*>(pixels.data()));
-    bitmap.Save((L"tidewell-" + name + L".png").c_str(), &kPng, nullptr);
-  }
-  Gdiplus::GdiplusShutdown(token);
-}
-
 void SavePicture(const RECT& place, int around, const std::wstring& name) {
   const LONG left = GetSystemMetrics(SM_XVIRTUALSCREEN);
   const LONG top = GetSystemMetrics(SM_YVIRTUALSCREEN);
@@ -69,7 +43,13 @@ void SavePicture(const RECT& place, int around, const std::wstring& name) {
   RECT wanted = place;
   InflateRect(&wanted, around, around);
   IntersectRect(&wanted, &wanted, &screens);
-  Picture(wanted).Save(name);
+  const Pixels pixels(nullptr, wanted);
+  constexpr CLSID kPng = {0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
+  ULONG_PTR token = 0;
+  const Gdiplus::GdiplusStartupInput input;
+  Gdiplus::GdiplusStartup(&token, &input, nullptr);
+  Gdiplus::Bitmap(pixels.bitmap(), nullptr).Save((L"tidewell-" + name + L".png").c_str(), &kPng, nullptr);
+  Gdiplus::GdiplusShutdown(token);
 }
 
 void RestPointer() {

@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <string>
-#include <vector>
 
 #include "support/pixels_win.h"
 
@@ -24,29 +23,8 @@ class PhysicalPixels {
 /// Returns the client area of a window, on the screen.
 [[nodiscard]] RECT ClientOnScreen(HWND window);
 
-class Picture {
- public:
-  /// Takes what a function paints.
-  template <class Paint>
-  Picture(int width, int height, const Paint& paint)
-      : width_(width), height_(height), pixels_(PixelsPaintedBy(width, height, paint)) {}
-
-  /// Takes a part of the screen. Use it within PhysicalPixels.
-  explicit Picture(const RECT& place);
-
-  [[nodiscard]] int Width() const noexcept { return width_; }
-  [[nodiscard]] int Height() const noexcept { return height_; }
-  [[nodiscard]] COLORREF At(int x, int y) const;
-
-  /// Saves it as tidewell-NAME.png in the current folder.
-  void Save(const std::wstring& name) const;
-
- private:
-  int width_, height_;
-  std::vector<DWORD> pixels_;
-};
-
-/// Saves a picture of a place and its surroundings, as far as they are on a screen.
+/// Saves a place of the screen and its surroundings as tidewell-NAME.png in the current folder. Use it within
+/// PhysicalPixels.
 void SavePicture(const RECT& place, int around, const std::wstring& name);
 
 /// Moves the pointer into a corner and waits for the repaint.

@@ -3,7 +3,6 @@
 // Needs windows.h first.
 #include <shellapi.h>
 
-#include "support/other_windows_win.h"
 #include "windows_check/check.h"
 #include "windows_check/program.h"
 #include "windows_check/screen.h"
@@ -44,17 +43,15 @@ HWND WindowOfIconInWine() {
 }
 
 /// Waits until the tray has moved that window out of the corner and it stands still; returns its place.
-std::optional<RECT> PlaceOfIconInWine() {
+RECT PlaceOfIconInWine() {
   RECT place{};
-  for (int look = 0; look < 20; ++look) {
+  Until(L"an icon that stands still", [&] {
     const RECT before = place;
-    GetWindowRect(WindowOfIconInWine(), &place);
-    if (place.left > 0 && EqualRect(&place, &before) != FALSE) {
-      return place;
-    }
     Sleep(100);
-  }
-  return std::nullopt;
+    GetWindowRect(WindowOfIconInWine(), &place);
+    return place.left > 0 && EqualRect(&place, &before) != FALSE;
+  });
+  return place;
 }
 
 }  // namespace
@@ -66,27 +63,25 @@ bool IconStands(HWND owner) {
 
 bool RemoveIcon(HWND owner) { return Notify(NIM_DELETE, owner); }
 
-RECT PlaceOfIcon(HWND owner) {
+std::optional<RECT> FindIcon(HWND owner) {
+  const PhysicalPixels physical;
   RECT place{};
   const HRESULT answer = AskForPlace(owner, place);
   if (answer == E_NOTIMPL) {
-    place = PlaceOfIconInWine().value_or(RECT{});
+    place = PlaceOfIconInWine();
   } else if (FAILED(answer)) {
-    throw NotHere(L"Shell_NotifyIconGetRect does not tell where the icon is");
-  }
-  if (!ShowsTheIcon(place)) {  // for a hidden icon the system may return the place of the arrow
-    throw NotHere(L"the icon is behind the arrow: drag it onto the taskbar");
-  }
-  return place;
-}
-
-std::optional<RECT> PlaceOfIconIfKnown(HWND owner) {
-  const PhysicalPixels physical;
-  try {
-    return PlaceOfIcon(owner);
-  } catch (const Outcome&) {
     return std::nullopt;
   }
+  // For a hidden icon the system may return the place of the arrow.
+  return ShowsTheIcon(place) ? std::optional(place) : std::nullopt;
+}
+
+RECT PlaceOfIcon(HWND owner) {
+  const std::optional<RECT> place = FindIcon(owner);
+  if (!place) {
+    NotHere(L"the icon is behind the arrow (drag it onto the taskbar), or the system does not tell its place");
+  }
+  return *place;
 }
 
 bool ShowsTheIcon(const RECT& place) {
@@ -106,12 +101,9 @@ void SendIconMessage(const Program& program, UINT message) {
 }
 
 HWND OpenMenu(const Program& program) {
-  try {
+  if (FindIcon(program.About()) || !program.Visible()) {
     ClickIcon(program, true);
-  } catch (const Outcome&) {
-    if (!program.Visible()) {
-      throw;
-    }
+  } else {
     ClickOn(program.Main());  // otherwise the system would refuse the menu the foreground
     SendIconMessage(program, WM_RBUTTONUP);
   }

@@ -15,12 +15,12 @@ class Program;
 /// Removes a window's icon; returns whether the shell did.
 bool RemoveIcon(HWND owner);
 
-/// Returns where the icon is on the screen, in the pixels of PhysicalPixels. Throws NotHere if the system does not
-/// tell, or hides the icon.
-[[nodiscard]] RECT PlaceOfIcon(HWND owner);
+/// Returns where the icon is on the screen, in the pixels of PhysicalPixels; nothing if the system does not tell, or
+/// hides the icon.
+[[nodiscard]] std::optional<RECT> FindIcon(HWND owner);
 
-/// The same, but returns nothing instead of throwing.
-[[nodiscard]] std::optional<RECT> PlaceOfIconIfKnown(HWND owner);
+/// The same, but then the check ends.
+[[nodiscard]] RECT PlaceOfIcon(HWND owner);
 
 /// Whether an icon of the program is at a place, even of an ended one. Its tip is its name for a screen reader.
 [[nodiscard]] bool ShowsTheIcon(const RECT& place);

@@ -1,6 +1,5 @@
 // The icon in the tray: its place, clicks, the keyboard, a shell that restarts; its menu and the About box.
 
-#include "support/other_windows_win.h"
 #include "tray/frmAbout_layout.h"
 #include "windows_check/check.h"
 #include "windows_check/program.h"
@@ -13,63 +12,47 @@ namespace {
 
 namespace layout = tidewell::frmAboutLayout;
 
-Outcome IconInTheTray(const Program& program) {
-  if (!IconStands(program.About())) {
-    return Failed(L"the icon", L"none");
-  }
+TEST(Tray, HasTheIcon) {
+  const Program program;
+  EXPECT_TRUE(IconStands(program.About()));
   const PhysicalPixels physical;
   const RECT place = PlaceOfIcon(program.About());
-  RestPointer();
   SavePicture(place, 200, L"tray");
-  return Ok(L"at (" + std::to_wstring(place.left) + L", " + std::to_wstring(place.top) + L"), " +
-            std::to_wstring(place.right - place.left) + L" x " + std::to_wstring(place.bottom - place.top));
+  Note(L"at (" + std::to_wstring(place.left) + L", " + std::to_wstring(place.top) + L"), " +
+       std::to_wstring(place.right - place.left) + L" x " + std::to_wstring(place.bottom - place.top));
 }
 
-Outcome LeftClicks(const Program& program) {
+TEST(Tray, LeftClicksHideAndShowTheWindow) {
+  const Program program;
   ClickIcon(program);
   program.WaitUntilShown(false);
   Sleep(GetDoubleClickTime());  // two clicks, no double click
   ClickIcon(program);
   program.WaitUntilShown(true);
   Until(L"the shown window in the foreground", [&] { return GetForegroundWindow() == program.Main(); });
-  return Ok();
 }
 
-/// A window to type into. The constructor gives it the keyboard.
-class Typewriter {
- public:
-  Typewriter() {
-    SetWindowPos(window_, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    ClickOn(window_);
-    Until(L"the keyboard at the second program", [this] { return HasTheKeyboard(); });
-  }
-
-  /// Types as the keyboard does, and waits for the whole text.
-  void Type(const std::wstring& letters) {
-    for (const wchar_t letter : letters) {
-      INPUT inputs[2] = {};
-      inputs[0].type = inputs[1].type = INPUT_KEYBOARD;
-      inputs[0].ki.wScan = inputs[1].ki.wScan = static_cast<WORD>(letter);
-      inputs[0].ki.dwFlags = KEYEVENTF_UNICODE;
-      inputs[1].ki.dwFlags = KEYEVENTF_UNICODE | KEYEVENTF_KEYUP;
-      SendInput(2, inputs, sizeof(INPUT));
-    }
-    typed_ += letters;
-    Until(L"'" + typed_ + L"' in the second program", [&] { return support::TextOf(window_) == typed_; });
-  }
-
-  [[nodiscard]] bool HasTheKeyboard() const noexcept { return GetForegroundWindow() == window_; }
-
- private:
-  Process process_{OwnCommand(L"--typewriter")};
-  HWND window_ = process_.ShownWindow(L"Edit");
-  std::wstring typed_;
-};
+TEST(Tray, LeftClickRestoresAMinimisedWindow) {
+  const Program program;
+  support::Ask(program.Main(), WM_SYSCOMMAND, SC_MINIMIZE);
+  Until(L"a minimised window", [&] { return IsIconic(program.Main()) != FALSE; });
+  SendIconMessage(program, WM_LBUTTONUP);
+  Until(L"a restored window", [&] { return IsIconic(program.Main()) == FALSE && program.Visible(); });
+}
 
 /// Neither the pointer over the icon nor an update takes the keyboard from another program.
-Outcome Keyboard(const Program& program) {
-  Typewriter typewriter;
-  typewriter.Type(L"abc");
+TEST(Tray, LeavesTheKeyboardToAnotherProgram) {
+  const Program program;
+  const Process typewriter(OwnCommand(L"--typewriter"));
+  const HWND window = typewriter.ShownWindow(L"Edit");
+  SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  ClickOn(window);
+  Until(L"the keyboard at the second program", [&] { return GetForegroundWindow() == window; });
+  const auto type = [&](std::size_t length) {
+    support::Press({VK_SPACE});  // the same on every keyboard
+    Until(L"one more blank in the second program", [&] { return support::TextOf(window).size() == length; });
+  };
+  type(1);
   {
     const PhysicalPixels physical;
     const RECT place = PlaceOfIcon(program.About());
@@ -78,23 +61,21 @@ Outcome Keyboard(const Program& program) {
       Sleep(20);
     }
   }
-  typewriter.Type(L"def");
+  type(2);
   program.Update();
-  typewriter.Type(L"ghi");
-  return typewriter.HasTheKeyboard() ? Ok()
-                                     : Failed(L"the keyboard at the other program", NameOf(GetForegroundWindow()));
+  type(3);
+  EXPECT_EQ(GetForegroundWindow(), window) << NameOf(GetForegroundWindow());
 }
 
 /// As after a crash of the shell. Only Tidewell gets the message: other programs keep their icons.
-Outcome NewShell(const Program& program) {
+TEST(Tray, OfANewShellGetsTheIcon) {
+  const Program program;
   if (!RemoveIcon(program.About())) {
-    return NotHere(L"the shell lets no other program remove the icon");
+    NotHere(L"the shell lets no other program remove the icon");
   }
-  if (IconStands(program.About())) {
-    return Failed(L"no icon after its removal", L"an icon");
-  }
+  EXPECT_FALSE(IconStands(program.About()));
   support::Ask(program.About(), RegisterWindowMessageW(L"TaskbarCreated"));
-  return IconStands(program.About()) ? Ok() : Failed(L"the icon again", L"none");  // at once, not after a minute
+  EXPECT_TRUE(IconStands(program.About())) << "at once, not after a minute";
 }
 
 /// True if the pointer is in the menu or at its edge.
@@ -107,85 +88,63 @@ bool IsAtThePointer(const RECT& menu) {
   return PtInRect(&around, pointer) != FALSE;
 }
 
-Outcome RightClick(const Program& program) {
+TEST(Menu, OpensAtThePointerInTheForeground) {
+  const Program program;
   const std::wstring before = NameOf(GetForegroundWindow());
   ClickIcon(program, true);
   const HWND menu = Until(L"the menu", [&] { return program.Menu(); });
-  const std::wstring during = NameOf(GetForegroundWindow());
+  const HWND during = GetForegroundWindow();
+  EXPECT_EQ(during, program.About()) << NameOf(during);
   const PhysicalPixels physical;
   RECT place{};
   GetWindowRect(menu, &place);
-  Facts facts;
-  facts.Want(L"at the pointer", 1, IsAtThePointer(place));
-  const HWND inFront = WindowFromPoint(MiddleOf(place));
-  facts.Want(L"in front", NameOf(menu), NameOf(inFront));
-  facts.Want(L"foreground", NameOf(program.About()), during);
+  EXPECT_TRUE(IsAtThePointer(place));
+  EXPECT_EQ(WindowFromPoint(MiddleOf(place)), menu) << "another window is in front";
   Sleep(kPainting);
   SavePicture(place, 40, L"menu");
   support::Press({VK_ESCAPE});
   Until(L"the end of the menu after Escape", [&] { return program.Menu() == nullptr; });
   Sleep(200);  // by then the foreground has moved
-  return facts.Result(L"foreground before " + before + L", during " + during + L", after " +
-                      NameOf(GetForegroundWindow()));
+  Note(L"foreground before " + before + L", during " + NameOf(during) + L", after " + NameOf(GetForegroundWindow()));
 }
 
-Outcome Entries(const Program& program) {
-  const HWND window = OpenMenu(program);
-  const auto menu = reinterpret_cast<HMENU>(support::Ask(window, MN_GETHMENU).value_or(0));
+TEST(Menu, HasItsEntries) {
+  const Program program;
+  const auto menu = reinterpret_cast<HMENU>(support::Ask(OpenMenu(program), MN_GETHMENU).value_or(0));
   if (GetMenuItemCount(menu) < 1) {
-    return NotHere(L"the system does not show the menus of other programs");
+    NotHere(L"the system does not show the menus of other programs");
   }
-  std::wstring entries;
-  for (UINT entry = 0; entry < 3; ++entry) {
+  UINT entry = 0;
+  for (const wchar_t* wanted : {layout::kMnuAboutCaption, layout::kMnuShowCaption, layout::kMnuExitCaption}) {
     wchar_t text[80] = L"";
-    GetMenuStringW(menu, entry, text, 80, MF_BYPOSITION);
-    entries += std::wstring(text) + L"|";
+    GetMenuStringW(menu, entry++, text, 80, MF_BYPOSITION);
+    EXPECT_STREQ(text, wanted);
   }
-  Facts facts;
-  facts.Want(
-      L"entries",
-      std::wstring(layout::kMnuAboutCaption) + L"|" + layout::kMnuShowCaption + L"|" + layout::kMnuExitCaption + L"|",
-      entries);
-  return facts.Result();
 }
 
-Outcome ShowMainWindow(const Program& program) {
+TEST(Menu, ShowsTheMainWindow) {
+  const Program program;
   SendIconMessage(program, WM_LBUTTONUP);
   program.WaitUntilShown(false);
   ClickEntry(OpenMenu(program), 1);
   program.WaitUntilShown(true);
-  return Ok();
 }
 
-Outcome AboutAndOK(const Program& program) {
-  ShowAbout(program);
-  ClickOn(GetDlgItem(program.About(), layout::kCmdOK));
-  Until(L"About hidden", [&] { return IsWindowVisible(program.About()) == FALSE; });
-  return IconStands(program.About()) ? Ok() : Failed(L"the icon", L"none");
-}
-
-Outcome AboutAndEscape(const Program& program) {
-  ShowAbout(program);
-  Until(L"About in the foreground", [&] { return GetForegroundWindow() == program.About(); });
-  support::Press({VK_ESCAPE});
-  Until(L"About hidden", [&] { return IsWindowVisible(program.About()) == FALSE; });
-  return IconStands(program.About()) ? Ok() : Failed(L"the icon", L"none");
+TEST(Menu, ShowsTheAboutBoxWhichOkAndEscapeHide) {
+  const Program program;
+  for (const bool byEscape : {false, true}) {
+    ShowAbout(program);
+    if (byEscape) {
+      Until(L"About in the foreground", [&] { return GetForegroundWindow() == program.About(); });
+      support::Press({VK_ESCAPE});
+    } else {
+      ClickOn(GetDlgItem(program.About(), layout::kCmdOK));
+    }
+    Until(L"About hidden", [&] { return IsWindowVisible(program.About()) == FALSE; });
+    EXPECT_TRUE(IconStands(program.About()));
+  }
 }
 
 }  // namespace
-
-std::vector<Check> TrayChecks() {
-  return {
-      {L"icon in the tray", IconInTheTray},
-      {L"left clicks on the icon", LeftClicks},
-      {L"keyboard of another program", Keyboard},
-      {L"TaskbarCreated", NewShell},
-      {L"right click on the icon", RightClick},
-      {L"entries of the menu", Entries},
-      {L"Show Main Window in the menu", ShowMainWindow},
-      {L"About in the menu, and OK", AboutAndOK},
-      {L"About in the menu, and Escape", AboutAndEscape},
-  };
-}
 
 }  // namespace check

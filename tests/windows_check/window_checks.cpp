@@ -4,7 +4,6 @@
 
 #include "forms/controls_win.h"
 #include "report/frmMoon_layout.h"
-#include "support/other_windows_win.h"
 #include "tray/frmAbout_layout.h"
 #include "windows_check/check.h"
 #include "windows_check/program.h"
@@ -21,9 +20,10 @@ namespace aboutLayout = tidewell::frmAboutLayout;
 using forms::ControlDescription;
 using forms::ControlKind;
 
-std::wstring Text(const RECT& place) {
-  return L"(" + std::to_wstring(place.left) + L", " + std::to_wstring(place.top) + L", " +
-         std::to_wstring(place.right - place.left) + L" x " + std::to_wstring(place.bottom - place.top) + L")";
+void ExpectPlace(const RECT& wanted, const RECT& got) {
+  EXPECT_TRUE(EqualRect(&wanted, &got)) << "wanted " << wanted.left << ", " << wanted.top << ", " << wanted.right
+                                        << ", " << wanted.bottom << ", got " << got.left << ", " << got.top << ", "
+                                        << got.right << ", " << got.bottom;
 }
 
 /// The style bits that follow from a control's description.
@@ -50,31 +50,31 @@ LONG ComparedStyle(const ControlDescription& description, HWND control) {
   return description.kind == ControlKind::Button ? seen & ~LONG{BS_DEFPUSHBUTTON} : seen;
 }
 
-/// Compares a control with its description. Another check compares the report's texts.
-void WantControl(Facts& facts, HWND parent, const ControlDescription& description, bool itsText) {
+/// Compares a control with its description. Other checks compare the texts of the report.
+void ExpectControl(HWND parent, const ControlDescription& description, bool itsText) {
+  SCOPED_TRACE(description.id);
   const HWND control = GetDlgItem(parent, description.id);
-  const std::wstring name = L"control " + std::to_wstring(description.id) + L": ";
-  const RECT wanted = forms::ToPixels(description.place, forms::ReadTwipsPerPixel());
-  facts.Want(name + L"place", Text(wanted), Text(support::PlaceOf(control)));
-  facts.Want(name + L"style", WantedStyle(description), ComparedStyle(description, control));
+  ExpectPlace(forms::ToPixels(description.place, forms::ReadTwipsPerPixel()), support::PlaceOf(control));
+  EXPECT_EQ(ComparedStyle(description, control), WantedStyle(description));
   if (itsText) {
-    facts.Want(name + L"text", description.caption, support::TextOf(control));
-    facts.Want(name + L"accessible name", description.caption, support::AccessibleName(control).value_or(L""));
+    EXPECT_EQ(support::TextOf(control), description.caption);
+  }
+  if (itsText || description.kind == ControlKind::Label) {
+    EXPECT_EQ(support::AccessibleName(control).value_or(L""), support::TextOf(control));
   }
 }
 
-void WantWindow(Facts& facts, HWND window, const std::wstring& caption, int width, int height) {
-  const forms::TwipsPerPixel scale = forms::ReadTwipsPerPixel();
-  RECT client{};
-  GetClientRect(window, &client);
-  facts.Want(L"size", Text(forms::ToPixels({0, 0, width, height}, scale)), Text(client));
-  facts.Want(L"caption", caption, support::TextOf(window));
-  facts.Want(L"accessible name", caption, support::AccessibleName(window).value_or(L""));
-  facts.Want(L"topmost", 1, (GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0);
+void ExpectWindow(HWND window, const std::wstring& caption, const forms::TwipsPlace& client, LONG frame) {
+  RECT got{};
+  GetClientRect(window, &got);
+  ExpectPlace(forms::ToPixels(client, forms::ReadTwipsPerPixel()), got);
+  EXPECT_EQ(support::TextOf(window), caption);
+  EXPECT_EQ(support::AccessibleName(window).value_or(L""), caption);
+  EXPECT_TRUE(GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TOPMOST);
   // Under Wine this message does not cross processes.
-  facts.Want(L"its icon", 1, support::Ask(window, WM_GETICON, ICON_SMALL).value_or(1) != 0);
-  const LONG frame = WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MAXIMIZEBOX;
-  facts.Want(L"frame", WS_CAPTION | WS_SYSMENU, GetWindowLongW(window, GWL_STYLE) & frame);
+  EXPECT_NE(support::Ask(window, WM_GETICON, ICON_SMALL).value_or(1), 0) << "its icon";
+  constexpr LONG kFrame = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX | WS_THICKFRAME;
+  EXPECT_EQ(GetWindowLongW(window, GWL_STYLE) & kFrame, frame);
 }
 
 void SaveWindow(HWND window, const std::wstring& name) {
@@ -85,46 +85,40 @@ void SaveWindow(HWND window, const std::wstring& name) {
   SavePicture(place, 0, name);
 }
 
-Outcome MainWindow(const Program& program) {
-  Facts facts;
-  WantWindow(facts, program.Main(), mainLayout::kCaption, mainLayout::kClientWidth, mainLayout::kClientHeight);
-  WantControl(facts, program.Main(), mainLayout::kFrame1Description, false);
+TEST(Window, OfTheMoonIsAsDesigned) {
+  const Program program;
+  ExpectWindow(program.Main(), mainLayout::kCaption, {0, 0, mainLayout::kClientWidth, mainLayout::kClientHeight},
+               WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX);
+  ExpectControl(program.Main(), mainLayout::kFrame1Description, false);
   for (const ControlDescription& option : mainLayout::kCheck1Descriptions) {
-    WantControl(facts, GetDlgItem(program.Main(), mainLayout::kFrame1), option, true);
+    ExpectControl(GetDlgItem(program.Main(), mainLayout::kFrame1), option, true);
   }
   for (const ControlDescription& line : mainLayout::kLblMoonDescriptions) {
-    WantControl(facts, program.Main(), line, false);
-    const HWND control = GetDlgItem(program.Main(), line.id);
-    facts.Want(L"accessible name", support::TextOf(control), support::AccessibleName(control).value_or(L""));
+    ExpectControl(program.Main(), line, false);
   }
-  WantControl(facts, program.Main(), mainLayout::kCommand1Description, true);
-  WantControl(facts, program.Main(), mainLayout::kLabel1Description, false);
+  ExpectControl(program.Main(), mainLayout::kCommand1Description, true);
+  ExpectControl(program.Main(), mainLayout::kLabel1Description, false);
   SaveWindow(program.Main(), L"window");
-  return facts.Result();
 }
 
-Outcome AboutBox(const Program& program) {
+TEST(Window, AboutIsAsDesigned) {
+  const Program program;
   ShowAbout(program);
-  Facts facts;
-  WantWindow(facts, program.About(), aboutLayout::kCaption, aboutLayout::kClientWidth, aboutLayout::kClientHeight);
+  ExpectWindow(program.About(), aboutLayout::kCaption, {0, 0, aboutLayout::kClientWidth, aboutLayout::kClientHeight},
+               WS_CAPTION | WS_SYSMENU);
   for (const ControlDescription& description :
        {aboutLayout::kLblTitleDescription, aboutLayout::kLblDescriptionDescription, aboutLayout::kCmdOKDescription}) {
-    WantControl(facts, program.About(), description, true);
+    ExpectControl(program.About(), description, true);
   }
   SaveWindow(program.About(), L"about");
-  return facts.Result();
 }
 
-/// First option, third option (the second is disabled), "Close", first option.
-Outcome TabOrder(const Program& program) {
-  Facts facts;
-  const auto next = [&](HWND from) {
-    return static_cast<long long>(GetDlgCtrlID(GetNextDlgTabItem(program.Main(), from, FALSE)));
-  };
-  facts.Want(L"after the first option", mainLayout::kCheck1 + 2, next(program.Option(0)));
-  facts.Want(L"after the third option", mainLayout::kCommand1Description.id, next(program.Option(2)));
-  facts.Want(L"after Close", mainLayout::kCheck1 + 0, next(program.CloseButton()));
-  return facts.Result();
+TEST(Window, HasItsTabOrder) {
+  const Program program;
+  const auto next = [&](HWND from) { return GetNextDlgTabItem(program.Main(), from, FALSE); };
+  EXPECT_EQ(next(program.Option(0)), program.Option(2)) << "the second option is disabled";
+  EXPECT_EQ(next(program.Option(2)), program.CloseButton());
+  EXPECT_EQ(next(program.CloseButton()), program.Option(0));
 }
 
 /// Whether a pixel is much darker than the ground. Letters smoothed with ClearType have fainter pixels further out.
@@ -133,7 +127,7 @@ bool IsInk(COLORREF pixel, COLORREF ground) {
   return light(ground) - light(pixel) > 3 * 64;
 }
 
-SIZE InkOf(const Picture& picture) {
+SIZE InkOf(const Pixels& picture) {
   LONG left = picture.Width(), right = -1, top = picture.Height(), bottom = -1;
   const COLORREF ground = picture.At(picture.Width() - 1, 0);
   for (int y = 0; y < picture.Height(); ++y) {
@@ -153,14 +147,12 @@ SIZE InkOf(const Picture& picture) {
 SIZE InkOfText(const std::wstring& text, const forms::FontDescription& font) {
   constexpr RECT kRoom = {.left = 0, .top = 0, .right = 1600, .bottom = 200};
   const runtime::unique_font made = forms::MakeFont(font);
-  const Picture picture(kRoom.right, kRoom.bottom, [&](HDC dc) {
-    const HGDIOBJ before = SelectObject(dc, made.get());
-    FillRect(dc, &kRoom, GetSysColorBrush(COLOR_3DFACE));
-    SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));
-    TextOutW(dc, 20, 20, text.c_str(), static_cast<int>(text.size()));
-    SelectObject(dc, before);
-  });
+  const Pixels picture(kRoom.right, kRoom.bottom);
+  SelectObject(picture.dc(), made.get());
+  FillRect(picture.dc(), &kRoom, GetSysColorBrush(COLOR_3DFACE));
+  SetBkMode(picture.dc(), TRANSPARENT);
+  SetTextColor(picture.dc(), GetSysColor(COLOR_BTNTEXT));
+  TextOutW(picture.dc(), 20, 20, text.c_str(), static_cast<int>(text.size()));
   return InkOf(picture);
 }
 
@@ -174,59 +166,46 @@ SIZE InkOfControl(HWND control, int from, int border) {
   RECT place = ClientOnScreen(control);
   const RECT parent = ClientOnScreen(GetParent(control));
   if (physical.right - physical.left != place.right - place.left) {
-    throw NotHere(L"the system scales the window, so its letters differ");
+    NotHere(L"the system scales the window, so its letters differ");
   }
   IntersectRect(&place, &place, &parent);  // the lines are wider than the window
   place.left += from;
   InflateRect(&place, -border, -border);
-  return InkOf(Picture(place));
+  return InkOf(Pixels(nullptr, place));
 }
 
 /// Compares the ink of a shown text with that in the designed font.
-void WantFont(Facts& facts, HWND control, const ControlDescription& description, int from = 0, int border = 0) {
+void ExpectFont(HWND control, const ControlDescription& description, int from = 0, int border = 0) {
   const std::wstring text = support::TextOf(control);
   const SIZE wanted = InkOfText(text, description.font);
   const SIZE got = InkOfControl(control, from, border);
-  const auto differ = [](LONG a, LONG b) { return a - b > 1 || b - a > 1; };
-  if (differ(wanted.cx, got.cx) || differ(wanted.cy, got.cy)) {
-    const auto size = [](SIZE of) { return std::to_wstring(of.cx) + L" x " + std::to_wstring(of.cy); };
-    facts.Want(L"pixels of '" + text + L"'", size(wanted), size(got));
-  }
+  EXPECT_NEAR(got.cx, wanted.cx, 1) << text;
+  EXPECT_NEAR(got.cy, wanted.cy, 1) << text;
 }
 
-Outcome Fonts(const Program& program) {
+TEST(Window, HasTheDesignsFonts) {
+  const Program program;
   program.Update();
   RECT client{};
   GetClientRect(program.Main(), &client);
   RestPointer();
-  Facts facts;
   for (const ControlDescription& line : mainLayout::kLblMoonDescriptions) {
     const HWND control = GetDlgItem(program.Main(), line.id);
     if (InkOfText(support::TextOf(control), line.font).cx < client.right) {  // otherwise it is shown smaller
-      WantFont(facts, control, line);
+      ExpectFont(control, line);
     }
   }
   const int boxWidth = GetSystemMetrics(SM_CXMENUCHECK) + 2;
-  WantFont(facts, program.Option(2), mainLayout::kCheck1Descriptions.at(2), boxWidth);
+  ExpectFont(program.Option(2), mainLayout::kCheck1Descriptions.at(2), boxWidth);
   constexpr int kEdge = 5;
-  WantFont(facts, program.CloseButton(), mainLayout::kCommand1Description, 0, kEdge);
+  ExpectFont(program.CloseButton(), mainLayout::kCommand1Description, 0, kEdge);
   ShowAbout(program);
   RestPointer();
   for (const ControlDescription& label : {aboutLayout::kLblTitleDescription, aboutLayout::kLblDescriptionDescription}) {
-    WantFont(facts, GetDlgItem(program.About(), label.id), label);
+    ExpectFont(GetDlgItem(program.About(), label.id), label);
   }
-  return facts.Result();
 }
 
 }  // namespace
-
-std::vector<Check> WindowChecks() {
-  return {
-      {L"main window and its controls", MainWindow},
-      {L"About box and its controls", AboutBox},
-      {L"tab order", TabOrder},
-      {L"fonts", Fonts},
-  };
-}
 
 }  // namespace check

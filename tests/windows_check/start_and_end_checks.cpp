@@ -1,10 +1,9 @@
-// The start: imports, time to the window, and other ways to start.
+// The start and the end.
 
 #include <algorithm>
-#include <sstream>
+#include <cmath>
 
 #include "report/frmMoon.h"
-#include "support/other_windows_win.h"
 #include "windows_check/check.h"
 #include "windows_check/program.h"
 #include "windows_check/tray.h"
@@ -45,17 +44,14 @@ std::string AllowedImports() {
   return "\n" + std::string(text, SizeofResource(nullptr, list)) + "\n";
 }
 
-Outcome Imports(const Stage& stage) {
+TEST(Start, NeedsImportsThatThisWindowsAndWindows7Have) {
   const std::string allowed = AllowedImports();
-  const std::vector<Import> imports = ImportsOf(stage.Program());
-  Facts facts;
+  const std::vector<Import> imports = ImportsOf(CopyOfProgram());
   for (const auto& [library, function] : imports) {
-    const std::wstring name = support::Wide(library + " " + function);
-    facts.Want(name, 1, allowed.find("\n" + library + " " + function + "\n") != std::string::npos);
-    facts.Want(name + L" in this Windows", 1,
-               GetProcAddress(LoadLibraryA(library.c_str()), function.c_str()) != nullptr);
+    EXPECT_NE(allowed.find("\n" + library + " " + function + "\n"), std::string::npos) << library << " " << function;
+    EXPECT_NE(GetProcAddress(LoadLibraryA(library.c_str()), function.c_str()), nullptr) << library << " " << function;
   }
-  return facts.Result(std::to_wstring(imports.size()) + L" functions");
+  Note(std::to_wstring(imports.size()) + L" functions");
 }
 
 /// Milliseconds from the start of a process to its window.
@@ -71,64 +67,70 @@ double StartTime(const std::wstring& command, const std::wstring& windowClass) {
 }
 
 /// The shortest of several times: other work of the machine only makes them longer.
-Outcome Start(const Stage& stage) {
+TEST(Start, TakesSomeTime) {
   double program = kPatience;
   double empty = kPatience;
   for (int turn = 0; turn < 3; ++turn) {
     empty = std::min(empty, StartTime(OwnCommand(L"--empty-window"), L"EmptyWindow"));
-    program = std::min(program, StartTime(stage.Command(), tidewell::frmMoon::kWindowClass));
+    program = std::min(program, StartTime(Command(), tidewell::frmMoon::kWindowClass));
   }
-  std::wostringstream seen;
-  seen.precision(0);
-  seen << std::fixed << program << L" ms to the window, an empty one " << empty << L" ms";
-  return Ok(seen.str());
+  Note(std::to_wstring(std::lround(program)) + L" ms to the window, an empty one " +
+       std::to_wstring(std::lround(empty)) + L" ms");
 }
 
-Outcome SecondCopy(const Stage& stage) {
-  const Program program(stage);
-  const Process second(stage.Command());
-  Facts facts;
-  facts.Want(L"its exit status", 0, second.WaitForEnd());
-  facts.Want(L"the first one ended", 0, program.TheProcess().Ended());
-  facts.Want(L"the first one shown", 1, program.Visible());
-  return facts.Result();
+TEST(Start, OfASecondCopyEndsIt) {
+  const Program program;
+  EXPECT_EQ(Process(Command()).ExitStatus(), 0U);
+  EXPECT_FALSE(program.Ended());
+  EXPECT_TRUE(program.Visible());
 }
 
-bool IsInFront(const Program& program) {
-  const HWND foreground = GetForegroundWindow();
-  return foreground == program.Main() || foreground == program.About();
-}
-
-Outcome MinimisedStart(const Stage& stage) {
-  const Program program(stage, SW_SHOWMINNOACTIVE);
-  Facts facts;
-  facts.Want(L"shown", 0, program.Visible());
-  facts.Want(L"the icon stands", 1, IconStands(program.About()));
-  facts.Want(L"in the foreground", 0, IsInFront(program));
+TEST(Start, MinimisedGoesIntoTheTray) {
+  const Program program(SW_SHOWMINNOACTIVE);
+  EXPECT_FALSE(program.Visible());
+  EXPECT_TRUE(IconStands(program.About()));
+  EXPECT_NE(GetForegroundWindow(), program.Main());
+  EXPECT_NE(GetForegroundWindow(), program.About());
   SendIconMessage(program, WM_LBUTTONUP);
   program.WaitUntilShown(true);
-  facts.Want(L"minimised after a click on the icon", 0, IsIconic(program.Main()));
-  return facts.Result();
+  EXPECT_FALSE(IsIconic(program.Main()));
 }
 
-Outcome MinimisedWindow(const Program& program) {
-  support::Ask(program.Main(), WM_SYSCOMMAND, SC_MINIMIZE);
-  Until(L"a minimised window", [&] { return IsIconic(program.Main()) != FALSE; });
-  SendIconMessage(program, WM_LBUTTONUP);
-  Until(L"a restored window", [&] { return IsIconic(program.Main()) == FALSE && program.Visible(); });
-  return Ok();
+// ---- the ways to end: each leaves neither a process nor an icon
+
+/// Ends the program by an action and checks what is left.
+template <class Action>
+void EndBy(const Program& program, const Action& action) {
+  const auto place = FindIcon(program.About());
+  action();
+  EXPECT_EQ(program.TheProcess().ExitStatus(), 0U);
+  EXPECT_FALSE(IconStands(program.About()) || (place && ShowsTheIcon(*place)));
+  EXPECT_TRUE(support::ProcessesOf(L"Tidewell.exe").empty());
+}
+
+TEST(End, ByClose) {
+  const Program program;
+  EndBy(program, [&] { ClickOn(program.CloseButton()); });
+}
+
+TEST(End, ByACloseMessage) {
+  const Program program;
+  EndBy(program, [&] { PostMessageW(program.Main(), WM_CLOSE, 0, 0); });
+}
+
+TEST(End, ByExitInTheMenu) {
+  const Program program;
+  EndBy(program, [&] { ClickEntry(OpenMenu(program), 2); });
+}
+
+TEST(End, WithTheSession) {
+  const Program program;
+  EXPECT_EQ(support::Ask(program.Main(), WM_QUERYENDSESSION), TRUE);
+  support::Ask(program.Main(), WM_ENDSESSION, FALSE);
+  EXPECT_FALSE(program.Ended()) << "the session continues";
+  EndBy(program, [&] { support::Ask(program.Main(), WM_ENDSESSION, TRUE); });
 }
 
 }  // namespace
-
-std::vector<Check> StartChecks() {
-  return {
-      {L"imports", Imports},
-      {L"start", Start},
-      {L"second copy", SecondCopy},
-      {L"minimised start", MinimisedStart},
-      {L"minimised window and a click on the icon", MinimisedWindow},
-  };
-}
 
 }  // namespace check
