@@ -63,23 +63,9 @@ TEST_F(RandomFileTest, NamesTheErrorsOfOpening) {
 
 // ---- faults of a disk
 
-DWORD fault = 0;
-
-BOOL WINAPI RefuseToWrite(HANDLE, LPCVOID, DWORD, LPDWORD written, LPOVERLAPPED) {
-  *written = 0;
-  SetLastError(fault);
-  return FALSE;
-}
-
 BOOL WINAPI WriteHalf(HANDLE, LPCVOID, DWORD size, LPDWORD written, LPOVERLAPPED) {
   *written = size / 2;
   return TRUE;
-}
-
-BOOL WINAPI RefuseToRead(HANDLE, LPVOID, DWORD, LPDWORD read, LPOVERLAPPED) {
-  *read = 0;
-  SetLastError(fault);
-  return FALSE;
 }
 
 BOOL WINAPI ReadHalf(HANDLE, LPVOID, DWORD size, LPDWORD read, LPOVERLAPPED) {
@@ -89,16 +75,16 @@ BOOL WINAPI ReadHalf(HANDLE, LPVOID, DWORD size, LPDWORD read, LPOVERLAPPED) {
 
 TEST_F(RandomFileTest, NamesTheErrorOfARefusedWrite) {
   const RandomFile file(scratch_.path(), 512);
-  const SystemStandIn standIn(writeFileSlot, &RefuseToWrite);
-  for (const auto& [systems, error] : {std::pair{ERROR_WRITE_PROTECT, PermissionDenied},
-                                       {ERROR_LOCK_VIOLATION, PermissionDenied},
-                                       {ERROR_ACCESS_DENIED, PathFileAccessError},
-                                       {ERROR_DISK_FULL, DiskFull},
-                                       {ERROR_HANDLE_DISK_FULL, DiskFull},
-                                       {ERROR_CRC, DeviceIOError},
-                                       {ERROR_NOT_ENOUGH_MEMORY, OutOfMemory},
-                                       {ERROR_NO_SYSTEM_RESOURCES, OutOfMemory}}) {
-    fault = static_cast<DWORD>(systems);
+  const Refused<writeFileSlot, FALSE> refused;
+  for (const auto& [fault, error] : {std::pair{ERROR_WRITE_PROTECT, PermissionDenied},
+                                     {ERROR_LOCK_VIOLATION, PermissionDenied},
+                                     {ERROR_ACCESS_DENIED, PathFileAccessError},
+                                     {ERROR_DISK_FULL, DiskFull},
+                                     {ERROR_HANDLE_DISK_FULL, DiskFull},
+                                     {ERROR_CRC, DeviceIOError},
+                                     {ERROR_NOT_ENOUGH_MEMORY, OutOfMemory},
+                                     {ERROR_NO_SYSTEM_RESOURCES, OutOfMemory}}) {
+    SetLastError(static_cast<DWORD>(fault));
     EXPECT_TRUE(Raises(error, [&] { file.Write(1, kBytes); })) << fault;
   }
 }
@@ -114,13 +100,12 @@ TEST_F(RandomFileTest, NamesTheErrorOfAFailedRead) {
   file.Write(1, kBytes);
   Bytes bytes{};
   {
-    const SystemStandIn standIn(readFileSlot, &RefuseToRead);
-    for (const auto& [systems, error] :
-         {std::pair{ERROR_LOCK_VIOLATION, PermissionDenied}, {ERROR_CRC, DeviceIOError}}) {
-      fault = static_cast<DWORD>(systems);
+    const Refused<readFileSlot, FALSE> refused;
+    for (const auto& [fault, error] : {std::pair{ERROR_LOCK_VIOLATION, PermissionDenied}, {ERROR_CRC, DeviceIOError}}) {
+      SetLastError(static_cast<DWORD>(fault));
       EXPECT_TRUE(Raises(error, [&] { file.Read(1, bytes); })) << fault;
     }
-    fault = ERROR_HANDLE_EOF;
+    SetLastError(ERROR_HANDLE_EOF);
     EXPECT_NO_THROW(file.Read(2, bytes));
   }
   const SystemStandIn standIn(readFileSlot, &ReadHalf);

@@ -9,17 +9,16 @@ namespace support {
 /// Success when the call raises that run-time error.
 template <class Call>
 [[nodiscard]] ::testing::AssertionResult Raises(runtime::ErrorNumber want, Call call) {
+  const char* got = "none";
   try {
     call();
   } catch (const runtime::RuntimeError& error) {
     if (error.number() == want) {
       return ::testing::AssertionSuccess();
     }
-    return ::testing::AssertionFailure() << "want error " << static_cast<int>(want) << " " << runtime::ErrorText(want)
-                                         << ", got " << static_cast<int>(error.number()) << " " << error.what();
+    got = runtime::ErrorText(error.number());
   }
-  return ::testing::AssertionFailure() << "want error " << static_cast<int>(want) << " " << runtime::ErrorText(want)
-                                       << ", got none";
+  return ::testing::AssertionFailure() << "want error '" << runtime::ErrorText(want) << "', got '" << got << "'";
 }
 
 }  // namespace support

@@ -43,18 +43,18 @@ class TsvRow {
       line.pop_back();
     }
     const bool names = line.starts_with("# ");
-    std::istringstream cells(line.substr(names ? 2 : 0));
-    if (names) {
-      columns.clear();
-    } else {
-      rows.emplace_back();
+    std::istringstream text(line.substr(names ? 2 : 0));
+    std::vector<std::string> cells;
+    for (std::string cell; std::getline(text, cell, '\t');) {
+      cells.push_back(cell);
     }
-    for (std::string cell; std::getline(cells, cell, '\t');) {
-      if (names) {
-        columns.push_back(cell);
-      } else {
-        rows.back().cells.emplace(columns.at(rows.back().cells.size()), cell);
-      }
+    if (names) {
+      columns = cells;
+      continue;
+    }
+    TsvRow& row = rows.emplace_back();
+    for (const std::string& cell : cells) {
+      row.cells.emplace(columns.at(row.cells.size()), cell);
     }
   }
   return rows;

@@ -143,11 +143,6 @@ TEST_F(About, HasTheDesignsFonts) {
   EXPECT_EQ(FontOf(Item(layout::kCmdOK)), L"MS Shell Dlg 2 -11 400") << "8.25 points";
 }
 
-TEST_F(About, CanBeNeitherMinimisedNorResized) {
-  constexpr LONG kFrame = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX | WS_THICKFRAME;
-  EXPECT_EQ(GetWindowLongW(owner, GWL_STYLE) & kFrame, WS_CAPTION | WS_SYSMENU);
-}
-
 TEST_F(About, OpensInTheMiddleOfTheMainWindowsScreen) {
   Show();
   EXPECT_NEAR(Place().left + Place().right, main_.workArea.left + main_.workArea.right, 1);
@@ -161,14 +156,6 @@ TEST_F(About, OpensAgainWhereItWasMovedTo) {
   Show();
   EXPECT_EQ(Place().left, 30);
   EXPECT_EQ(Place().top, 40);
-}
-
-TEST_F(About, HasTheKeyboardOnOkIfItIsFirstShownAfterTheMenuHadIt) {
-  SendMessageW(owner, WM_ACTIVATE, WA_ACTIVE, 0);
-  EXPECT_EQ(GetFocus(), owner) << "there is no control yet";
-  SendMessageW(owner, WM_ACTIVATE, WA_INACTIVE, 0);
-  Show();
-  EXPECT_EQ(GetFocus(), GetDlgItem(owner, layout::kCmdOK));
 }
 
 // ---- messages of the icon
@@ -196,17 +183,15 @@ TEST_F(About, IsNotPaintedAgainByTheMessages) {
 std::vector<std::string> asked;
 std::function<void()> whileTheMenuIsOpen;
 HWND foreground = nullptr;
+POINT menuPlace;
 
 const auto kTaskBar = reinterpret_cast<HWND>(0x1000);
 const auto kDesktop = reinterpret_cast<HWND>(0x1001);  // of the shell, like the task bar
 const auto kOther = reinterpret_cast<HWND>(0x1002);
 
 BOOL WINAPI RunMenu(HMENU /*menu*/, UINT flags, int x, int y, int /*reserved*/, HWND window, const RECT* /*ignored*/) {
-  POINT pointer{};
-  GetCursorPos(&pointer);
   EXPECT_EQ(window, owner);
-  EXPECT_EQ(x, pointer.x);
-  EXPECT_EQ(y, pointer.y);
+  menuPlace = {.x = x, .y = y};
   EXPECT_EQ(flags & TPM_RIGHTBUTTON, 0U) << "a second right click must choose nothing";
   asked.emplace_back("menu");
   whileTheMenuIsOpen();
@@ -276,6 +261,10 @@ class TrayMenu : public About {
 TEST_F(TrayMenu, OpensInTheForegroundAndPostsANullMessage) {
   OpenMenu(kTaskBar, [] { TrayMessage(517); });  // a second right click opens no second one
   EXPECT_EQ(asked, (std::vector<std::string>{"foreground", "menu", "null message"}));
+  POINT pointer{};
+  GetCursorPos(&pointer);
+  EXPECT_EQ(menuPlace.x, pointer.x);
+  EXPECT_EQ(menuPlace.y, pointer.y);
 }
 
 TEST_F(TrayMenu, EndsIfAnotherProgramGetsTheForeground) {
@@ -306,21 +295,12 @@ TEST_F(TrayMenu, EndsByAClickOnTheIconIfTheTaskBarKeepsTheForeground) {
   }
 }
 
-POINT menuPlace;
-
-BOOL WINAPI NotePlace(HMENU /*menu*/, UINT /*flags*/, int x, int y, int /*reserved*/, HWND /*window*/,
-                      const RECT* /*ignored*/) {
-  menuPlace = {.x = x, .y = y};
-  return 0;
-}
-
 DWORD WINAPI LeftOfTheMainScreen() { return MAKELONG(-20, 30); }
 
 TEST_F(TrayMenu, OpensWhereThePointerWasIfItsPlaceIsRefused) {
-  const SystemStandIn menu(trackPopupMenuSlot, &NotePlace);
   const SystemStandIn message(getMessagePosSlot, &LeftOfTheMainScreen);
   const Refused<getCursorPosSlot, FALSE> refused;
-  TrayMessage(517);
+  OpenMenu(kTaskBar, [] {});
   EXPECT_EQ(menuPlace.x, -20);
   EXPECT_EQ(menuPlace.y, 30);
 }

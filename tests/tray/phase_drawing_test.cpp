@@ -71,10 +71,13 @@ class DrawMoonPhaseTest : public support::ModuleTest {
 
 }  // namespace
 
+// Again and again on the same form: each drawing begins with a cleared one.
 TEST_F(DrawMoonPhaseTest, DrawsEachPhase) {
   struct Phase {
     double lit;
     std::int16_t waning;
+    bool southern;
+    std::int16_t drawnAs;
     Ellipse terminator;
     const wchar_t* label;
     double fraction;
@@ -82,26 +85,33 @@ TEST_F(DrawMoonPhaseTest, DrawsEachPhase) {
   };
   const Ellipse ofNewMoon = Terminator(kBlack, 65, 65 * (0.5 / (1 - 0.49999)));  // its aspect is just below 1
   const Ellipse hairline = Terminator(kBlack, 65 / (0.5 / (0.5 - 0.49999)));
+  const Ellipse ofFullMoon = Terminator(kWhite, 65 / (0.5 / 0.49999));
+  const Ellipse gibbous = Terminator(kWhite, 65 / (0.5 / (0.49999 - 0.25)));
   for (const Phase& phase :
-       std::vector<Phase>{{0, 0, ofNewMoon, L"1.000000", 0, 0},
-                          {0.25, 0, Terminator(kBlack, 65 / (0.5 / (0.75 - 0.49999))), L"0.750000", 25, 4},
-                          {0.5, 0, hairline, L"0.500000", 50, 7},
-                          {1, 0, Terminator(kWhite, 65 / (0.5 / 0.49999)), L"0.000000", 100, 14},
-                          {1, 1, Terminator(kWhite, 65 / (0.5 / 0.49999)), L"0.000000", 100, 14},
-                          {0.75, 1, Terminator(kWhite, 65 / (0.5 / (0.49999 - 0.25))), L"0.250000", 125, 19},
-                          {0, 1, ofNewMoon, L"1.000000", 200, 28}}) {
+       std::vector<Phase>{{0, 0, false, 0, ofNewMoon, L"1.000000", 0, 0},
+                          {0.25, 0, false, 0, Terminator(kBlack, 65 / (0.5 / (0.75 - 0.49999))), L"0.750000", 25, 4},
+                          {0.5, 0, false, 0, hairline, L"0.500000", 50, 7},
+                          {1, 0, false, 0, ofFullMoon, L"0.000000", 100, 14},
+                          {1, 1, false, 1, ofFullMoon, L"0.000000", 100, 14},
+                          {0.75, 1, false, 1, gibbous, L"0.250000", 125, 19},
+                          {0, 1, false, 1, ofNewMoon, L"1.000000", 200, 28},
+                          {1.25, 0, false, 0, gibbous, L"0.250000", 75, 9},  // dark by as much as it is lit above 1
+                          {0.5, 0, true, 1, hairline, L"0.500000", 150, 21},
+                          {0.5, 1, true, 0, hairline, L"0.500000", 50, 7},
+                          {0.5, -1, false, -1, hairline, L"0.500000", 50, 7},  // any other flag is waxing
+                          {0.5, 32767, false, 32767, hairline, L"0.500000", 50, 7},
+                          {0.5, -1, true, 0, hairline, L"0.500000", 50, 7},
+                          {0.5, 2, true, 0, hairline, L"0.500000", 50, 7}}) {
+    SCOPED_TRACE(testing::Message() << phase.lit << ", " << phase.waning << ", " << phase.southern);
+    form.southernView = phase.southern;
     Draw(phase.lit, phase.waning);
-    EXPECT_EQ(form.drawing.Primitives(), Picture(phase.waning == 1 ? kDarkRight : kDarkLeft, phase.terminator));
+    EXPECT_EQ(waning, phase.drawnAs);
+    EXPECT_EQ(form.drawing.Primitives(), Picture(phase.drawnAs == 1 ? kDarkRight : kDarkLeft, phase.terminator));
+    EXPECT_EQ(form.drawing.ForeColor(), 255U);
     EXPECT_EQ(form.label1, phase.label);
     EXPECT_TRUE(Same(phase.fraction, fraction));
     EXPECT_EQ(IconNumber, phase.icon);
   }
-}
-
-TEST_F(DrawMoonPhaseTest, LitFractionAboveOneIsDarkByAsMuch) {
-  Draw(1.25, 0);
-  EXPECT_EQ(form.label1, L"0.250000");
-  EXPECT_TRUE(Same(75, fraction));
 }
 
 TEST_F(DrawMoonPhaseTest, NegativeAspectJustBelowTheQuarterUsesItsMagnitude) {
@@ -131,46 +141,6 @@ TEST_F(DrawMoonPhaseTest, NoLitFractionGivesTheBiasAsDarkFraction) {
     EXPECT_NE(std::fabs(1 - candidate), 0.49999);
     EXPECT_NO_THROW(Draw(candidate, 0));
     EXPECT_LT(DrawnTerminator().halfWidth, 1e-13);
-  }
-}
-
-TEST_F(DrawMoonPhaseTest, LeavesTheForeColourRed) {
-  Draw(0.3, 0);
-  EXPECT_EQ(form.drawing.ForeColor(), 255U);
-}
-
-TEST_F(DrawMoonPhaseTest, EveryCallRepaintsFromAClearedWindow) {
-  Draw(0.3, 0);
-  const auto first = form.drawing.Primitives();
-  Draw(0.3, 0);
-  EXPECT_EQ(form.drawing.Primitives(), first);
-}
-
-TEST_F(DrawMoonPhaseTest, SouthernViewMirrorsPictureAndIcon) {
-  form.southernView = true;
-  Draw(0.5, 0);
-  EXPECT_EQ(waning, 1);
-  EXPECT_EQ(form.drawing.Primitives().at(1), forms::Primitive(kDarkRight));
-  EXPECT_TRUE(Same(150, fraction));
-  EXPECT_EQ(IconNumber, 21);
-
-  Draw(0.5, 1);
-  EXPECT_EQ(waning, 0);
-  EXPECT_EQ(form.drawing.Primitives().at(1), forms::Primitive(kDarkLeft));
-  EXPECT_EQ(IconNumber, 7);
-}
-
-TEST_F(DrawMoonPhaseTest, AnyOtherFlagDrawsAsWaxing) {
-  for (const std::int16_t flag : std::initializer_list<std::int16_t>{-1, 2, 32767}) {
-    form.southernView = false;
-    Draw(0.5, flag);
-    EXPECT_EQ(waning, flag);
-    EXPECT_EQ(form.drawing.Primitives().at(1), forms::Primitive(kDarkLeft));
-    EXPECT_TRUE(Same(50, fraction));
-    form.southernView = true;
-    Draw(0.5, flag);
-    EXPECT_EQ(waning, 0);
-    EXPECT_EQ(form.drawing.Primitives().at(1), forms::Primitive(kDarkLeft));
   }
 }
 
