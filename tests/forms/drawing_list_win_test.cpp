@@ -12,11 +12,7 @@
 extern "C" decltype(&Ellipse) ellipseSlot asm("__imp__Ellipse@20");
 extern "C" decltype(&FillRect) fillRectSlot asm("__imp__FillRect@12");
 extern "C" decltype(&IntersectClipRect) intersectClipRectSlot asm("__imp__IntersectClipRect@20");
-extern "C" decltype(&Pie) pieSlot asm("__imp__Pie@36");
-extern "C" decltype(&SelectClipRgn) selectClipRgnSlot asm("__imp__SelectClipRgn@8");
 extern "C" decltype(&SelectObject) selectObjectSlot asm("__imp__SelectObject@8");
-extern "C" decltype(&SetDCBrushColor) setDCBrushColorSlot asm("__imp__SetDCBrushColor@8");
-extern "C" decltype(&SetDCPenColor) setDCPenColorSlot asm("__imp__SetDCPenColor@8");
 
 namespace {
 
@@ -201,11 +197,7 @@ TEST(Replay, ReportsThatTheSystemRefusedACall) {
   RefuseEach<ellipseSlot, FALSE>();
   RefuseEach<fillRectSlot, 0>();
   RefuseEach<intersectClipRectSlot, ERROR>();
-  RefuseEach<pieSlot, FALSE>();
-  RefuseEach<selectClipRgnSlot, ERROR>();
   RefuseEach<selectObjectSlot, nullptr>();
-  RefuseEach<setDCBrushColorSlot, CLR_INVALID>();
-  RefuseEach<setDCPenColorSlot, CLR_INVALID>();
 }
 
 }  // namespace

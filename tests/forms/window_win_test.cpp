@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "forms/timer_win.h"
 #include "support/system_stand_in_win.h"
 
 extern "C" decltype(&GetMessageW) getMessageSlot asm("__imp__GetMessageW@16");
@@ -15,30 +16,26 @@ class Plain : public forms::Window<Plain> {
  public:
   static constexpr const wchar_t* kWindowClass = L"TidewellPlain";
 
-  void Load(DWORD style) { Create({.style = style}); }
+  void Load() { Create({.style = WS_POPUP}); }
 
  private:
   friend Window<Plain>;
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) { return DefaultHandling(message, wParam, lParam); }
 };
 
-TEST(Window, RefusedByTheSystemIsAnError) {
-  Plain orphan;
-  try {
-    orphan.Load(WS_CHILD);  // a child without a parent
-    ADD_FAILURE() << "no error";
-  } catch (const runtime::RuntimeError& error) {
-    EXPECT_EQ(error.number(), runtime::ErrorNumber::OutOfMemory);
-  }
-  EXPECT_EQ(orphan.hwnd(), nullptr);
-}
-
 TEST(Window, HasNoHandleAfterItWasDestroyed) {
   Plain window;
-  window.Load(WS_POPUP);
+  window.Load();
   ASSERT_NE(window.hwnd(), nullptr);
   DestroyWindow(window.hwnd());
   EXPECT_EQ(window.hwnd(), nullptr);
+}
+
+TEST(Timer, EndsWithItsObject) {
+  Plain window;
+  window.Load();
+  { const forms::Timer timer(window.hwnd(), 1, 1000); }
+  EXPECT_FALSE(KillTimer(window.hwnd(), 1)) << "the timer still ran";
 }
 
 std::vector<UINT> toCome;
