@@ -31,15 +31,6 @@ forms::DrawingList Drawn(COLORREF outline, COLORREF fill, double aspect = 1) {
   return drawing;
 }
 
-/// A white disc with a black half, right or left.
-forms::DrawingList HalfDisc(bool right) {
-  forms::DrawingList drawing = Drawn(kWhite, kWhite);
-  const forms::Point up = {.x = kCentre.x, .y = 0};
-  const forms::Point down = {.x = kCentre.x, .y = 140};
-  drawing.DrawPie({.box = {10, 10, 141, 141}, .from = right ? down : up, .to = right ? up : down, .fill = kBlack});
-  return drawing;
-}
-
 /// A drawing on a grey ground.
 class Painted {
  public:
@@ -127,20 +118,6 @@ TEST(Replay, ScalesTheWidthOfAnOutline) {
             Repeated(20, ' ') + "rr" + Repeated(258, '.') + "rr" + Repeated(18, ' '));
 }
 
-TEST(Replay, PaintsAPieOverADisc) {
-  const std::string white = Repeated(65, '.');
-  const std::string black = Repeated(65, '#');
-  EXPECT_EQ(Painted(HalfDisc(false)).Row(), Repeated(10, ' ') + black + "#" + white + Repeated(9, ' '));
-  EXPECT_EQ(Painted(HalfDisc(true)).Row(), Repeated(10, ' ') + white + "#" + black + Repeated(9, ' '));
-}
-
-TEST(Replay, LeavesTheInsideOfATransparentCircle) {
-  forms::DrawingList drawing = Drawn(kWhite, kWhite);
-  drawing.SetFillStyle(forms::FillStyle::Transparent);
-  drawing.Circle(kCentre, kRadius, kBlack);
-  EXPECT_EQ(Painted(drawing).Row(), Repeated(10, ' ') + "#" + Repeated(129, '.') + "#" + Repeated(9, ' '));
-}
-
 const auto systemsEllipse = ellipseSlot;
 
 BOOL WINAPI LookAtTheEllipse(HDC dc, int left, int top, int right, int bottom) {
@@ -175,8 +152,7 @@ TEST(Replay, FillsNoEmptyRows) {
 /// Paints once for each call that a painting makes to this function, and refuses that call.
 template <auto& Slot, auto Answer>
 void RefuseEach() {
-  forms::DrawingList drawing = HalfDisc(true);
-  drawing.SetFillColor(kBlack);
+  forms::DrawingList drawing = Drawn(kWhite, kBlack);
   drawing.Circle(kCentre, kRadius, kBlack, 50'000);
   drawing.SetFillStyle(forms::FillStyle::Transparent);
   drawing.Circle(kCentre, kRadius, kBlack);

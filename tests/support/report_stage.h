@@ -1,11 +1,32 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <string>
+#include <utility>
 #include <vector>
 
-#include "support/recording_form.h"
+#include "report/surroundings.h"
 
 namespace support {
+
+/// Stands in for the main window and keeps what is written on it. `written` has the lines in the order of writing.
+class RecordingForm final : public tidewell::ReportForm {
+ public:
+  forms::DrawingList& Drawing() override { return drawing; }
+  void SetLabel1Caption(const std::wstring& caption) override { label1 = caption; }
+  [[nodiscard]] bool SouthernView() const override { return southernView; }
+  void SetMoonLine(std::size_t index, const std::wstring& text) override {
+    lines.at(index) = text;
+    written.emplace_back(index, text);
+  }
+
+  forms::DrawingList drawing;
+  std::wstring label1 = L"Label1";  // its caption at design time
+  bool southernView = false;
+  std::array<std::wstring, 4> lines;
+  std::vector<std::pair<std::size_t, std::wstring>> written;
+};
 
 /// Gives the report a recording form, a clock and a locale for its lifetime. The clock gives one reading after another,
 /// then repeats the last one.

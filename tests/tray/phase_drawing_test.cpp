@@ -14,7 +14,7 @@
 #include "support/closeness.h"
 #include "support/module_test.h"
 #include "support/raises.h"
-#include "support/recording_form.h"
+#include "support/report_stage.h"
 #include "tray/icon_number.h"
 
 using forms::Box;

@@ -11,7 +11,9 @@
 #include <objbase.h>
 
 #include <cstdio>
+#include <sstream>
 
+#include "forms/controls_win.h"
 #include "windows_check/check.h"
 #include "windows_check/program.h"
 #include "windows_check/screen.h"
@@ -20,34 +22,14 @@
 extern "C" int WINAPI RunEmptyWindow(HINSTANCE instance, HINSTANCE previous, PWSTR commandLine, int showCommand);
 int RunTypewriter();
 
+// Not GetVersionEx, which knows only the versions that this program's manifest names.
+extern "C" LONG WINAPI RtlGetVersion(OSVERSIONINFOW* version);
+
 namespace check {
 
 namespace {
 
-template <class Function>
-Function FunctionOf(const wchar_t* library, const char* name) {
-  return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(library), name)));
-}
-
-/// Not by GetVersionEx, which knows only the versions that this program's manifest names.
-std::wstring Version() {
-  OSVERSIONINFOW version{};
-  version.dwOSVersionInfoSize = sizeof version;
-  FunctionOf<LONG(WINAPI*)(OSVERSIONINFOW*)>(L"ntdll.dll", "RtlGetVersion")(&version);
-  std::wstring text = std::to_wstring(version.dwMajorVersion) + L"." + std::to_wstring(version.dwMinorVersion) +
-                      L", build " + std::to_wstring(version.dwBuildNumber);
-  if (const auto wine = FunctionOf<const char*(__cdecl*)()>(L"ntdll.dll", "wine_get_version")) {
-    text += L" (Wine " + support::Wide(wine()) + L")";
-  }
-  return text;
-}
-
-int Density() {
-  const HDC screen = GetDC(nullptr);
-  const int density = GetDeviceCaps(screen, LOGPIXELSX);
-  ReleaseDC(nullptr, screen);
-  return density;
-}
+int Density() { return static_cast<int>(1440 / forms::ReadTwipsPerPixel().x); }
 
 int RealDensity() {
   const PhysicalPixels physical;
@@ -55,14 +37,19 @@ int RealDensity() {
 }
 
 /// Not a check: it goes first into the report.
-TEST(AboutThisMachine, InGeneral) {
+TEST(ThisMachine, IsDescribed) {
+  OSVERSIONINFOW version{};
+  version.dwOSVersionInfoSize = sizeof version;
+  RtlGetVersion(&version);
   wchar_t locale[LOCALE_NAME_MAX_LENGTH] = L"";
   GetUserDefaultLocaleName(locale, LOCALE_NAME_MAX_LENGTH);
   DYNAMIC_TIME_ZONE_INFORMATION zone{};
   GetDynamicTimeZoneInformation(&zone);
-  Note(L"Windows " + Version() + L"; density " + std::to_wstring(RealDensity()) + L", as the program sees it " +
-       std::to_wstring(Density()) + L"; locale " + locale + L"; zone " + zone.TimeZoneKeyName + L", " +
-       std::to_wstring(-zone.Bias) + L" minutes");
+  std::wostringstream machine;
+  machine << L"Windows " << version.dwMajorVersion << L"." << version.dwMinorVersion << L", build "
+          << version.dwBuildNumber << L"; density " << RealDensity() << L", as the program sees it " << Density()
+          << L"; locale " << locale << L"; zone " << zone.TimeZoneKeyName << L", " << -zone.Bias << L" minutes";
+  Note(machine.str());
 }
 
 int RunAll(const std::filesystem::path& program) {
