@@ -2,9 +2,7 @@
 
 import pytest
 
-from bench.driver import (NIM_ADD, NIM_DELETE, RIGHT_UP, SC_KEYMENU, SC_MOVE, WM_CLOSE, WM_ENDSESSION, WM_QUIT,
-                          WM_SYSCOMMAND)
-from bench.faults import Rule, write_rule
+from bench.driver import RIGHT_UP, SC_KEYMENU, SC_MOVE, WM_CLOSE, WM_ENDSESSION, WM_QUIT, WM_SYSCOMMAND
 from bench.program import SOUTH
 from bench.user import bring_to_front, fail, open_menu, see_the_box_and_end, see_the_end, show_about
 from bench.waiting import until
@@ -15,15 +13,6 @@ def test_wm_quit_takes_the_icon_away(program):
     program.settle()
     program.driver.post(program.main().hwnd, WM_QUIT)
     see_the_end(program)
-
-
-def test_a_timer_that_the_system_refuses_is_an_error(bench, start):
-    """Without it the report would silently stop."""
-    folder = bench.folder()
-    write_rule(folder, Rule("no timer", ("SetTimer",), 1, 0))
-    program = start(folder=folder, wait=False)
-    see_the_box_and_end(program, "Run-time error '7':\n\nOut of memory")
-    assert [call.command for call in program.calls()] == [NIM_ADD, NIM_DELETE]
 
 
 # ---- inside the modal loops of the system: a move, a menu

@@ -74,11 +74,6 @@ NEVER_GIVEN = {
     "wsprintfA": "it needs nothing of the system",
 }
 
-# What stays bad, and why: none of it silent, invisible, stuck, busy or destructive.
-STAYS_BAD = {
-    "BeginPaint, from the middle call on": "the last Moon stays: nothing can be painted over it",
-}
-
 # These cannot fail, or the program could do nothing about it.
 NEVER_FAIL = set("""
     DeleteCriticalSection EnterCriticalSection ExitProcess GetCurrentProcessId GetCurrentThreadId GetLastError GetLocalTime

@@ -5,12 +5,12 @@ import re
 from bench.display import HEIGHT, WIDTH
 from bench.settings_file import FILE_WITHOUT_OPTIONS
 
-# What the user may miss, without harm, while a function is refused.
+# What the user may miss, without harm, while a function is refused for ever.
 LOOK = {"window", "about-window"}
 REACHED_BY_THE_ICON = {"menu", "main", "about", "about-place", "missed", *LOOK}
 LOSES = {
-    # The line round the options.
-    "BeginPaint": LOOK, "DrawEdge": LOOK, "GetClientRect": LOOK,
+    # The line round the options. Nothing can be painted over the last Moon.
+    "BeginPaint": {"moon", *LOOK}, "DrawEdge": LOOK, "GetClientRect": LOOK,
     # The mark of the keyboard on a control.
     "GetFocus": LOOK, "SetFocus": LOOK, "IsChild": LOOK, "GetNextDlgTabItem": LOOK,
     # The icon keeps its picture.
@@ -20,14 +20,17 @@ LOSES = {
 }
 
 
+def problems(case, reference, run):
+    """What is wrong with a run: what must never happen, and what stays wrong."""
+    return [*worst(case, reference, run), *(wrong_in_life if run.status == 0 else wrong_end)(case, reference, run)]
+
+
 def worst(case, reference, run):
     """What must never happen: a silent end, an invisible, stuck or busy program, a crash, a dead icon left behind, a
     damaged file."""
-    if run.status == "stuck":
-        yield "stuck"
     for word in ("busy", "not ended", "crash"):
         yield from (" ".join([word, *rest]) for rest in run.told(word))
-    shell_refuses_for_ever = "Shell_NotifyIconA" in case.rule.functions and case.rule.last == 0
+    shell_refuses_for_ever = "Shell_NotifyIconA" in case.functions and case.last == 0
     if run.told("icon")[-1:] == [["added"]] and not shell_refuses_for_ever:
         yield "icon left dead"
     if run.file not in (FILE_WITHOUT_OPTIONS, reference.file):
@@ -40,23 +43,20 @@ def worst(case, reference, run):
     tries = run.journal.count("MessageBoxA")
     if run.status == 0 and (reference.status != 0 or run.looks().keys() < reference.looks().keys()):
         yield "silent end"
-    elif run.status == 1 and not run.told("box") and not (tries > 1 and "MessageBoxA" in case.rule.functions):
+    elif run.status == 1 and not run.told("box") and not (tries > 1 and "MessageBoxA" in case.functions):
         yield f"silent end, with {tries} tries to show the box"
-    elif run.status not in (0, 1, "stuck"):
+    elif run.status not in (0, 1):
         yield f"exit status {run.status}"
 
 
-def wrong(case, reference, run):
-    """What stays wrong. Harmless losses do not count, nor does what heals within a minute, nor an end by one box with
-    the right error."""
-    if run.status == 0:
-        return [*wrong_in_life(case, reference, run)]
+def wrong_end(case, reference, run):
+    """What is wrong with an early end: more than one box, or another error than the failed calls and the scenario
+    lead to."""
     boxes = run.told("box")
-    may_be = case.rule.ends_on() | numbers(reference)
+    may_be = case.ends_on() | numbers(reference)
     same = boxes == reference.told("box") and not any(differences(reference, run))
-    if not boxes or same or (len(boxes) == 1 and numbers(run) and numbers(run) <= may_be):
-        return []
-    return [str(boxes)]
+    if boxes and not same and not (len(boxes) == 1 and numbers(run) and numbers(run) <= may_be):
+        yield str(boxes)
 
 
 def numbers(run):
@@ -65,9 +65,10 @@ def numbers(run):
 
 
 def wrong_in_life(case, reference, run):
-    """What stays wrong in a run that ended when it was asked to."""
-    lost = set().union(*(LOSES.get(function, set()) for function in case.rule.functions))
-    still_refused = set(moments_of_refusal(run)) if case.rule.last else set()
+    """What stays wrong in a run that ended when it was asked to. Harmless losses do not count, nor does what heals
+    within a minute after the last refusal."""
+    lost = set() if case.last else set().union(*(LOSES.get(function, set()) for function in case.functions))
+    still_refused = [moment for [moment] in run.told("refused")] if case.last else []
     for moment, key, wanted, seen in differences(reference, run):
         heals = moment.endswith("now") or moment in still_refused
         blank = key == "window" and run.looks()[moment]["moon"] == "blank"
@@ -85,18 +86,6 @@ def differences(reference, run):
         for key in wanted.keys() & seen.keys():
             if wanted[key] != seen[key]:
                 yield moment, key, wanted[key], seen[key]
-
-
-def moments_of_refusal(run):
-    """The moments at which a call had been refused since the previous moment."""
-    refused = False
-    for line in run.log:
-        if line[0] == "refused":
-            refused = True
-        elif line[0] == "see":
-            if refused:
-                yield line[1]
-            refused = False
 
 
 def harmless(key, wanted, seen):

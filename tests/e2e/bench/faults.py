@@ -14,45 +14,33 @@ from bench.waiting import BOUND
 SCENARIOS = {"shown": 0, "hidden": 0, "error": 1}  # with the exit status of a run without a fault
 
 
-@dataclass(frozen=True)
-class Rule:
-    """Functions that fail together, from call number `first` to call number `last`; `last` 0: for ever."""
-
-    name: str
-    functions: tuple
-    first: int
-    last: int
-    failure: object = None  # instead of that in FAILURES
-
-    def ends_on(self):
-        failures = [self.failure] if self.failure else [FAILURES[function] for function in self.functions]
-        return {number for failure in failures for number in failure.ends_on}
-
-
-def write_rule(folder, rule):
-    """Makes calls fail in the program of a folder. The folder also needs the stand-in for the shell."""
-    lines = [f"{rule.first} {rule.last}\n"]
-    for function in rule.functions:
-        failure = rule.failure or FAILURES[function]
-        lines.append(f"{function} {argument_bytes().get(function, 0)} {failure.result} {failure.error}\n")
-    (folder / "faults").write_text("".join(lines))
-
-
-@dataclass(frozen=True)
+@dataclass
 class Case:
-    """A run: the scenario and what fails in it."""
+    """A run: the scenario, and the functions that fail together, from call number `first` to call number `last`; `last`
+    0: for ever."""
 
     scenario: str
-    rule: Rule = Rule("nothing", (), 0, 0)
+    name: str = "nothing"
+    functions: object = ()
+    first: int = 0
+    last: int = 0
+    failure: object = None  # instead of that in FAILURES
 
     def __str__(self):
-        return f"{self.scenario}: {self.rule.name}"
+        return f"{self.scenario}: {self.name}"
+
+    def failures(self):
+        return {function: self.failure or FAILURES[function] for function in self.functions}
+
+    def ends_on(self):
+        return {number for failure in self.failures().values() for number in failure.ends_on}
 
 
 @dataclass
 class Run:
     """What was seen of a run."""
 
+    scenario: str
     status: object  # or "stuck"
     log: list
     file: bytes
@@ -85,8 +73,9 @@ class Worker:
         for path in (*(self._folder / name for name in ("log", "journal", "tray-calls")), self._root / "vesk.dat"):
             path.unlink(missing_ok=True)
         (self._folder / "vesk.dat").write_bytes(FILE_WITHOUT_OPTIONS)
-        (self._folder / "scenario").write_text(case.scenario)
-        write_rule(self._folder, case.rule)
+        failing = [f"{name} {argument_bytes().get(name, 0)} {failure.result} {failure.error}"
+                   for name, failure in case.failures().items()]
+        (self._folder / "scenario").write_text("\n".join([case.scenario, f"{case.first} {case.last}", *failing]))
         process = self._wine.start(self._folder / IMAGE, log=self._folder / "program.log", cwd=self._folder)
         try:
             status = process.wait(timeout=BOUND)
@@ -94,8 +83,8 @@ class Worker:
             process.kill()
             process.wait()
             status = "stuck"
-        return Run(status, [line.split("\t") for line in self._lines("log")], (self._folder / "vesk.dat").read_bytes(),
-                   (self._root / "vesk.dat").exists(), self._lines("journal"))
+        return Run(case.scenario, status, [line.split("\t") for line in self._lines("log")],
+                   (self._folder / "vesk.dat").read_bytes(), (self._root / "vesk.dat").exists(), self._lines("journal"))
 
     def _lines(self, name):
         path = self._folder / name

@@ -37,7 +37,7 @@ def build(folder):
                        ["driver.cpp", TESTS / "support/other_windows_win.cpp"],
                        ["-loleacc", "-lole32", "-loleaut32", "-lshell32", "-luuid"]),
         "shell32.dll": (WINDOWS, ["-std=c++20", "-static", "-shared", f"-I{TESTS}"],
-                        ["shell_stand_in.cpp", "faults.cpp", "scenario.cpp", "sight.cpp", "shell_stand_in.def"],
+                        ["shell_stand_in.cpp", "faults.cpp", "scenario.cpp", "shell_stand_in.def"],
                         ["-Wl,--enable-stdcall-fixup", "-lgdi32"]),
         "shortcut.exe": (WINDOWS, ["-std=c++20", "-static"], ["shortcut.cpp"], []),
         "stepper.exe": (WINDOWS, ["-std=c++20", "-static", "-municode"], ["stepper.cpp"], []),

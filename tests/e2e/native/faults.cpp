@@ -3,7 +3,6 @@
 #include <cstring>
 #include <fstream>
 #include <list>
-#include <map>
 #include <vector>
 
 namespace {
@@ -12,6 +11,7 @@ struct Rule {
   unsigned first = 0;
   unsigned last = 0;
   unsigned calls = 0;
+  unsigned refusals = 0;
 };
 
 struct Import {
@@ -26,8 +26,6 @@ Rule rule;
 std::vector<const std::string*> journal;
 std::list<std::string> marks;
 DWORD programThread = 0;
-int benchAtWork = 0;
-bool refusalLogged = false;  // since the bench was last at work
 
 /// Machine code, appended to.
 class Code {
@@ -64,7 +62,7 @@ class Code {
 
 /// Returns where the call goes.
 extern "C" void* DecideCall(Import* import) {
-  if (benchAtWork > 0 || GetCurrentThreadId() != programThread) {
+  if (GetCurrentThreadId() != programThread) {
     return import->target;
   }
   const DWORD error = GetLastError();
@@ -74,10 +72,7 @@ extern "C" void* DecideCall(Import* import) {
   if (import->failure != nullptr) {
     ++rule.calls;
     if (rule.calls >= rule.first && (rule.last == 0 || rule.calls <= rule.last)) {
-      if (!refusalLogged) {
-        Log("refused\t" + import->name);
-        refusalLogged = true;
-      }
+      ++rule.refusals;
       next = import->failure;
       nextError = import->error;
     }
@@ -100,21 +95,6 @@ __asm__(
     "  popal\n"
     "  ret\n");
 
-void ReadRule(const std::map<std::string, Import*>& byName, Code& code) {
-  std::ifstream file(BesideTheProgram(L"faults").c_str());
-  file >> rule.first >> rule.last;
-  std::string name;
-  unsigned bytes = 0;
-  unsigned result = 0;
-  DWORD error = 0;
-  while (file >> name >> bytes >> result >> error) {
-    if (const auto found = byName.find(name); found != byName.end()) {
-      found->second->failure = code.Failure(result, bytes);
-      found->second->error = error;
-    }
-  }
-}
-
 bool IsCode(const void* address) {
   MEMORY_BASIC_INFORMATION memory{};
   VirtualQuery(address, &memory, sizeof memory);
@@ -130,11 +110,7 @@ std::wstring BesideTheProgram(const wchar_t* name) {
   return program.substr(0, program.rfind(L'\\') + 1) + name;
 }
 
-bool Exists(const wchar_t* name) {
-  return GetFileAttributesW(BesideTheProgram(name).c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
-void RewriteImports(void* (*Supply)(const std::string& name)) {
+void RewriteImports(const std::map<std::string, void*>& replacements, std::istream& file) {
   programThread = GetCurrentThreadId();
   Code code(1 << 16);
   std::map<std::string, Import*> byName;
@@ -152,8 +128,8 @@ void RewriteImports(void* (*Supply)(const std::string& name)) {
       }
       Import& import = imports.emplace_back();
       import.name = reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(image + names->u1.AddressOfData)->Name;
-      void* const supplied = Supply(import.name);
-      import.target = supplied != nullptr ? supplied : *places;
+      const auto replacement = replacements.find(import.name);
+      import.target = replacement != replacements.end() ? replacement->second : *places;
       byName[import.name] = &import;
       DWORD before = 0;
       VirtualProtect(places, sizeof *places, PAGE_READWRITE, &before);
@@ -161,16 +137,21 @@ void RewriteImports(void* (*Supply)(const std::string& name)) {
       VirtualProtect(places, sizeof *places, before, &before);
     }
   }
-  ReadRule(byName, code);
+  file >> rule.first >> rule.last;
+  std::string name;
+  unsigned bytes = 0;
+  unsigned result = 0;
+  DWORD error = 0;
+  while (file >> name >> bytes >> result >> error) {
+    if (const auto found = byName.find(name); found != byName.end()) {
+      found->second->failure = code.Failure(result, bytes);
+      found->second->error = error;
+    }
+  }
 }
-
-BenchAtWork::BenchAtWork() {
-  ++benchAtWork;
-  refusalLogged = false;
-}
-BenchAtWork::~BenchAtWork() { --benchAtWork; }
 
 unsigned CallsSoFar() { return journal.size(); }
+unsigned RefusalsSoFar() { return rule.refusals; }
 
 void MarkJournal(const std::string& text) { journal.push_back(&marks.emplace_back("-- " + text)); }
 

@@ -3,30 +3,23 @@
 
 #include <windows.h>
 
+#include <istream>
+#include <map>
 #include <string>
 
 /// The path of a file beside the program.
 std::wstring BesideTheProgram(const wchar_t* name);
-bool Exists(const wchar_t* name);
 
-/// Sends the program's imports through thunks, which fail as the file "faults" beside the program says. Call it before
-/// the program's entry point. `Supply` may replace a function; it returns null for the others.
+/// Sends the program's imports through thunks. Some are replaced; others fail, as the file says. Call it before the
+/// program's entry point.
 ///
 /// The file: FIRST LAST, then for each function FUNCTION ARGUMENT_BYTES RESULT ERROR. Their calls are counted together;
 /// from call FIRST to call LAST (0: for ever) they pop their arguments, set the last error and return the result.
-void RewriteImports(void* (*Supply)(const std::string& name));
+void RewriteImports(const std::map<std::string, void*>& replacements, std::istream& file);
 
-/// While it lives, the calls are the bench's own: none is counted, and none fails.
-class BenchAtWork {
- public:
-  BenchAtWork();
-  ~BenchAtWork();
-  BenchAtWork(const BenchAtWork&) = delete;
-  BenchAtWork& operator=(const BenchAtWork&) = delete;
-};
-
-/// How many calls the program has made so far.
+/// How many calls the program has made so far, and how many of them failed.
 unsigned CallsSoFar();
+unsigned RefusalsSoFar();
 
 /// Writes the names of all calls so far to the file "journal" beside the program, with the marks between them.
 void WriteJournal();

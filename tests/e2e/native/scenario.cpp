@@ -5,8 +5,9 @@
 #include <cstring>
 #include <fstream>
 #include <functional>
-#include <iterator>
+#include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "faults.h"
@@ -14,19 +15,12 @@
 
 namespace {
 
-// Exit statuses of our own.
-constexpr UINT kNotEnded = 96;
-constexpr UINT kCrashed = 97;
-constexpr UINT kBusy = 98;
-
 constexpr unsigned kBusyCalls = 20000;  ///< most calls between two steps; a run without faults needs a few hundred
 constexpr int kTries = 3;
 constexpr int kTicks = 3;                    ///< in the minute between "now" and "later"
 constexpr std::uint64_t kSecond = 10000000;  ///< in units of a file time
 constexpr std::uint64_t kDay = 86400;        ///< seconds
 constexpr std::uint64_t kSlot = 300;         ///< seconds of a step, all tries included: a retry delays no later step
-
-std::string scenario;
 
 // ---- clock and timers
 
@@ -74,12 +68,6 @@ void Tick(std::uint64_t seconds) {
 
 std::optional<TrayEntry> icon;  // as the shell shows it
 
-UINT FlagsOf(const TrayEntry& entry) {
-  UINT flags = 0;
-  std::memcpy(&flags, entry.record + 12, sizeof flags);
-  return flags;
-}
-
 std::string TipOf(const TrayEntry& entry) {
   constexpr std::size_t kTip = 24;
   const auto* const text = reinterpret_cast<const char*>(entry.record) + kTip;
@@ -90,12 +78,19 @@ std::string TipOf(const TrayEntry& entry) {
 
 std::string menu;  // the entries of the one that was opened last
 
-/// Writes all that a user sees of the program.
-void See(const std::string& name) {
-  const std::string ofIcon =
-      icon ? "there\ticon-picture=" + HashText(icon->pixels, sizeof icon->pixels) + "\ttip=" + TipOf(*icon)
-           : "none\ticon-picture=\ttip=";
-  Log("see\t" + name + "\ticon=" + ofIcon + "\tmenu=" + menu + WindowsAsSeen());
+unsigned refusalsBefore = 0;
+
+/// Writes all that a user sees of the program, and whether calls have failed since the last time.
+void See(const std::string& moment) {
+  const std::string ofIcon = icon
+                                 ? "there\ticon-picture=" + HashOf({std::begin(icon->pixels), std::end(icon->pixels)}) +
+                                       "\ttip=" + TipOf(*icon)
+                                 : "none\ticon-picture=\ttip=";
+  Log("see\t" + moment + "\ticon=" + ofIcon + "\tmenu=" + menu + WindowsAsSeen());
+  if (RefusalsSoFar() != refusalsBefore) {
+    Log("refused\t" + moment);
+  }
+  refusalsBefore = RefusalsSoFar();
 }
 
 // ---- steps
@@ -138,8 +133,16 @@ void LoseTheTaskBar() {
   }
 }
 
+void PassTheCalendarsEnd() {
+  clock = NoonOf(9999, 12, 30);
+  Tick(1);
+}
+
 bool Anything() { return true; }
 bool Never() { return false; }  // the program ends in this step
+bool Started() { return Shown(Main()) && icon; }
+bool MainShown() { return Shown(Main()); }
+bool MainHidden() { return !Shown(Main()); }
 
 struct Step {
   const char* name;
@@ -147,108 +150,108 @@ struct Step {
   std::function<bool()> reached;  ///< if not, the user tries again
 };
 
-const std::vector<Step> kShown = {
-    {"start", [] {}, [] { return Shown(Main()) && icon; }},
-    {"tick", [] { Tick(1); }, Anything},
-    {"minute", [] { Tick(60); }, Anything},
-    {"option", [] { Click(Option(L"Enable Southern Hemisphere View")); },
-     [] { return Ticked(L"Enable Southern Hemisphere View"); }},
-    {"hide", HideByTheIcon, [] { return !Shown(Main()); }},
-    {"day", [] { Tick(6 * kDay); }, Anything},
-    {"show", ShowByTheIcon, [] { return Shown(Main()); }},
-    {"about", [] { Choose(L"About"); }, [] { return Shown(About()); }},
-    {"ok", [] { Click(Button(About(), L"OK")); }, [] { return !Shown(About()); }},
-    {"repaint", [] { RedrawWindow(Main(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN); }, Anything},
-    {"task bar", LoseTheTaskBar, [] { return icon.has_value(); }},
-    {"close", [] { Click(Button(Main(), L"Close")); }, Never},
-};
+constexpr const wchar_t* kRestore = L"Restore in System Tray";
+constexpr const wchar_t* kSouth = L"Enable Southern Hemisphere View";
 
-const std::vector<Step> kHidden = {
-    {"start", [] {}, [] { return Shown(Main()) && icon; }},
-    {"option", [] { Click(Option(L"Restore in System Tray")); }, [] { return Ticked(L"Restore in System Tray"); }},
-    {"close", [] { Click(Button(Main(), L"Close")); }, [] { return !Shown(Main()); }},
-    {"day", [] { Tick(6 * kDay); }, Anything},
-    {"task bar", LoseTheTaskBar, [] { return icon.has_value(); }},
-    {"entry", [] { Choose(L"Show Main Window"); }, [] { return Shown(Main()); }},
-    {"box", [] { PostMessageW(Main(), WM_CLOSE, 0, 0); }, [] { return !Shown(Main()); }},
-    {"exit", [] { Choose(L"Exit"); }, Never},
-    // Only if the menu does not come.
-    {"show", ShowByTheIcon, [] { return Shown(Main()); }},
-    {"untick", [] { Click(Option(L"Restore in System Tray")); }, [] { return !Ticked(L"Restore in System Tray"); }},
-    {"end", [] { Click(Button(Main(), L"Close")); }, Never},
-};
-
-const std::vector<Step> kError = {
-    {"start", [] {}, [] { return Shown(Main()) && icon; }},
+const std::map<std::string, std::vector<Step>> kScenarios = {
+    {"shown",
+     {
+         {"start", [] {}, Started},
+         {"tick", [] { Tick(1); }, Anything},
+         {"minute", [] { Tick(60); }, Anything},
+         {"option", [] { Click(Option(kSouth)); }, [] { return Ticked(kSouth); }},
+         {"hide", HideByTheIcon, MainHidden},
+         {"day", [] { Tick(6 * kDay); }, Anything},
+         {"show", ShowByTheIcon, MainShown},
+         {"about", [] { Choose(L"About"); }, [] { return Shown(About()); }},
+         {"ok", [] { Click(Button(About(), L"OK")); }, [] { return !Shown(About()); }},
+         {"repaint", [] { RedrawWindow(Main(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN); },
+          Anything},
+         {"task bar", LoseTheTaskBar, [] { return icon.has_value(); }},
+         {"close", [] { Click(Button(Main(), L"Close")); }, Never},
+     }},
+    {"hidden",
+     {
+         {"start", [] {}, Started},
+         {"option", [] { Click(Option(kRestore)); }, [] { return Ticked(kRestore); }},
+         {"close", [] { Click(Button(Main(), L"Close")); }, MainHidden},
+         {"day", [] { Tick(6 * kDay); }, Anything},
+         {"task bar", LoseTheTaskBar, [] { return icon.has_value(); }},
+         {"entry", [] { Choose(L"Show Main Window"); }, MainShown},
+         {"box", [] { PostMessageW(Main(), WM_CLOSE, 0, 0); }, MainHidden},
+         {"exit", [] { Choose(L"Exit"); }, Never},
+         // Only if the menu does not come.
+         {"show", ShowByTheIcon, MainShown},
+         {"untick", [] { Click(Option(kRestore)); }, [] { return !Ticked(kRestore); }},
+         {"end", [] { Click(Button(Main(), L"Close")); }, Never},
+     }},
     {"error",
-     [] {
-       clock = NoonOf(9999, 12, 30);
-       Tick(1);
-     },
-     Never},
+     {
+         {"start", [] {}, Started},
+         {"error", PassTheCalendarsEnd, Never},
+     }},
 };
 
-const std::vector<Step>* steps = nullptr;
-std::size_t step = 0;
-int phase = 0;
-int tries = 0;
-unsigned callsBefore = 0;
-std::uint64_t slotEnd = 0;  // when the step ends, however often it was tried
+// ---- playing the steps: in a fiber, which goes on when the program waits for a message
 
-void EndAtOnce(const std::string& why, UINT status) {
+std::string scenario;
+void* program = nullptr;  // its fiber
+void* player = nullptr;
+unsigned callsBefore = 0;
+
+void EndAtOnce(const std::string& why) {
+  constexpr UINT kStatus = 99;
   Log(why);
-  TerminateProcess(GetCurrentProcess(), status);
+  TerminateProcess(GetCurrentProcess(), kStatus);
 }
 
-/// Does the next thing: acts, looks, lets a minute pass, looks again.
-void GoOn() {
-  const BenchAtWork atWork;
+/// Lets the program handle its messages.
+void Wait() {
   callsBefore = CallsSoFar();
-  if (step == steps->size()) {
-    EndAtOnce("not ended", kNotEnded);
-  }
-  const Step& now = (*steps)[step];
-  const std::string name = now.name;
-  if (phase == 0) {
-    if (tries == 0) {
-      MarkJournal(name);
-    }
-    now.act();
-    if (tries == 0) {
-      slotEnd = clock + kSlot * kSecond;
-    }
-  } else if (phase == 1) {
+  SwitchToFiber(program);
+}
+
+/// Acts, looks, and lets a minute pass, up to three times; looks again.
+void Play(const Step& step) {
+  const std::string name = step.name;
+  MarkJournal(name);
+  std::uint64_t slotEnd = 0;
+  bool reached = false;
+  for (int attempt = 0; attempt < kTries && !reached; ++attempt) {
+    step.act();
+    slotEnd = attempt == 0 ? clock + kSlot * kSecond : slotEnd;
+    Wait();
     See(name + " now");
-  } else if (phase < 2 + kTicks) {
-    Tick(60 / kTicks);
-  } else if (phase == 2 + kTicks) {
-    if (now.reached()) {
-      tries = 0;
-    } else if (++tries < kTries) {
-      Log("again\t" + name);
-      phase = 0;
-      return;
-    } else {
-      Log("missed\t" + name);
-      tries = 0;
+    for (int tick = 0; tick < kTicks; ++tick) {
+      Tick(60 / kTicks);
+      Wait();
     }
-    clock = slotEnd;
-    Tick(0);
-  } else {
-    See(name + " later");
-    ++step;
-    phase = 0;
-    return;
+    reached = step.reached();
   }
-  ++phase;
+  if (!reached) {
+    Log("missed\t" + name);
+  }
+  clock = slotEnd;
+  Tick(0);
+  Wait();
+  See(name + " later");
+}
+
+void CALLBACK PlayAll(void*) {
+  std::for_each(kScenarios.at(scenario).begin(), kScenarios.at(scenario).end(), Play);
+  EndAtOnce("not ended");
 }
 
 BOOL WINAPI SupplyGetMessageW(MSG* message, HWND window, UINT first, UINT last) {
+  if (player == nullptr) {
+    program = ConvertThreadToFiber(nullptr);
+    player = CreateFiber(0, PlayAll, nullptr);
+  }
   if (CallsSoFar() - callsBefore > kBusyCalls) {
-    EndAtOnce("busy", kBusy);
+    EndAtOnce("busy");
   }
   while (PeekMessageW(message, window, first, last, PM_REMOVE) == FALSE) {
-    GoOn();
+    SwitchToFiber(player);
   }
   return message->message != WM_QUIT;
 }
@@ -271,7 +274,7 @@ BOOL WINAPI SupplyTrackPopupMenu(HMENU popup, UINT, int, int, int, HWND, const R
 int WINAPI SupplyMessageBoxA(HWND, const char* text, const char* caption, UINT) {
   std::string line = std::string(caption) + ": " + text;
   std::replace(line.begin(), line.end(), '\n', ' ');
-  Log("box\t" + line + (icon ? "\tbefore the icon had gone" : ""));
+  Log("box\t" + line);
   return IDOK;
 }
 
@@ -286,78 +289,44 @@ LONG WINAPI OnCrash(EXCEPTION_POINTERS* exception) {
   char text[80];
   wsprintfA(text, "crash\t%08x at %08x", exception->ExceptionRecord->ExceptionCode,
             exception->ExceptionRecord->ExceptionAddress);
-  EndAtOnce(text, kCrashed);
+  EndAtOnce(text);
   return EXCEPTION_CONTINUE_SEARCH;
 }
+
+const std::map<std::string, void*> kReplacements = {
+    {"GetLocalTime", reinterpret_cast<void*>(&SupplyGetLocalTime)},
+    {"SetTimer", reinterpret_cast<void*>(&SupplySetTimer)},
+    {"KillTimer", reinterpret_cast<void*>(&SupplyKillTimer)},
+    {"GetMessageW", reinterpret_cast<void*>(&SupplyGetMessageW)},
+    {"TrackPopupMenu", reinterpret_cast<void*>(&SupplyTrackPopupMenu)},
+    {"MessageBoxA", reinterpret_cast<void*>(&SupplyMessageBoxA)},
+    {"FatalAppExitA", reinterpret_cast<void*>(&SupplyFatalAppExitA)},
+    {"SetUnhandledExceptionFilter", reinterpret_cast<void*>(&SupplySetUnhandledExceptionFilter)},
+};
 
 }  // namespace
 
 void BeginScenario() {
-  std::ifstream(BesideTheProgram(L"scenario").c_str()) >> scenario;
-  if (InScenario()) {
-    steps = scenario == "hidden" ? &kHidden : scenario == "error" ? &kError : &kShown;
+  std::ifstream file(BesideTheProgram(L"scenario").c_str());
+  if (file >> scenario) {
     SetUnhandledExceptionFilter(OnCrash);
+    RewriteImports(kReplacements, file);
   }
 }
 
 bool InScenario() { return !scenario.empty(); }
 
-void* Supply(const std::string& name) {
-  struct Supplied {
-    const char* name;
-    void* function;
-  };
-  static const Supplied kSupplied[] = {
-      {"GetLocalTime", reinterpret_cast<void*>(&SupplyGetLocalTime)},
-      {"SetTimer", reinterpret_cast<void*>(&SupplySetTimer)},
-      {"KillTimer", reinterpret_cast<void*>(&SupplyKillTimer)},
-      {"GetMessageW", reinterpret_cast<void*>(&SupplyGetMessageW)},
-      {"TrackPopupMenu", reinterpret_cast<void*>(&SupplyTrackPopupMenu)},
-      {"MessageBoxA", reinterpret_cast<void*>(&SupplyMessageBoxA)},
-      {"FatalAppExitA", reinterpret_cast<void*>(&SupplyFatalAppExitA)},
-      {"SetUnhandledExceptionFilter", reinterpret_cast<void*>(&SupplySetUnhandledExceptionFilter)},
-  };
-  if (InScenario()) {
-    for (const Supplied& supplied : kSupplied) {
-      if (name == supplied.name) {
-        return supplied.function;
-      }
-    }
-  }
-  return nullptr;
-}
-
 BOOL AnswerOfTheShell(const TrayEntry& entry) {
-  if (entry.command == NIM_ADD) {
-    if (icon) {
-      return FALSE;
-    }
-    icon = entry;
-    Log("icon\tadded");
-    return TRUE;
-  }
-  if (!icon) {
+  if (icon.has_value() == (entry.command == NIM_ADD)) {
     return FALSE;
   }
   if (entry.command == NIM_DELETE) {
     icon.reset();
-    Log("icon\tremoved");
-    return TRUE;
+  } else {
+    icon = entry;
   }
-  const TrayEntry before = *icon;
-  icon = entry;
-  if ((FlagsOf(entry) & NIF_ICON) == 0) {
-    std::memcpy(icon->pixels, before.pixels, sizeof before.pixels);
-  }
-  if ((FlagsOf(entry) & NIF_TIP) == 0) {
-    std::memcpy(icon->record + 24, before.record + 24, kRecordSize - 24);
+  if (entry.command != NIM_MODIFY) {
+    Log(icon ? "icon\tadded" : "icon\tremoved");
   }
   return TRUE;
-}
-
-void EndScenario() {
-  if (InScenario()) {
-    Log(std::string("end\t") + (icon ? "icon left" : "no icon"));
-    WriteJournal();
-  }
 }

@@ -5,7 +5,6 @@
 #include <windows.h>
 
 #include <cstddef>
-#include <string>
 
 constexpr int kIconSize = 16;
 constexpr std::size_t kRecordSize = 88;
@@ -18,15 +17,10 @@ struct TrayEntry {
   DWORD pixels[kIconSize * kIconSize];
 };
 
-/// Takes the scenario that the file "scenario" beside the program names, if there is one.
+/// Takes the scenario that the file "scenario" beside the program names, if there is one. The rest of the file says
+/// which calls fail; see faults.h.
 void BeginScenario();
 bool InScenario();
 
-/// Returns what replaces a function of the system in the scenario, or null.
-void* Supply(const std::string& name);
-
 /// What the shell of the scenario answers.
 BOOL AnswerOfTheShell(const TrayEntry& entry);
-
-/// Writes how the program ended.
-void EndScenario();

@@ -10,7 +10,7 @@
 //   tray-ends-session   before it answers, the session ends
 //   planted.dll         it loads this library by its bare name, as the system's libraries load others; if that
 //                       works, it makes the file "planted-loaded"
-//   faults, scenario    see faults.h and scenario.h
+//   scenario            see scenario.h
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
@@ -22,7 +22,6 @@
 #include "faults.h"
 #include "scenario.h"
 #include "sight.h"
-#include "support/pixels_win.h"
 
 namespace {
 
@@ -44,6 +43,10 @@ BOOL CallTheRealOne(DWORD command, void* record) {
   static const auto real = reinterpret_cast<NotifyIcon>(
       reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(L"C:\\real_shell32.dll"), "Shell_NotifyIconA")));
   return real != nullptr ? real(command, record) : FALSE;
+}
+
+bool Exists(const wchar_t* name) {
+  return GetFileAttributesW(BesideTheProgram(name).c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
 void Append(const TrayEntry& entry) {
@@ -80,11 +83,8 @@ extern "C" __declspec(dllexport) BOOL WINAPI Shell_NotifyIconA(DWORD command, vo
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, void*) {
   if (reason == DLL_PROCESS_ATTACH) {
     BeginScenario();
-    if (InScenario() || Exists(L"faults")) {
-      RewriteImports(Supply);
-    }
-  } else if (reason == DLL_PROCESS_DETACH) {
-    EndScenario();
+  } else if (reason == DLL_PROCESS_DETACH && InScenario()) {
+    WriteJournal();
   }
   return TRUE;
 }
