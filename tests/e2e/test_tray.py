@@ -135,7 +135,7 @@ def event(request):
 
 def lose_the_icon(program):
     """Removes the icon, as the end of the shell does."""
-    assert program.driver.notify(NIM_DELETE, program.about().hwnd)
+    assert program.driver.remove_icon(program.about().hwnd)
     until(lambda: not program.display.docked_icons(), "tray without icons")
 
 

@@ -95,9 +95,9 @@ class Driver:
         """Posts a registered message, like TaskbarCreated, to all top-level windows."""
         return self.ask("broadcast", name)
 
-    def notify(self, command, hwnd):
-        """Shell_NotifyIcon for icon 1 of a window."""
-        return self.ask("notify", command, hwnd)
+    def remove_icon(self, hwnd):
+        """Removes icon 1 of a window from the tray."""
+        return self.ask("remove-icon", hwnd)
 
     def input(self, hwnd):
         """The focus of a window's thread, the foreground window, and in_menu: whether the thread is in a menu."""
@@ -106,10 +106,6 @@ class Driver:
     def tips(self):
         """Texts of the tooltips on the screen."""
         return self.ask("tips")
-
-    def handles(self, pid):
-        """The numbers of kernel handles, GDI objects and windows of a process: kernel, gdi, windows."""
-        return SimpleNamespace(**self.ask("handles", pid))
 
     def redraw(self, hwnd):
         """Repaints a window and its children, at once."""

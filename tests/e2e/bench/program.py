@@ -10,7 +10,7 @@ import zoneinfo
 from types import SimpleNamespace
 
 from bench.clock import Clock
-from bench.driver import BM_GETSTATE, BM_SETSTATE, BST_PUSHED, DriverError, NIM_DELETE, WM_MOUSEMOVE, WM_TIMER
+from bench.driver import BM_GETSTATE, BM_SETSTATE, BST_PUSHED, DriverError, WM_MOUSEMOVE, WM_TIMER
 from bench.folders import REPOSITORY
 from bench.waiting import until, until_same
 from bench.wine import windows_path
@@ -66,10 +66,10 @@ class Program:
         self.driver, self.display = bench.driver, bench.display
         self.clock = Clock(folder / "clock", self.local(at))
         former = set(self.driver.processes(IMAGE))
-        shortcut = [] if wish is None else [bench.tools["shortcut.exe"]]
-        image = [folder / IMAGE] if wish is None else [windows_path(folder / IMAGE), wish]
+        command = ([folder / IMAGE] if wish is None else
+                   [bench.tools["driver.exe"], f"start {wish} {windows_path(folder / IMAGE)}"])
         self.process = bench.wine.start(
-            *shortcut, *image, log=folder / "program.log", cwd=folder,
+            *command, log=folder / "program.log", cwd=folder,
             environment=self.clock.environment(bench.tools["clock_preload.so"])
             | {"TZ": zone, "LC_ALL": bench.wine.locale(locale)})
         started = until(lambda: self.ended or set(self.driver.processes(IMAGE)) - former, "process of the program")
@@ -102,7 +102,7 @@ class Program:
             # The window comes from the recorded calls, since the program may hang. Without any, Wine's shell removes
             # the icon later.
             if calls := self.calls():
-                self.driver.notify(NIM_DELETE, calls[-1].hwnd)
+                self.driver.remove_icon(calls[-1].hwnd)
             self.process.kill() if self._wish is None else self.driver.end(self.pid)
             self.process.wait()
         until(lambda: self.pid not in self.driver.processes(IMAGE), "end of the process")

@@ -39,7 +39,6 @@ def build(folder):
         "shell32.dll": (WINDOWS, ["-std=c++20", "-static", "-shared", f"-I{TESTS}"],
                         ["shell_stand_in.cpp", "faults.cpp", "scenario.cpp", "shell_stand_in.def"],
                         ["-Wl,--enable-stdcall-fixup", "-lgdi32"]),
-        "shortcut.exe": (WINDOWS, ["-std=c++20", "-static"], ["shortcut.cpp"], []),
         "stepper.exe": (WINDOWS, ["-std=c++20", "-static", "-municode"], ["stepper.cpp"], []),
         "typewriter.exe": (WINDOWS, ["-std=c++20", "-static"], ["typewriter.cpp"], []),
     }

@@ -4,12 +4,11 @@
 // argument it answers that one request and ends. Numbers are decimal. bench/driver.py says what the requests do.
 
 #include <windows.h>
-// These need windows.h first.
+// Needs windows.h first.
 #include <shellapi.h>
-#include <winternl.h>
 
-#include <algorithm>
 #include <cstdint>
+#include <cstdio>
 #include <iostream>
 #include <map>
 #include <sstream>
@@ -29,16 +28,10 @@ using namespace support;  // NOLINT(google-build-using-namespace): used througho
 
 std::string Json(const std::wstring& text) {
   std::string json = "\"";
-  for (const char c : Utf8(text)) {
-    if (c == '"' || c == '\\') {
-      json += '\\';
-      json += c;
-    } else if (static_cast<unsigned char>(c) < 0x20) {
-      constexpr char kDigits[] = "0123456789abcdef";
-      json += std::string("\\u00") + kDigits[c >> 4] + kDigits[c & 15];
-    } else {
-      json += c;
-    }
+  for (const wchar_t c : text) {
+    char escaped[7];
+    std::snprintf(escaped, sizeof escaped, "\\u%04x", unsigned{c});
+    json += escaped;
   }
   return json + "\"";
 }
@@ -173,13 +166,12 @@ std::string Broadcast(Words& words) {
   return Json(PostMessageW(HWND_BROADCAST, message, 0, 0));
 }
 
-std::string Notify(Words& words) {
-  const auto command = words.Next<DWORD>();
+std::string RemoveIcon(Words& words) {
   NOTIFYICONDATAW icon{};
   icon.cbSize = sizeof icon;
   icon.hWnd = words.Next<HWND>();
   icon.uID = 1;
-  return Json(Shell_NotifyIconW(command, &icon));
+  return Json(Shell_NotifyIconW(NIM_DELETE, &icon));
 }
 
 std::string Input(Words& words) {
@@ -191,65 +183,6 @@ std::string Input(Words& words) {
   return Object({{"focus", Json(info.hwndFocus)},
                  {"foreground", Json(GetForegroundWindow())},
                  {"in_menu", Json((info.flags & GUI_INMENUMODE) != 0)}});
-}
-
-// For another process Wine's GetProcessHandleCount and GetGuiResources return 0. So try the handles one by one, and
-// count the GDI objects in the table that Wine keeps in every 32-bit process.
-
-int KernelHandles(HANDLE process) {
-  constexpr std::uintptr_t kBeyondTheLast = 0x10000;
-  int count = 0;
-  for (std::uintptr_t handle = 4; handle < kBeyondTheLast; handle += 4) {
-    HANDLE copy = nullptr;
-    if (DuplicateHandle(process, reinterpret_cast<HANDLE>(handle), GetCurrentProcess(), &copy, 0, FALSE,
-                        DUPLICATE_SAME_ACCESS)) {
-      ++count;
-      CloseHandle(copy);
-    }
-  }
-  return count;
-}
-
-struct GdiEntry {
-  std::uint64_t object;
-  std::uint32_t owner;
-  std::uint16_t unique;
-  std::uint8_t type;  // 0 if the entry is free
-  std::uint8_t flags;
-  std::uint64_t user;
-};
-
-int GdiObjects(HANDLE process) {
-  constexpr std::size_t kEntries = 0x4000;
-  constexpr std::uintptr_t kTableInProcessBlock = 0x94;
-  const auto query = reinterpret_cast<decltype(&NtQueryInformationProcess)>(
-      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQueryInformationProcess")));
-  PROCESS_BASIC_INFORMATION basic{};
-  query(process, ProcessBasicInformation, &basic, sizeof basic, nullptr);
-  const auto block = reinterpret_cast<std::uintptr_t>(basic.PebBaseAddress);
-  void* table = nullptr;
-  std::vector<GdiEntry> entries(kEntries);
-  if (!ReadProcessMemory(process, reinterpret_cast<void*>(block + kTableInProcessBlock), &table, sizeof table,
-                         nullptr) ||
-      !ReadProcessMemory(process, table, entries.data(), entries.size() * sizeof(GdiEntry), nullptr)) {
-    return -1;
-  }
-  return static_cast<int>(std::ranges::count_if(entries, [](const GdiEntry& entry) { return entry.type != 0; }));
-}
-
-std::string Handles(Words& words) {
-  const auto id = words.Next<DWORD>();
-  const HANDLE process = OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ | PROCESS_DUP_HANDLE, FALSE, id);
-  if (process == nullptr) {
-    Refuse("no such process");
-  }
-  const int kernel = KernelHandles(process);
-  const int gdi = GdiObjects(process);
-  CloseHandle(process);
-  if (gdi <= 0) {
-    Refuse("no table of GDI objects in its place");
-  }
-  return Object({{"kernel", Json(kernel)}, {"gdi", Json(gdi)}, {"windows", Json(WindowsOf(id).size())}});
 }
 
 HANDLE held = INVALID_HANDLE_VALUE;
@@ -304,6 +237,20 @@ std::string Keys(Words& words) {
   return "true";
 }
 
+/// Starts a program as a shortcut does, with a show command, and waits for its end.
+std::string Start(Words& words) {
+  STARTUPINFOW how{};
+  how.cb = sizeof how;
+  how.dwFlags = STARTF_USESHOWWINDOW;
+  how.wShowWindow = words.Next<WORD>();
+  PROCESS_INFORMATION started{};
+  if (CreateProcessW(words.Next<std::wstring>().c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &how,
+                     &started) == FALSE) {
+    Refuse("it does not start");
+  }
+  return Json(WaitForSingleObject(started.hProcess, INFINITE));
+}
+
 std::string End(Words& words) {
   const HANDLE process = OpenProcess(PROCESS_TERMINATE, FALSE, words.Next<DWORD>());
   const BOOL ended = TerminateProcess(process, 1);
@@ -320,10 +267,9 @@ const std::map<std::string, std::string (*)(Words&)> kRequests = {
     {"post", Calls<PostMessageW>},
     {"signal", Calls<SendNotifyMessageW>},
     {"broadcast", Broadcast},
-    {"notify", Notify},
+    {"remove-icon", RemoveIcon},
     {"input", Input},
     {"tips", Calls<ShownTips>},
-    {"handles", Handles},
     {"redraw", Calls<RedrawWindow>},
     {"front", Calls<SetForegroundWindow>},
     {"place", Calls<SetWindowPos>},
@@ -331,6 +277,7 @@ const std::map<std::string, std::string (*)(Words&)> kRequests = {
     {"release", Release},
     {"locale", Locale},
     {"keys", Keys},
+    {"start", Start},
     {"end", End},
 };
 
