@@ -2,7 +2,7 @@
 //
 //   windows_check [PROGRAM] [--gtest_filter=CHECKS]
 //
-// PROGRAM is by default the Tidewell.exe beside this file. The report goes to the screen and to tidewell-check.xml in
+// PROGRAM is by default the Tidewell.exe beside this file. The report goes to the screen and to tidewell-check.txt in
 // the current folder, the pictures to tidewell-*.png. The program runs in a temporary folder. The exit status is 1 if
 // a check failed, otherwise 0. Leave the mouse alone meanwhile.
 
@@ -11,6 +11,8 @@
 #include <objbase.h>
 
 #include <cstdio>
+#include <fstream>
+#include <iostream>
 #include <sstream>
 
 #include "forms/controls_win.h"
@@ -52,6 +54,28 @@ TEST(ThisMachine, IsDescribed) {
   Note(machine.str());
 }
 
+/// Writes a line for each check.
+class Report final : public testing::EmptyTestEventListener {
+  void OnTestEnd(const testing::TestInfo& check) override {
+    const testing::TestResult& result = *check.result();
+    std::ostringstream line;
+    line << check.test_suite_name() << '.' << check.name()
+         << (result.Failed()    ? ": FAILED"
+             : result.Skipped() ? ": not here"
+                                : ": ok");
+    for (int i = 0; i < result.test_property_count(); ++i) {
+      line << ": " << result.GetTestProperty(i).value();
+    }
+    for (int i = 0; i < result.total_part_count(); ++i) {
+      line << ": " << result.GetTestPartResult(i).message();
+    }
+    std::cout << line.str() << std::endl;
+    file_ << line.str() << std::endl;
+  }
+
+  std::ofstream file_{"tidewell-check.txt"};
+};
+
 int RunAll(const std::filesystem::path& program) {
   if (!support::ProcessesOf(L"Tidewell.exe").empty()) {
     std::puts("Tidewell is running: please end it first.");
@@ -83,8 +107,11 @@ int wmain(int count, wchar_t* words[]) {
   if (role == L"--empty-window") {
     return RunEmptyWindow(GetModuleHandleW(nullptr), nullptr, nullptr, SW_SHOWNORMAL);
   }
-  testing::GTEST_FLAG(output) = "xml:tidewell-check.xml";
+  SetConsoleOutputCP(CP_UTF8);
   testing::InitGoogleTest(&count, words);  // takes its options out of the words
+  testing::TestEventListeners& listeners = testing::UnitTest::GetInstance()->listeners();
+  delete listeners.Release(listeners.default_result_printer());
+  listeners.Append(new check::Report);
   CoInitialize(nullptr);
   const int status =
       check::RunAll(count > 1 ? words[1] : std::filesystem::path(words[0]).replace_filename(L"Tidewell.exe"));
