@@ -95,9 +95,8 @@ Made by `./bench` on {datetime.date.today()}; not to be edited by hand.
 
 Machine: {machine()}.
 
-In each round everything runs once, in turn. All figures are medians of the rounds. A goal's ratio is the median of the
-rounds' ratios, so it may differ a little from the ratio of two medians below. The times depend on the machine: only the
-ratios mean something.
+Everything runs once a round, in turn; all figures are medians. A goal's ratio is the median of the rounds' ratios, so
+it may differ a little from that of two medians below. Only the ratios mean something: the times depend on the machine.
 
 ## Goals
 
@@ -105,34 +104,31 @@ ratios mean something.
 
 ## One report
 
-One report is the lit fraction now and the last and next New Moon and Full Moon; the tables show its processor time.
-*Fresh sines* are 387 calls of the library's sine, as many as a report of plain sums would make. Natively with -O2,
-beside libraries from Debian and npm (Swiss Ephemeris with its files, and a secant search of ours for the phases):
+The processor time of a report: the lit fraction now, and the last and next New Moon and Full Moon. *Fresh sines* are
+387 calls of the library's sine, as many as a report of plain sums would make. Natively with -O2 (for Swiss Ephemeris
+with a secant search of ours):
 
 {report_table(m.report, "Tidewell")}
 
-As the 32-bit program that is shipped, under Wine:
+The 32-bit program, under Wine:
 
 {report_table(m.report, "Tidewell, 32-bit")}
 
-All give the same answer. The next table shows the differences from Swiss Ephemeris. Tidewell writes whole minutes, and
-on purpose a phase in the last 0.18 s of an hour an hour late. The Full Moon that it names is compared with the nearest
-real one. astronomia answers in dynamical time, 0.5 to 1.5 minutes ahead.
+Differences from Swiss Ephemeris, the Full Moon that Tidewell names compared with the nearest real one. Tidewell writes
+whole minutes, and on purpose a phase in the last 0.18 s of an hour an hour late. astronomia answers in dynamical time,
+0.5 to 1.5 minutes ahead.
 
 {answers_table(m.answers)}
 
-## Many updates
-
-{len(private)},000 updates over a simulated year: the last 1,000 took the program {slower:.2f} times the processor time
-of the first, and its private memory after them was {larger:.3f} times that after the first.
-
 ## The program
 
-Compared with an empty window of the same size, timers and DLLs, built the same way. Both run under Wine, in turn. In a
-quiet minute nobody touches them, and their windows are shown; the processor time is that of their own processes.
-Private memory is what the program has written.
+Compared under Wine with an empty window of the same size, timers and DLLs. Private memory is what the program has
+written.
 
 {empty_window_table(m.program)}
+
+{len(private)},000 updates over a simulated year: the last 1,000 took {slower:.2f} times the processor time of the first,
+and private memory grew to {larger:.3f} times.
 """
 
 
