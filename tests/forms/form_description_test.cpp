@@ -9,9 +9,7 @@ TEST(Twips, BecomeTheNearestPixel) {
   EXPECT_EQ(ToPixels(23, 15), 2);
   EXPECT_EQ(ToPixels(-22, 15), -1);
   EXPECT_EQ(ToPixels(-23, 15), -2);
-}
-
-TEST(Twips, AHalfGoesToTheEvenPixel) {
+  // A half goes to the even pixel.
   EXPECT_EQ(ToPixels(22.5, 15), 2);
   EXPECT_EQ(ToPixels(37.5, 15), 2);
 }

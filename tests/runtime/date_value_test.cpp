@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <limits>
 
 #include "runtime/locale_names.h"
@@ -23,12 +24,8 @@ DateValue DateAndTime(int year, int month, int day, int hour, int minute, int se
 
 void ExpectParts(DateValue date, int year, int month, int day, int hour, int minute, int second) {
   const DateParts parts = PartsOf(date);
-  EXPECT_EQ(parts.year, year);
-  EXPECT_EQ(parts.month, month);
-  EXPECT_EQ(parts.day, day);
-  EXPECT_EQ(parts.hour, hour);
-  EXPECT_EQ(parts.minute, minute);
-  EXPECT_EQ(parts.second, second);
+  EXPECT_EQ((std::array<int, 6>{parts.year, parts.month, parts.day, parts.hour, parts.minute, parts.second}),
+            (std::array<int, 6>{year, month, day, hour, minute, second}));
 }
 
 }  // namespace
@@ -55,10 +52,7 @@ TEST(DateSerial, RefusesYearsOutsideTheCalendar) {
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(99, 12, 31); }));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(10000, 1, 1); }));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(-32768, 1, 1); }));
-}
-
-// Even if the day would carry the date into a valid year.
-TEST(DateSerial, RefusesSuchAYearWhateverTheDay) {
+  // Even if the day would carry the date into a valid year.
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(99, 12, 32); }));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { (void)DateSerial(10000, 1, 0); }));
 }
@@ -78,10 +72,7 @@ TEST(AddTime, CarriesInBothDirections) {
 TEST(PartsOf, TakesADateApart) {
   ExpectParts(DateAndTime(2026, 11, 24, 21, 5, 9), 2026, 11, 24, 21, 5, 9);
   ExpectParts(0, 1899, 12, 30, 0, 0, 0);
-}
-
-// The day is the value rounded down, also below 0: -0.25 is 18 h on the day before the epoch.
-TEST(PartsOf, IsLinearBelowTheEpoch) {
+  // The day is the value rounded down, also below 0: -0.25 is 18 h on the day before the epoch.
   ExpectParts(-0.25, 1899, 12, 29, 18, 0, 0);
   ExpectParts(-1, 1899, 12, 29, 0, 0, 0);
   ExpectParts(DateAndTime(1800, 2, 28, 23, 59, 59), 1800, 2, 28, 23, 59, 59);

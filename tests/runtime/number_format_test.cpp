@@ -101,9 +101,6 @@ TEST(LeadingInteger, ReadsTheFirstTwoCharacters) {
   EXPECT_EQ(LeadingInteger(L"28"), 28);
   EXPECT_EQ(LeadingInteger(L"123.4"), 12);
   EXPECT_EQ(LeadingInteger(L"7"), 7);
-}
-
-TEST(LeadingInteger, ReadsAMinusSign) {
   EXPECT_EQ(LeadingInteger(L"-00.250"), 0);
   EXPECT_EQ(LeadingInteger(L"-12.000"), -1);
 }

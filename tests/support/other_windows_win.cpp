@@ -142,10 +142,8 @@ void Press(const std::vector<WORD>& keys) {
   }
 }
 
-void Point(POINT at) { SetCursorPos(at.x, at.y); }
-
 void Click(POINT at, bool right) {
-  Point(at);
+  SetCursorPos(at.x, at.y);
   mouse_event(right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
   mouse_event(right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
 }

@@ -40,8 +40,7 @@ std::optional<LRESULT> Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM 
 /// Presses keys together, by their virtual-key codes, and releases them.
 void Press(const std::vector<WORD>& keys);
 
-/// Moves the pointer; moves it and clicks.
-void Point(POINT at);
+/// Moves the pointer and clicks.
 void Click(POINT at, bool right = false);
 
 }  // namespace support

@@ -143,14 +143,11 @@ TEST_F(About, HasTheDesignsFonts) {
   EXPECT_EQ(FontOf(Item(layout::kCmdOK)), L"MS Shell Dlg 2 -11 400") << "8.25 points";
 }
 
-TEST_F(About, OpensInTheMiddleOfTheMainWindowsScreen) {
+TEST_F(About, OpensInTheMiddleOfTheMainWindowsScreenAndAgainWhereItWasMovedTo) {
   Show();
   EXPECT_NEAR(Place().left + Place().right, main_.workArea.left + main_.workArea.right, 1);
   EXPECT_NEAR(Place().top + Place().bottom, main_.workArea.top + main_.workArea.bottom, 1);
-}
 
-TEST_F(About, OpensAgainWhereItWasMovedTo) {
-  Show();
   SetWindowPos(owner, nullptr, 30, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   SendMessageW(owner, WM_CLOSE, 0, 0);
   Show();

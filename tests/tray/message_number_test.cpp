@@ -11,12 +11,9 @@ namespace tidewell {
 using namespace mMoon;
 using namespace runtime;
 
-TEST(DecodeTrayMessage, DividesTwipsByTheirNumberInAPixel) {
+TEST(DecodeTrayMessage, DividesTwipsByTheirNumberInAPixelAndRounds) {
   EXPECT_EQ(DecodeTrayMessage(514 * 15, ScaleMode::Twips, 15), kLeftButtonUp);
   EXPECT_EQ(DecodeTrayMessage(517 * 12, ScaleMode::Twips, 12), kRightButtonUp);
-}
-
-TEST(DecodeTrayMessage, RoundsToTheNearest) {
   EXPECT_EQ(DecodeTrayMessage(514 * 15 - 7, ScaleMode::Twips, 15), 514);
   EXPECT_EQ(DecodeTrayMessage(514 * 15 + 7, ScaleMode::Twips, 15), 514);
 }

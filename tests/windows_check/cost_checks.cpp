@@ -4,7 +4,6 @@
 // Needs windows.h first.
 #include <psapi.h>
 
-#include "windows_check/check.h"
 #include "windows_check/program.h"
 
 namespace check {

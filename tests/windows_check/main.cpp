@@ -16,7 +16,6 @@
 #include <sstream>
 
 #include "forms/controls_win.h"
-#include "windows_check/check.h"
 #include "windows_check/program.h"
 #include "windows_check/screen.h"
 

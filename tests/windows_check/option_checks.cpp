@@ -6,9 +6,7 @@
 
 #include "report/settings.h"
 #include "runtime/code_page.h"
-#include "windows_check/check.h"
 #include "windows_check/program.h"
-#include "windows_check/tray.h"
 
 namespace check {
 
@@ -65,8 +63,8 @@ TEST(Option, RestoreInSystemTrayHidesTheWindow) {
   ClickOn(program.CloseButton());
   program.WaitUntilShown(false);
   EXPECT_FALSE(program.Ended());
-  EXPECT_TRUE(IconStands(program.About()));
-  SendIconMessage(program, WM_LBUTTONUP);
+  EXPECT_TRUE(program.IconStands());
+  program.SendIconMessage(WM_LBUTTONUP);
   program.WaitUntilShown(true);
 }
 

@@ -1,11 +1,12 @@
 #include "windows_check/program.h"
 
+// Needs windows.h first.
+#include <shellapi.h>
+
 #include "report/frmMoon.h"
 #include "report/frmMoon_layout.h"
 #include "tray/frmAbout.h"
-#include "windows_check/check.h"
 #include "windows_check/screen.h"
-#include "windows_check/tray.h"
 
 namespace check {
 
@@ -30,6 +31,49 @@ std::wstring CommandOfAFirstStart() {
   RestPointer();
   std::filesystem::remove(SettingsFile());
   return Command();
+}
+
+constexpr UINT kIcon = 1;  // its id in the program
+constexpr int kEntries = 3;
+
+bool Notify(DWORD command, HWND owner) {
+  NOTIFYICONDATAW icon{};
+  icon.cbSize = sizeof icon;
+  icon.hWnd = owner;
+  icon.uID = kIcon;
+  return Shell_NotifyIconW(command, &icon) != FALSE;
+}
+
+HRESULT AskForPlace(HWND owner, RECT& place) {
+  NOTIFYICONIDENTIFIER icon{};
+  icon.cbSize = sizeof icon;
+  icon.hWnd = owner;
+  icon.uID = kIcon;
+  return Shell_NotifyIconGetRect(&icon, &place);
+}
+
+/// Wine's window for the icon; null on Windows.
+HWND WindowOfIconInWine() {
+  for (const DWORD shell : support::ProcessesOf(L"explorer.exe")) {
+    for (const HWND window : support::WindowsOf(shell)) {
+      if (support::ClassOf(window) == L"__winex11_tray_icon" && IsWindowVisible(window) != FALSE) {
+        return window;
+      }
+    }
+  }
+  return nullptr;
+}
+
+/// Waits until the tray has moved that window out of the corner and it stands still; returns its place.
+RECT PlaceOfIconInWine() {
+  RECT place{};
+  Until(L"an icon that stands still", [&] {
+    const RECT before = place;
+    Sleep(100);
+    GetWindowRect(WindowOfIconInWine(), &place);
+    return place.left > 0 && EqualRect(&place, &before) != FALSE;
+  });
+  return place;
 }
 
 }  // namespace
@@ -106,7 +150,7 @@ Program::~Program() {
   if (!Ended()) {
     support::Ask(main_, WM_ENDSESSION, TRUE);
     if (!process_.Ended(kPatience)) {
-      RemoveIcon(about_);
+      RemoveIcon();
     }
   }
 }
@@ -140,6 +184,61 @@ void Program::WaitUntilShown(bool shown) const {
   Until(shown ? L"the main window shown" : L"the main window hidden", [&] { return Visible() == shown; });
 }
 
+bool Program::IconStands() const {
+  RECT place{};
+  return Notify(NIM_MODIFY, about_) || SUCCEEDED(AskForPlace(about_, place));  // without flags: changes nothing
+}
+
+bool Program::RemoveIcon() const { return Notify(NIM_DELETE, about_); }
+
+std::optional<RECT> Program::FindIcon() const {
+  const PhysicalPixels physical;
+  RECT place{};
+  const HRESULT answer = AskForPlace(about_, place);
+  if (answer == E_NOTIMPL) {
+    place = PlaceOfIconInWine();
+  } else if (FAILED(answer)) {
+    return std::nullopt;
+  }
+  // For a hidden icon the system may return the place of the arrow.
+  return ShowsTheIcon(place) ? std::optional(place) : std::nullopt;
+}
+
+RECT Program::PlaceOfIcon() const {
+  const std::optional<RECT> place = FindIcon();
+  if (!place) {
+    NotHere(L"the icon is behind the arrow (drag it onto the taskbar), or the system does not tell its place");
+  }
+  return *place;
+}
+
+void Program::ClickIcon(bool right) const {
+  const PhysicalPixels physical;
+  const RECT place = PlaceOfIcon();
+  support::Click(MiddleOf(place), right);
+}
+
+void Program::SendIconMessage(UINT message) const {
+  SendNotifyMessageW(about_, WM_MOUSEMOVE, kIcon, static_cast<LPARAM>(message));
+}
+
+HWND Program::OpenMenu() const {
+  if (FindIcon() || !Visible()) {
+    ClickIcon(true);
+  } else {
+    ClickOn(main_);  // otherwise the system would refuse the menu the foreground
+    SendIconMessage(WM_RBUTTONUP);
+  }
+  const HWND menu = Until(L"the menu", [&] { return Menu(); });
+  Sleep(kPainting);
+  return menu;
+}
+
+void Program::ShowAbout() const {
+  ClickEntry(OpenMenu(), 0);
+  Until(L"the About box", [&] { return IsWindowVisible(about_) != FALSE; });
+}
+
 void ClickWithin(HWND window, POINT at) {
   const HWND there = WindowFromPoint(at);
   if (GetAncestor(there, GA_ROOT) != GetAncestor(window, GA_ROOT)) {
@@ -155,6 +254,19 @@ void ClickOn(HWND control, bool atItsLeft) {
     place.right = place.left + (place.bottom - place.top);
   }
   ClickWithin(control, MiddleOf(place));
+}
+
+bool ShowsTheIcon(const RECT& place) {
+  const PhysicalPixels physical;
+  const auto name = support::AccessibleNameAt(MiddleOf(place));
+  return (name && name->starts_with(L"Moon's Age")) || WindowOfIconInWine() != nullptr;
+}
+
+void ClickEntry(HWND menu, int entry) {
+  RECT place{};
+  GetWindowRect(menu, &place);
+  ClickWithin(menu, {.x = (place.left + place.right) / 2,
+                     .y = place.top + (place.bottom - place.top) * (2 * entry + 1) / (2 * kEntries)});
 }
 
 std::wstring NameOf(HWND window) { return window == nullptr ? L"nobody" : support::ClassOf(window); }

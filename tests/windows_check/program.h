@@ -1,13 +1,44 @@
 #pragma once
 
+#include <gtest/gtest.h>
 #include <windows.h>
 
 #include <filesystem>
+#include <optional>
+#include <stdexcept>
 #include <string>
 
 #include "runtime/handle_win.h"
+#include "support/other_windows_win.h"
 
 namespace check {
+
+inline constexpr DWORD kPatience = 20000;  ///< ms; only a failing check waits that long
+
+/// Calls the condition until it is true; returns that result. After kPatience the check fails with `what`, which the
+/// condition may change.
+template <class Condition>
+auto Until(const std::wstring& what, Condition condition) {
+  const DWORD start = GetTickCount();
+  while (true) {
+    if (auto found = condition()) {
+      return found;
+    }
+    if (GetTickCount() - start > kPatience) {
+      throw std::runtime_error("not within 20 s: " + support::Utf8(what));
+    }
+    Sleep(10);
+  }
+}
+
+/// Ends the check: it is not possible on this machine.
+[[noreturn]] inline void NotHere(const std::wstring& why) {
+  [&] { GTEST_SKIP() << why; }();
+  throw testing::AssertionException({testing::TestPartResult::kSkip, __FILE__, __LINE__, ""});
+}
+
+/// Notes what a check has seen.
+inline void Note(const std::wstring& seen) { testing::Test::RecordProperty("seen", support::Utf8(seen)); }
 
 /// A temporary folder with a copy of the program.
 inline std::filesystem::path folder;
@@ -65,14 +96,39 @@ class Program {
   [[nodiscard]] HWND Option(int index) const noexcept;  ///< counted from 0
   [[nodiscard]] HWND CloseButton() const noexcept;
 
-  /// The open menu, or null.
-  [[nodiscard]] HWND Menu() const;
-
   /// Updates the report, as after a change of the clock, and waits for it.
   void Update() const;
 
   /// Waits until the main window is shown or hidden.
   void WaitUntilShown(bool shown) const;
+
+  /// Whether its icon is in the tray.
+  [[nodiscard]] bool IconStands() const;
+
+  /// Removes its icon; returns whether the shell did.
+  bool RemoveIcon() const;
+
+  /// Returns where the icon is on the screen, in the pixels of PhysicalPixels; nothing if the system does not tell, or
+  /// hides the icon.
+  [[nodiscard]] std::optional<RECT> FindIcon() const;
+
+  /// The same, but then the check ends.
+  [[nodiscard]] RECT PlaceOfIcon() const;
+
+  /// A real click in the middle of the icon; see PlaceOfIcon.
+  void ClickIcon(bool right = false) const;
+
+  /// Sends the icon's message as the shell does, for an icon that cannot be clicked.
+  void SendIconMessage(UINT message) const;
+
+  /// The open menu, or null.
+  [[nodiscard]] HWND Menu() const;
+
+  /// Opens the menu, by a real click on the icon if possible, and returns it.
+  [[nodiscard]] HWND OpenMenu() const;
+
+  /// Opens the About box from the menu.
+  void ShowAbout() const;
 
  private:
   Process process_;
@@ -85,6 +141,12 @@ void ClickWithin(HWND window, POINT at);
 
 /// A real click in the middle of a control, or at its left end, for the box of a check box.
 void ClickOn(HWND control, bool atItsLeft = false);
+
+/// A real click on an entry of the open menu, counted from 0.
+void ClickEntry(HWND menu, int entry);
+
+/// Whether an icon of the program is at a place, even of an ended one. Its tip is its name for a screen reader.
+[[nodiscard]] bool ShowsTheIcon(const RECT& place);
 
 /// A window's name in the report: its class. A text could be private.
 [[nodiscard]] std::wstring NameOf(HWND window);

@@ -12,10 +12,8 @@
 #include "support/report_stage.h"
 #include "tray/phase_drawing.h"
 #include "tray/tray_icon_record.h"
-#include "windows_check/check.h"
 #include "windows_check/program.h"
 #include "windows_check/screen.h"
-#include "windows_check/tray.h"
 
 namespace check {
 
@@ -120,8 +118,8 @@ TEST(Report, IsInTheTipOfTheIcon) {
   const Program program;
   program.Update();
   const PhysicalPixels physical;
-  const POINT middle = MiddleOf(PlaceOfIcon(program.About()));
-  support::Point(middle);
+  const POINT middle = MiddleOf(program.PlaceOfIcon());
+  SetCursorPos(middle.x, middle.y);
   std::wstring problem = L"a tip";
   Until(problem, [&] {
     const std::vector<Report> reports = ReportsFor(start, runtime::SystemNow());

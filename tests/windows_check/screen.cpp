@@ -34,15 +34,8 @@ RECT ClientOnScreen(HWND window) {
 }
 
 void SavePicture(const RECT& place, int around, const std::wstring& name) {
-  const LONG left = GetSystemMetrics(SM_XVIRTUALSCREEN);
-  const LONG top = GetSystemMetrics(SM_YVIRTUALSCREEN);
-  const RECT screens = {.left = left,
-                        .top = top,
-                        .right = left + GetSystemMetrics(SM_CXVIRTUALSCREEN),
-                        .bottom = top + GetSystemMetrics(SM_CYVIRTUALSCREEN)};
   RECT wanted = place;
   InflateRect(&wanted, around, around);
-  IntersectRect(&wanted, &wanted, &screens);
   const Pixels pixels(nullptr, wanted);
   constexpr CLSID kPng = {0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
   ULONG_PTR token = 0;
@@ -53,7 +46,7 @@ void SavePicture(const RECT& place, int around, const std::wstring& name) {
 }
 
 void RestPointer() {
-  support::Point({.x = 2, .y = 2});
+  SetCursorPos(2, 2);
   Sleep(kPainting);
 }
 

@@ -5,9 +5,7 @@
 #include <sstream>
 
 #include "report/frmMoon.h"
-#include "windows_check/check.h"
 #include "windows_check/program.h"
-#include "windows_check/tray.h"
 
 namespace check {
 
@@ -59,10 +57,10 @@ TEST(Start, OfASecondCopyEndsIt) {
 TEST(Start, MinimisedGoesIntoTheTray) {
   const Program program(SW_SHOWMINNOACTIVE);
   EXPECT_FALSE(program.Visible());
-  EXPECT_TRUE(IconStands(program.About()));
+  EXPECT_TRUE(program.IconStands());
   EXPECT_NE(GetForegroundWindow(), program.Main());
   EXPECT_NE(GetForegroundWindow(), program.About());
-  SendIconMessage(program, WM_LBUTTONUP);
+  program.SendIconMessage(WM_LBUTTONUP);
   program.WaitUntilShown(true);
   EXPECT_FALSE(IsIconic(program.Main()));
 }
@@ -72,10 +70,10 @@ TEST(Start, MinimisedGoesIntoTheTray) {
 /// Ends the program by an action and checks what is left.
 template <class Action>
 void EndBy(const Program& program, const Action& action) {
-  const auto place = FindIcon(program.About());
+  const auto place = program.FindIcon();
   action();
   EXPECT_EQ(program.TheProcess().ExitStatus(), 0U);
-  EXPECT_FALSE(IconStands(program.About()) || (place && ShowsTheIcon(*place)));
+  EXPECT_FALSE(program.IconStands() || (place && ShowsTheIcon(*place)));
   EXPECT_TRUE(support::ProcessesOf(L"Tidewell.exe").empty());
 }
 
@@ -91,7 +89,7 @@ TEST(End, ByACloseMessage) {
 
 TEST(End, ByExitInTheMenu) {
   const Program program;
-  EndBy(program, [&] { ClickEntry(OpenMenu(program), 2); });
+  EndBy(program, [&] { ClickEntry(program.OpenMenu(), 2); });
 }
 
 TEST(End, WithTheSession) {

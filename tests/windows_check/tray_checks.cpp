@@ -1,10 +1,8 @@
 // The icon in the tray: its place, clicks, the keyboard, a shell that restarts; its menu and the About box.
 
 #include "tray/frmAbout_layout.h"
-#include "windows_check/check.h"
 #include "windows_check/program.h"
 #include "windows_check/screen.h"
-#include "windows_check/tray.h"
 
 namespace check {
 
@@ -14,9 +12,9 @@ namespace layout = tidewell::frmAboutLayout;
 
 TEST(Tray, HasTheIcon) {
   const Program program;
-  EXPECT_TRUE(IconStands(program.About()));
+  EXPECT_TRUE(program.IconStands());
   const PhysicalPixels physical;
-  const RECT place = PlaceOfIcon(program.About());
+  const RECT place = program.PlaceOfIcon();
   SavePicture(place, 200, L"tray");
   Note(L"at (" + std::to_wstring(place.left) + L", " + std::to_wstring(place.top) + L"), " +
        std::to_wstring(place.right - place.left) + L" x " + std::to_wstring(place.bottom - place.top));
@@ -24,10 +22,10 @@ TEST(Tray, HasTheIcon) {
 
 TEST(Tray, LeftClicksHideAndShowTheWindow) {
   const Program program;
-  ClickIcon(program);
+  program.ClickIcon();
   program.WaitUntilShown(false);
   Sleep(GetDoubleClickTime());  // two clicks, no double click
-  ClickIcon(program);
+  program.ClickIcon();
   program.WaitUntilShown(true);
   Until(L"the shown window in the foreground", [&] { return GetForegroundWindow() == program.Main(); });
 }
@@ -36,7 +34,7 @@ TEST(Tray, LeftClickRestoresAMinimisedWindow) {
   const Program program;
   support::Ask(program.Main(), WM_SYSCOMMAND, SC_MINIMIZE);
   Until(L"a minimised window", [&] { return IsIconic(program.Main()) != FALSE; });
-  SendIconMessage(program, WM_LBUTTONUP);
+  program.SendIconMessage(WM_LBUTTONUP);
   Until(L"a restored window", [&] { return IsIconic(program.Main()) == FALSE && program.Visible(); });
 }
 
@@ -55,9 +53,9 @@ TEST(Tray, LeavesTheKeyboardToAnotherProgram) {
   type(1);
   {
     const PhysicalPixels physical;
-    const RECT place = PlaceOfIcon(program.About());
+    const RECT place = program.PlaceOfIcon();
     for (LONG x = place.left; x < place.right; x += 4) {
-      support::Point({.x = x, .y = (place.top + place.bottom) / 2});
+      SetCursorPos(x, (place.top + place.bottom) / 2);
       Sleep(20);
     }
   }
@@ -70,35 +68,29 @@ TEST(Tray, LeavesTheKeyboardToAnotherProgram) {
 /// As after a crash of the shell. Only Tidewell gets the message: other programs keep their icons.
 TEST(Tray, OfANewShellGetsTheIcon) {
   const Program program;
-  if (!RemoveIcon(program.About())) {
+  if (!program.RemoveIcon()) {
     NotHere(L"the shell lets no other program remove the icon");
   }
-  EXPECT_FALSE(IconStands(program.About()));
+  EXPECT_FALSE(program.IconStands());
   support::Ask(program.About(), RegisterWindowMessageW(L"TaskbarCreated"));
-  EXPECT_TRUE(IconStands(program.About())) << "at once, not after a minute";
-}
-
-/// True if the pointer is in the menu or at its edge.
-bool IsAtThePointer(const RECT& menu) {
-  constexpr int kBorder = 4;
-  RECT around = menu;
-  InflateRect(&around, kBorder, kBorder);
-  POINT pointer{};
-  GetCursorPos(&pointer);
-  return PtInRect(&around, pointer) != FALSE;
+  EXPECT_TRUE(program.IconStands()) << "at once, not after a minute";
 }
 
 TEST(Menu, OpensAtThePointerInTheForeground) {
   const Program program;
   const std::wstring before = NameOf(GetForegroundWindow());
-  ClickIcon(program, true);
+  program.ClickIcon(true);
   const HWND menu = Until(L"the menu", [&] { return program.Menu(); });
   const HWND during = GetForegroundWindow();
   EXPECT_EQ(during, program.About()) << NameOf(during);
   const PhysicalPixels physical;
   RECT place{};
   GetWindowRect(menu, &place);
-  EXPECT_TRUE(IsAtThePointer(place));
+  RECT around = place;
+  InflateRect(&around, 4, 4);  // the menu's edge
+  POINT pointer{};
+  GetCursorPos(&pointer);
+  EXPECT_TRUE(PtInRect(&around, pointer));
   EXPECT_EQ(WindowFromPoint(MiddleOf(place)), menu) << "another window is in front";
   Sleep(kPainting);
   SavePicture(place, 40, L"menu");
@@ -110,7 +102,7 @@ TEST(Menu, OpensAtThePointerInTheForeground) {
 
 TEST(Menu, HasItsEntries) {
   const Program program;
-  const auto menu = reinterpret_cast<HMENU>(support::Ask(OpenMenu(program), MN_GETHMENU).value_or(0));
+  const auto menu = reinterpret_cast<HMENU>(support::Ask(program.OpenMenu(), MN_GETHMENU).value_or(0));
   if (GetMenuItemCount(menu) < 1) {
     NotHere(L"the system does not show the menus of other programs");
   }
@@ -124,16 +116,16 @@ TEST(Menu, HasItsEntries) {
 
 TEST(Menu, ShowsTheMainWindow) {
   const Program program;
-  SendIconMessage(program, WM_LBUTTONUP);
+  program.SendIconMessage(WM_LBUTTONUP);
   program.WaitUntilShown(false);
-  ClickEntry(OpenMenu(program), 1);
+  ClickEntry(program.OpenMenu(), 1);
   program.WaitUntilShown(true);
 }
 
 TEST(Menu, ShowsTheAboutBoxWhichOkAndEscapeHide) {
   const Program program;
   for (const bool byEscape : {false, true}) {
-    ShowAbout(program);
+    program.ShowAbout();
     if (byEscape) {
       Until(L"About in the foreground", [&] { return GetForegroundWindow() == program.About(); });
       support::Press({VK_ESCAPE});
@@ -141,7 +133,7 @@ TEST(Menu, ShowsTheAboutBoxWhichOkAndEscapeHide) {
       ClickOn(GetDlgItem(program.About(), layout::kCmdOK));
     }
     Until(L"About hidden", [&] { return IsWindowVisible(program.About()) == FALSE; });
-    EXPECT_TRUE(IconStands(program.About()));
+    EXPECT_TRUE(program.IconStands());
   }
 }
 

@@ -5,10 +5,8 @@
 #include "forms/controls_win.h"
 #include "report/frmMoon_layout.h"
 #include "tray/frmAbout_layout.h"
-#include "windows_check/check.h"
 #include "windows_check/program.h"
 #include "windows_check/screen.h"
-#include "windows_check/tray.h"
 
 namespace check {
 
@@ -26,28 +24,26 @@ void ExpectPlace(const RECT& wanted, const RECT& got) {
                                         << got.right << ", " << got.bottom;
 }
 
-/// The style bits that follow from a control's description.
-LONG WantedStyle(const ControlDescription& description) {
-  const LONG shared = WS_CHILD | (description.visible ? WS_VISIBLE : 0) | (description.enabled ? 0 : WS_DISABLED);
+void ExpectStyle(const ControlDescription& description, HWND control) {
+  LONG compared = WS_CHILD | WS_VISIBLE | WS_DISABLED | WS_TABSTOP;
+  LONG wanted = WS_CHILD | (description.visible ? WS_VISIBLE : 0) | (description.enabled ? 0 : WS_DISABLED);
   switch (description.kind) {
     case ControlKind::Button:
-      return shared | WS_TABSTOP | BS_PUSHBUTTON;
+      compared |= BS_TYPEMASK & ~BS_DEFPUSHBUTTON;  // the system sets this on the button that Enter would press
+      wanted |= WS_TABSTOP | BS_PUSHBUTTON;
+      break;
     case ControlKind::CheckBox:
-      return shared | WS_TABSTOP | BS_AUTOCHECKBOX;
+      compared |= BS_TYPEMASK;
+      wanted |= WS_TABSTOP | BS_AUTOCHECKBOX;
+      break;
     case ControlKind::Label:
-      return shared | SS_NOPREFIX | (description.centred ? SS_CENTER : SS_LEFT);
+      compared |= SS_TYPEMASK | SS_NOPREFIX;
+      wanted |= SS_NOPREFIX | (description.centred ? SS_CENTER : SS_LEFT);
+      break;
     default:
-      return shared;
+      break;
   }
-}
-
-LONG ComparedStyle(const ControlDescription& description, HWND control) {
-  constexpr LONG kShared = WS_CHILD | WS_VISIBLE | WS_DISABLED | WS_TABSTOP;
-  const LONG kind = description.kind == ControlKind::Label ? SS_TYPEMASK | SS_NOPREFIX : LONG{BS_TYPEMASK};
-  const LONG style = GetWindowLongW(control, GWL_STYLE);
-  // The system sets BS_DEFPUSHBUTTON on the button that Enter would press.
-  const LONG seen = style & (kShared | (description.kind == ControlKind::Frame ? 0 : kind));
-  return description.kind == ControlKind::Button ? seen & ~LONG{BS_DEFPUSHBUTTON} : seen;
+  EXPECT_EQ(GetWindowLongW(control, GWL_STYLE) & compared, wanted);
 }
 
 /// Compares a control with its description. Other checks compare the texts of the report.
@@ -55,7 +51,7 @@ void ExpectControl(HWND parent, const ControlDescription& description, bool itsT
   SCOPED_TRACE(description.id);
   const HWND control = GetDlgItem(parent, description.id);
   ExpectPlace(forms::ToPixels(description.place, forms::ReadTwipsPerPixel()), support::PlaceOf(control));
-  EXPECT_EQ(ComparedStyle(description, control), WantedStyle(description));
+  ExpectStyle(description, control);
   if (itsText) {
     EXPECT_EQ(support::TextOf(control), description.caption);
   }
@@ -103,7 +99,7 @@ TEST(Window, OfTheMoonIsAsDesigned) {
 
 TEST(Window, AboutIsAsDesigned) {
   const Program program;
-  ShowAbout(program);
+  program.ShowAbout();
   ExpectWindow(program.About(), aboutLayout::kCaption, {0, 0, aboutLayout::kClientWidth, aboutLayout::kClientHeight},
                WS_CAPTION | WS_SYSMENU);
   for (const ControlDescription& description :
@@ -199,7 +195,7 @@ TEST(Window, HasTheDesignsFonts) {
   ExpectFont(program.Option(2), mainLayout::kCheck1Descriptions.at(2), boxWidth);
   constexpr int kEdge = 5;
   ExpectFont(program.CloseButton(), mainLayout::kCommand1Description, 0, kEdge);
-  ShowAbout(program);
+  program.ShowAbout();
   RestPointer();
   for (const ControlDescription& label : {aboutLayout::kLblTitleDescription, aboutLayout::kLblDescriptionDescription}) {
     ExpectFont(GetDlgItem(program.About(), label.id), label);
