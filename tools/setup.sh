@@ -64,7 +64,7 @@ apt_get() {
 # Arguments: more apt-get options. A failed download of an index may concern an
 # unrelated source, so only the installation decides. It removes no package.
 update_and_install() {
-  apt_get "$@" update || true
+  apt_get update || true
   apt_get "$@" install --no-install-recommends --no-remove "${missing[@]}"
 }
 
@@ -81,28 +81,14 @@ agree_to_step_back() {
 # A mirror's security index for i386 may be older than its signed release file:
 # apt then ignores that index. 32-bit Wine becomes uninstallable, since its
 # libraries must have the versions of their 64-bit twins, which come from the
-# security suite. Base and updates agree with each other. The pin downgrades twins
-# that came from the security suite.
+# security suite. Base and updates agree with each other: the pins leave out the
+# security suites and downgrade twins that came from them. Installed packages have
+# no origin and must not be pinned.
 install_without_security() {
-  local file parts=$scratch/sources.d
   agree_to_step_back
-  mkdir -p "$parts"
-  for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
-    [[ -f $file ]] || continue
-    sed -E '/^[^#]*[^[:space:]](-security|\/updates)[[:space:]]/d' "$file" >"$parts/${file##*/}.list"
-  done
-  for file in /etc/apt/sources.list.d/*.sources; do
-    [[ -f $file ]] || continue
-    # apt refuses a stanza without suites, but accepts a disabled one.
-    sed -E '/^Suites:/I { s,[^[:space:]]+(-security|/updates)([[:space:]]|$),,g; s/^Suites:[[:space:]]*$/Enabled: no/I }' \
-      "$file" >"$parts/${file##*/}"
-  done
-  # The pattern needs an origin: installed packages have none and must not be
-  # pinned.
-  printf 'Package: *\nPin: release o=/./\nPin-Priority: 1001\n' >"$scratch/preferences"
-  update_and_install --allow-downgrades -o APT::Get::List-Cleanup=0 \
-    -o Dir::Etc::SourceList=/dev/null -o Dir::Etc::SourceParts="$parts" \
-    -o Dir::Etc::Preferences="$scratch/preferences"
+  printf 'Package: *\nPin: release %s\nPin-Priority: %d\n\n' \
+    'a=/-security$/' -1 'o=/./' 1001 >"$scratch/preferences"
+  update_and_install --allow-downgrades -o Dir::Etc::Preferences="$scratch/preferences"
 }
 
 update_and_install || install_without_security || {
