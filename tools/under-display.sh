@@ -3,6 +3,7 @@
 # The Wine server, with every program left, ends before the display.
 # Usage: tools/under-display.sh COMMAND...
 set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/wine-env.sh" # whose server it ends
 
 # The server picks a free display and prints its number when it is ready. setsid
 # keeps the terminal's Ctrl-C from it, so that it outlives the command. Without

@@ -6,10 +6,6 @@ export WINEPREFIX=$repository/build/wine-prefix WINEARCH=win32 WINEDEBUG=-all
 # No downloads of .NET or a browser, no menu entries on the user's desktop.
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
 
-unmanaged() {
-  env -u DISPLAY wine reg add "HKCU\\Software\\Wine\\AppDefaults\\$1\\X11 Driver" /v Managed /d N /f
-}
-
 # Makes the prefix once, in about 8 s. Wine refuses to use another user's prefix, or
 # to make one in another user's folder.
 wine_prefix() {
@@ -27,20 +23,22 @@ wine_prefix() {
     fi
     mkdir "$WINEPREFIX"
     # Without a display there is no "updating" window, and the prefix is not tied to
-    # a display that ends first. Debian's Wine does not find the fonts
-    # of fonts-wine: MS Sans Serif and the symbols of title bars and check marks.
-    # Wine ignores fontconfig's aliases, hence the replacement of Arial. The server
-    # writes the registry only when it ends.
+    # a display that ends first.
+    unset DISPLAY
+    set_value() { wine reg add "HKCU\\Software\\Wine\\$1" /f /v "$2" /d "$3" "${@:4}"; }
+    # Debian's Wine does not find the fonts of fonts-wine: MS Sans Serif and the
+    # symbols of title bars and check marks. Wine ignores fontconfig's aliases, hence
+    # the replacement of Arial. A crash ends the program instead of asking. Without a
+    # window manager Wine waits 2 s whenever it hides a managed window, so the windows
+    # of the tests and the tray are unmanaged. The server writes the registry only
+    # when it ends.
     {
-      env -u DISPLAY wine wineboot --init &&
+      wine wineboot --init &&
         ln -s /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts/" &&
-        env -u DISPLAY wine reg add 'HKCU\Software\Wine\Fonts\Replacements' \
-          /v Arial /d 'Liberation Sans' /f &&
-        # A crash ends the program instead of asking.
-        env -u DISPLAY wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f &&
-        # Without a window manager Wine waits 2 s whenever it hides a managed
-        # window, so the windows of the tests and the tray are unmanaged.
-        unmanaged window_tests.exe && unmanaged explorer.exe &&
+        set_value 'Fonts\Replacements' Arial 'Liberation Sans' &&
+        set_value WineDbg ShowCrashDialog 0 /t REG_DWORD &&
+        set_value 'AppDefaults\window_tests.exe\X11 Driver' Managed N &&
+        set_value 'AppDefaults\explorer.exe\X11 Driver' Managed N &&
         { wineserver -k || true; } # fails if the server has ended already
     } >"$WINEPREFIX.log" 2>&1 </dev/null 9>&- || {
       echo "making the Wine prefix failed, see build/wine-prefix.log" >&2
