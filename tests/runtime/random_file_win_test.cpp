@@ -5,7 +5,6 @@
 #include <array>
 #include <utility>
 
-#include "runtime/handle_win.h"
 #include "runtime/program_folder.h"
 #include "support/raises.h"
 #include "support/scratch_file_win.h"
@@ -51,14 +50,6 @@ TEST_F(RandomFileTest, ReadsZerosBeyondTheEnd) {
 TEST_F(RandomFileTest, NamesTheErrorsOfOpening) {
   EXPECT_TRUE(Raises(PathNotFound, [&] { RandomFile(scratch_.path() + L"\\no\\such", 512); }));
   EXPECT_TRUE(Raises(BadFileNameOrNumber, [] { RandomFile(L"C:\\a<b>|c", 512); }));
-
-  CreateDirectoryW(scratch_.path().c_str(), nullptr);
-  EXPECT_TRUE(Raises(PathFileAccessError, [&] { RandomFile(scratch_.path(), 512); }));
-  RemoveDirectoryW(scratch_.path().c_str());
-
-  const runtime::unique_file holder(
-      CreateFileW(scratch_.path().c_str(), GENERIC_READ, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-  EXPECT_TRUE(Raises(PermissionDenied, [&] { RandomFile(scratch_.path(), 512); }));
 }
 
 // ---- faults of a disk

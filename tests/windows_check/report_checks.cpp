@@ -1,7 +1,6 @@
 // The report: lines, tip and picture of the running program are those that the same code makes here for the same
 // minute.
 
-#include <algorithm>
 #include <cmath>
 
 #include "forms/drawing_list_win.h"
@@ -36,8 +35,11 @@ std::wstring Joined(const Lines& lines, const std::wstring& darkFraction) {
   return text + darkFraction;
 }
 
-Report ReportAt(runtime::DateValue instant, bool southern) {
-  support::ReportStage stage({instant});
+/// The report of this minute. Before the program's first tick it has no offset yet.
+Report ReportNow(bool withOffset = true, bool southern = false) {
+  tidewell::surroundings.ReadTimeZone = runtime::SystemTimeZone;
+  mMoon::OffsetMinutes = withOffset ? mMoon::LocalTimeOffset() : 0;
+  support::ReportStage stage({runtime::SystemNow()});
   support::ReportStage::locale = runtime::ReadUserLocale();
   stage.form.southernView = southern;
   mMoon::UpdateMoonReport();
@@ -46,19 +48,6 @@ Report ReportAt(runtime::DateValue instant, bool southern) {
   return {.text = Joined(stage.form.lines, stage.form.label1),
           .tip = padded.substr(0, padded.find_last_not_of(L' ') + 1),
           .drawing = stage.form.drawing};
-}
-
-/// Computes the report for each second of an interval. Before the program's first tick it has no offset yet.
-std::vector<Report> ReportsFor(runtime::DateValue from, runtime::DateValue to, bool withOffset = true,
-                               bool southern = false) {
-  constexpr double kHalfASecond = 0.5 / 86400;
-  tidewell::surroundings.ReadTimeZone = runtime::SystemTimeZone;
-  mMoon::OffsetMinutes = withOffset ? mMoon::LocalTimeOffset() : 0;
-  std::vector<Report> reports;
-  for (runtime::DateValue instant = from; instant < to + kHalfASecond; instant = runtime::AddTime(instant, 0, 0, 1)) {
-    reports.push_back(ReportAt(instant, southern));
-  }
-  return reports;
 }
 
 /// The lines and the dark fraction of the window.
@@ -70,38 +59,25 @@ std::wstring ShownText(HWND main) {
   return Joined(lines, support::TextOf(GetDlgItem(main, layout::kLabel1)));
 }
 
-bool IsAmong(const std::wstring& text, const std::vector<Report>& reports) {
-  return std::ranges::find(reports, text, &Report::text) != reports.end();
-}
-
-std::wstring Difference(const std::wstring& wanted, const std::wstring& got) {
-  return L"'" + wanted + L"', got '" + got + L"'";
+/// Whether the window shows this minute's report; otherwise `problem` says what it shows.
+bool ShowsReport(const Program& program, bool withOffset, std::wstring& problem) {
+  const std::wstring shown = ShownText(program.Main());
+  const std::wstring wanted = ReportNow(withOffset).text;
+  problem = L"'" + wanted + L"', got '" + shown + L"'";
+  return shown == wanted;
 }
 
 /// Reads within the second before the first tick. Tries again, as a busy machine may be too slow.
 TEST(Report, BeforeTheFirstTick) {
   std::wstring problem;
-  Until(problem, [&] {
-    const runtime::DateValue start = runtime::SystemNow();
-    const Program program;
-    const std::wstring shown = ShownText(program.Main());
-    const std::vector<Report> reports = ReportsFor(start, runtime::SystemNow(), false);
-    problem = Difference(reports.back().text, shown);
-    return IsAmong(shown, reports);
-  });
+  Until(problem, [&] { return ShowsReport(Program(), false, problem); });
 }
 
 TEST(Report, AfterTheFirstTick) {
-  const runtime::DateValue start = runtime::SystemNow();
   const Program program;
   std::wstring problem;
-  Until(problem, [&] {
-    const std::wstring shown = ShownText(program.Main());
-    const std::vector<Report> reports = ReportsFor(start, runtime::SystemNow());
-    problem = Difference(reports.back().text, shown);
-    Note(shown);
-    return IsAmong(shown, reports);
-  });
+  Until(problem, [&] { return ShowsReport(program, true, problem); });
+  Note(ShownText(program.Main()));
 }
 
 /// The texts that may be the tip under the pointer: tooltips, and the name that a screen reader gets.
@@ -114,20 +90,21 @@ std::vector<std::wstring> TextsAt(POINT place) {
 }
 
 TEST(Report, IsInTheTipOfTheIcon) {
-  const runtime::DateValue start = runtime::SystemNow();
   const Program program;
   program.Update();
   const PhysicalPixels physical;
   const POINT middle = MiddleOf(program.PlaceOfIcon());
   SetCursorPos(middle.x, middle.y);
-  std::wstring problem = L"a tip";
+  std::wstring problem;
   Until(problem, [&] {
-    const std::vector<Report> reports = ReportsFor(start, runtime::SystemNow());
-    const std::vector<std::wstring> texts = TextsAt(middle);
-    return std::ranges::any_of(texts, [&](const std::wstring& text) {
-      problem = Difference(reports.back().tip, text);
-      return std::ranges::any_of(reports, [&](const Report& report) { return text.starts_with(report.tip); });
-    });
+    problem = ReportNow().tip + L", got";
+    for (const std::wstring& text : TextsAt(middle)) {
+      problem += L" '" + text + L"'";
+      if (text.starts_with(ReportNow().tip)) {
+        return true;
+      }
+    }
+    return false;
   });
 }
 
@@ -148,9 +125,8 @@ double PartThatDiffers(const Pixels& wanted, const Pixels& got, double scale) {
 
 void ExpectPicture(const Program& program, bool southern) {
   constexpr double kDesignedWidth = layout::kClientWidth / 15.0;  // pixels at 96 dpi
-  const runtime::DateValue start = runtime::SystemNow();
   program.Update();
-  const Report report = ReportsFor(start, start, true, southern).front();
+  const Report report = ReportNow(true, southern);
   const LONG ownWidth = ClientOnScreen(program.Main()).right - ClientOnScreen(program.Main()).left;
   const PhysicalPixels physical;
   RestPointer();
@@ -173,6 +149,7 @@ TEST(Report, IsInThePicture) { ExpectPicture(Program(), false); }
 TEST(Report, IsInThePictureOfTheSouthernView) {
   const Program program;
   ClickOn(program.Option(2), true);
+  Until(L"the option's tick", [&] { return support::Ask(program.Option(2), BM_GETCHECK) == BST_CHECKED; });
   ExpectPicture(program, true);
 }
 
