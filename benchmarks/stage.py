@@ -77,9 +77,9 @@ class Stage:
 def open_stage():
     """Gives the stage within the context."""
     folders = Folders(BUILD / "bench/wine")
-    shutil.rmtree(folders.programs)
-    folders.programs.mkdir()
     built = tools.build(folders.tools)
     with wine_on_a_screen(folders) as (display, wine), \
             contextlib.closing(Driver(wine, built["driver.exe"], folders.logs / "driver.log")) as driver:
+        shutil.rmtree(folders.programs)
+        folders.programs.mkdir()
         yield Stage(Bench(WINDOWS / IMAGE, folders, built, display, wine, driver))

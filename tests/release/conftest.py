@@ -27,17 +27,6 @@ from bench.wine import wine_on_a_screen  # noqa: E402
 from user import User  # noqa: E402
 
 
-def pytest_configure(config):
-    config.addinivalue_line("markers", "long: a long run, only with TIDEWELL_LONG=1 in the environment")
-
-
-def pytest_collection_modifyitems(items):
-    if os.environ.get("TIDEWELL_LONG") != "1":
-        for item in items:
-            if item.get_closest_marker("long"):
-                item.add_marker(pytest.mark.skip(reason="long runs are selected by TIDEWELL_LONG=1"))
-
-
 @pytest.fixture(scope="session")
 def folder():
     """The folder of the releases and their installations."""
@@ -129,8 +118,8 @@ def machine(folder):
 
 
 @pytest.fixture
-def user(machine, dist, version):
-    person = User(machine, dist / f"Tidewell-{version}-setup.exe")
+def user(machine, dist, program, version):
+    person = User(machine, dist / f"Tidewell-{version}-setup.exe", program, version)
     yield person
     person.leave()
 
@@ -138,17 +127,10 @@ def user(machine, dist, version):
 @pytest.fixture
 def unpacked(user, program):
     """A portable copy."""
-    folder = user.drive_c / "portable"
-    shutil.copytree(program.parent, folder)
-    yield folder
-    user.end_programs()
-    shutil.rmtree(folder)
+    return Path(shutil.copytree(program.parent, user.drive_c / "portable"))
 
 
 @pytest.fixture
 def elsewhere(user):
     """A folder with spaces and umlauts."""
-    top = user.drive_c / "Müllers Ordner"
-    yield top / "Mond und Flut"
-    user.end_programs()
-    shutil.rmtree(top, ignore_errors=True)
+    return user.drive_c / "Müllers Ordner/Mond und Flut"

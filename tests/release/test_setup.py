@@ -3,30 +3,28 @@
 import os
 import struct
 
-import pytest
-
 from bench.driver import BM_CLICK, WM_CLOSE
 from bench.program import IMAGE, RESTORE, SOUTH
 from bench.waiting import until, until_same
-from user import INSTALLED, PACKED, SETTINGS, difference, names
+from user import INSTALLED, PACKED, SETTINGS, difference, long, names, packed
 
-pytestmark = pytest.mark.long
+pytestmark = long
 
 SHOW_MINIMISED = 7
 
 
-def test_from_the_first_installation_to_the_last_removal(user, program, version):
+def test_from_the_first_installation_to_the_last_removal(user):
     files, registry = user.files(), user.registry()
 
     assert user.install() == 0
     assert names(user.folder) == INSTALLED
-    assert all((user.folder / name).read_bytes() == (program.parent / name).read_bytes() for name in PACKED)
+    assert packed(user.folder) == user.packed
     assert user.files() - files == {user.folder.parent, user.folder, *(user.folder / name for name in INSTALLED),
                                     user.start_menu_entry}
     place = user.windows_path(user.folder)
     size = sum((user.folder / name).stat().st_size for name in PACKED)
     assert user.uninstall_entry() == {
-        "DisplayName": "Tidewell", "DisplayVersion": version, "Publisher": "Quorvane Systems",
+        "DisplayName": "Tidewell", "DisplayVersion": user.version, "Publisher": "Quorvane Systems",
         "DisplayIcon": f"{place}\\Tidewell.exe", "InstallLocation": place,
         "UninstallString": f'"{place}\\uninstall.exe"', "QuietUninstallString": f'"{place}\\uninstall.exe" /S',
         "EstimatedSize": -(-size // 1024), "NoModify": 1, "NoRepair": 1}
@@ -122,18 +120,3 @@ def test_an_update_of_a_hidden_copy_shows_no_window(user):
     until(lambda: user.ticked(SOUTH), "tick")  # now the start is over
     assert not user.main_window().visible
     assert user.display.docked_icons()
-
-
-def test_setup_and_removal_leave_a_portable_copy_alone(user, unpacked):
-    process = user.start(unpacked)
-    user.tick(SOUTH)
-    settings = (unpacked / SETTINGS).read_bytes()
-    running = user.running()
-    assert user.install() == 0
-    assert user.install() == 0
-    assert user.running() == running  # the update does not touch it
-    assert user.remove() == 0
-    assert user.running() == running
-    assert process.poll() is None
-    assert (unpacked / SETTINGS).read_bytes() == settings
-    assert names(unpacked) == sorted([*PACKED, SETTINGS])

@@ -5,11 +5,10 @@ import re
 import shutil
 import subprocess
 
-import pytest
-
 from conftest import REPOSITORY
+from user import long
 
-pytestmark = pytest.mark.long
+pytestmark = long
 
 
 def commands_of_the_signing_section():

@@ -4,10 +4,15 @@ import contextlib
 import os
 import shutil
 import subprocess
+import zlib
+
+import pytest
 
 from bench.driver import BM_CLICK
 from bench.program import IMAGE
 from bench.waiting import until
+
+long = pytest.mark.skipif(os.environ.get("TIDEWELL_LONG") != "1", reason="a long run, only with TIDEWELL_LONG=1")
 
 BM_GETCHECK = 0xF0
 CHECKED = 1
@@ -23,6 +28,11 @@ def names(folder):
     return sorted(path.name for path in folder.iterdir())
 
 
+def packed(folder):
+    """Checksums of the files that the setup packs."""
+    return {name: zlib.crc32((folder / name).read_bytes()) for name in PACKED}
+
+
 def difference(after, before):
     """What was added or removed, without Wine's own notes."""
     return sorted((key, line) for key, line in after ^ before
@@ -32,7 +42,8 @@ def difference(after, before):
 class User:
     """A user of the machine."""
 
-    def __init__(self, machine, setup):
+    def __init__(self, machine, setup, program, version):
+        self.packed, self.version = packed(program.parent), version
         self.driver, self.display, self.wine = machine.driver, machine.display, machine.wine
         self.drive_c, self._stepper = machine.drive_c, machine.stepper
         self.setup_name, self.silent_setup = setup.name, (f"C:\\{setup.name}", "/S")
@@ -44,6 +55,7 @@ class User:
         self.startup_entry = programs / "StartUp/Tidewell.lnk"
         for key in (UNINSTALL_KEY.rpartition("\\")[0], APPROVED_KEY):  # every real Windows has them
             assert self.wine.run("reg", "add", key, "/f") == 0
+        self._files = self.files()
 
     def windows_path(self, path):
         return "C:\\" + str(path.relative_to(self.drive_c)).replace("/", "\\")
@@ -172,6 +184,5 @@ class User:
                 self.driver.end(pid)
         self.end_programs()
         self.wine.run("reg", "delete", UNINSTALL_KEY, "/f")
-        for entry in (self.start_menu_entry, self.startup_entry):
-            entry.unlink(missing_ok=True)
-        shutil.rmtree(self.folder.parent, ignore_errors=True)
+        for path in sorted(self.files() - self._files, reverse=True):
+            path.rmdir() if path.is_dir() else path.unlink()
