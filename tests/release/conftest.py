@@ -43,10 +43,9 @@ def copy_of_the_sources(folder):
     return Path(shutil.copytree(REPOSITORY, folder, symlinks=True, ignore=ignored))
 
 
-def run_release(sources, *arguments, prefix=(), log, **more):
+def run_release(sources, log, prefix=(), **more):
     with open(log, "w") as output:
-        subprocess.run([*prefix, "./release", *arguments], cwd=sources, check=True, stdout=output, stderr=output,
-                       **more)
+        subprocess.run([*prefix, "./release"], cwd=sources, check=True, stdout=output, stderr=output, **more)
     return sources / "dist"
 
 
@@ -72,22 +71,14 @@ def dist(committed, folder):
 def second_dist(folder):
     """A second release, made by another user in another folder, with another umask and without git."""
     sources = copy_of_the_sources(folder / "unpacked as a source archive")
-    if os.geteuid() == 0:
-        nobody = 65534
-        for path in (sources, *sources.rglob("*")):
-            os.chown(path, nobody, nobody)
-        prefix = ["setpriv", f"--reuid={nobody}", f"--regid={nobody}", "--clear-groups"]
-    else:
-        prefix = ["unshare", "--map-root-user"]
+    prefix = ["unshare", "--user", "--map-user=65534", "--map-group=65534"]
     return run_release(sources, prefix=prefix, umask=0o077, log=folder / "unpacked.log",
                        env=os.environ | {"HOME": "/nonexistent", "USER": "other", "LC_ALL": "C", "TZ": "Asia/Tokyo"})
 
 
 @pytest.fixture(scope="session")
 def version():
-    line = next(line for line in (REPOSITORY / "CMakeLists.txt").read_text().splitlines()
-                if line.startswith("project(Tidewell VERSION "))
-    return line.split()[2]
+    return re.search(r"^project\(Tidewell VERSION (\S+)", (REPOSITORY / "CMakeLists.txt").read_text(), re.MULTILINE)[1]
 
 
 @pytest.fixture(scope="session")
@@ -128,9 +119,3 @@ def user(machine, dist, program, version):
 def unpacked(user, program):
     """A portable copy."""
     return Path(shutil.copytree(program.parent, user.drive_c / "portable"))
-
-
-@pytest.fixture
-def elsewhere(user):
-    """A folder with spaces and umlauts."""
-    return user.drive_c / "Müllers Ordner/Mond und Flut"

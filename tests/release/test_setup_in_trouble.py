@@ -130,19 +130,19 @@ def test_without_the_folders_of_the_start_menu_nothing_is_touched(user, foreign)
         assert user.wine.run("reg", "import", "C:\\kept.reg") == 0
 
 
-def test_a_folder_with_other_peoples_files_is_refused(user, elsewhere, foreign):
+def test_a_folder_with_other_peoples_files_is_refused(user, foreign):
     def is_refused():
         with unchanged(user):
-            assert user.install(user.windows_path(elsewhere)) == NOT_HERE
+            assert user.install(user.windows_path(user.elsewhere)) == NOT_HERE
 
-    (elsewhere / IMAGE).mkdir(parents=True)
+    (user.elsewhere / IMAGE).mkdir(parents=True)
     is_refused()
-    (elsewhere / IMAGE).rmdir()
+    (user.elsewhere / IMAGE).rmdir()
     for name in (*INSTALLED, "Tidewell.new/Tidewell.exe", "Tidewell.new/LICENSE.txt"):
-        (elsewhere / name).parent.mkdir(exist_ok=True)
-        (elsewhere / name).write_bytes(foreign)
+        (user.elsewhere / name).parent.mkdir(exist_ok=True)
+        (user.elsewhere / name).write_bytes(foreign)
         is_refused()
-        (elsewhere / name).unlink()
+        (user.elsewhere / name).unlink()
 
 
 def test_shortcuts_to_a_portable_copy_stay(user, unpacked):
@@ -171,22 +171,23 @@ def test_a_portable_copy_becomes_the_installed_one_unless_it_is_beside_other_peo
 def test_an_impossible_folder_is_refused(user):
     (user.drive_c / "a file").write_text("in the way")
     with unchanged(user):
-        for place in ("Q:\\Tidewell", "C:\\", "C:\\a file\\Tidewell", "Z:\\proc\\Tidewell", "Tidewell", '"C:\\Tidewell"'):
+        for place in ("Q:\\Tidewell", "C:\\", "C:\\a file\\Tidewell", "Z:\\proc\\Tidewell", "Tidewell",
+                      '"C:\\Tidewell"'):
             assert user.install(place) == NOT_HERE, place
         assert user.wine.run("cmd", "/c", f"C:\\{user.setup_name} /S \"/D=C:\\Tidewell\"") == NOT_HERE
 
 
 # ---- another installation
 
-def test_a_second_installation_is_refused_unless_the_first_has_lost_its_program(user, elsewhere):
+def test_a_second_installation_is_refused_unless_the_first_has_lost_its_program(user):
     assert user.install() == 0
     with unchanged(user):
-        assert user.install(user.windows_path(elsewhere)) == IS_ELSEWHERE
+        assert user.install(user.windows_path(user.elsewhere)) == IS_ELSEWHERE
     shutil.rmtree(user.folder)
-    assert user.install(user.windows_path(elsewhere)) == 0
-    assert user.uninstall_entry()["InstallLocation"] == user.windows_path(elsewhere)
-    assert user.remove(elsewhere) == 0
-    assert not elsewhere.exists()
+    assert user.install(user.windows_path(user.elsewhere)) == 0
+    assert user.uninstall_entry()["InstallLocation"] == user.windows_path(user.elsewhere)
+    assert user.remove(user.elsewhere) == 0
+    assert not user.elsewhere.exists()
 
 
 def test_a_copy_of_the_uninstaller_removes_nothing(user, unpacked):

@@ -51,6 +51,7 @@ class User:
         [self.home] = [path for path in (self.drive_c / "users").iterdir() if path.name != "Public"]
         programs = self.home / "AppData/Roaming/Microsoft/Windows/Start Menu/Programs"
         self.folder = self.home / "AppData/Local/Programs/Tidewell"  # the setup's default
+        self.elsewhere = self.drive_c / "Müllers Ordner/Mond und Flut"
         self.start_menu_entry = programs / "Tidewell.lnk"
         self.startup_entry = programs / "StartUp/Tidewell.lnk"
         for key in (UNINSTALL_KEY.rpartition("\\")[0], APPROVED_KEY):  # every real Windows has them
