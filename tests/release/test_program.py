@@ -26,7 +26,8 @@ def test_it_runs_on_windows_7_with_32_bits(image):
 
 def test_it_imports_only_what_windows_7_has(image):
     path = Path(__file__).with_name("windows_7_imports.txt")
-    allowed = set(path.read_text(encoding="ascii").splitlines())
+    lines = map(str.split, path.read_text(encoding="ascii").splitlines())
+    allowed = {f"{library} {name}" for library, *names in lines for name in names}
     imported = {f"{library.dll.decode().lower()} {entry.name.decode()}"
                 for library in image.DIRECTORY_ENTRY_IMPORT for entry in library.imports}
     assert len(imported) > 50
@@ -34,16 +35,13 @@ def test_it_imports_only_what_windows_7_has(image):
     assert "comctl32.dll InitCommonControlsEx" in imported, "themed controls need this library"
 
 
-def test_it_allows_address_randomisation_and_data_execution_prevention(image):
-    assert image.OPTIONAL_HEADER.DllCharacteristics & (DYNAMIC_BASE | NX_COMPATIBLE | NO_SEH) == 0x540
+def test_it_allows_address_randomisation_data_execution_prevention_and_terminal_servers(image):
+    allowed = DYNAMIC_BASE | NX_COMPATIBLE | NO_SEH | TERMINAL_SERVER_AWARE
+    assert image.OPTIONAL_HEADER.DllCharacteristics & allowed == allowed
     assert not image.FILE_HEADER.Characteristics & RELOCATIONS_STRIPPED
     assert len(image.DIRECTORY_ENTRY_BASERELOC) > 10
     # No section is both writable and executable.
     assert all(not (section.IMAGE_SCN_MEM_WRITE and section.IMAGE_SCN_MEM_EXECUTE) for section in image.sections)
-
-
-def test_it_is_aware_of_terminal_servers(image):
-    assert image.OPTIONAL_HEADER.DllCharacteristics & TERMINAL_SERVER_AWARE
 
 
 def test_it_has_no_structured_exception_handlers(image):

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <sstream>
 
 #include "report/frmMoon.h"
 #include "windows_check/program.h"
@@ -10,18 +9,6 @@
 namespace check {
 
 namespace {
-
-/// The release tests compare the program's imports with this list of what Windows 7 has.
-TEST(Start, NeedsNoImportThatThisWindowsLacks) {
-  const HRSRC list = FindResourceW(nullptr, L"IMPORTS", RT_RCDATA);
-  const auto* const text = static_cast<const char*>(LockResource(LoadResource(nullptr, list)));
-  std::istringstream imports(std::string(text, SizeofResource(nullptr, list)));
-  int count = 0;
-  for (std::string library, function; imports >> library >> function; ++count) {
-    EXPECT_NE(GetProcAddress(LoadLibraryA(library.c_str()), function.c_str()), nullptr) << library << " " << function;
-  }
-  EXPECT_GT(count, 50);
-}
 
 /// Milliseconds from the start of a process to its window.
 double StartTime(const std::wstring& command, const std::wstring& windowClass) {
