@@ -21,8 +21,10 @@ TEST(PhaseToIconNumber, ClimbsItsIrregularLadder) {
   for (const auto& [threshold, icon] : ladder) {
     PhaseToIconNumber(std::nextafter(threshold, 1000));
     EXPECT_EQ(IconNumber, icon) << threshold;
+    EXPECT_EQ(IcoNumFromIconNumber(), icon);
     PhaseToIconNumber(threshold);
     EXPECT_EQ(IconNumber, icon - 1) << threshold;
+    EXPECT_EQ(IcoNumFromIconNumber(), icon - 1);
   }
 }
 
@@ -35,13 +37,6 @@ TEST(PhaseToIconNumber, GivesTheEndsOfTheScale) {
   }
   PhaseToIconNumber(std::numeric_limits<double>::quiet_NaN());
   EXPECT_EQ(IconNumber, 0);
-}
-
-TEST(IcoNum, IsTheIconNumberAsAWholeNumber) {
-  for (int icon = 0; icon <= 28; ++icon) {
-    IconNumber = static_cast<float>(icon);
-    EXPECT_EQ(IcoNumFromIconNumber(), icon);
-  }
 }
 
 }  // namespace tidewell
