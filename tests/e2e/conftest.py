@@ -5,7 +5,6 @@
 after building the program. TIDEWELL_LONG=1 in the environment adds the long runs.
 """
 
-import os
 import re
 import shutil
 import sys
@@ -14,7 +13,7 @@ from pathlib import Path
 import pytest
 
 HERE = Path(__file__).resolve().parent
-sys.path[:0] = [str(HERE), str(HERE.parent / "oracle")]
+sys.path.insert(0, str(HERE))
 sys.dont_write_bytecode = True
 
 from bench import tools  # noqa: E402
@@ -32,17 +31,6 @@ def pytest_addoption(parser):
                      help="the Tidewell.exe to test")
     parser.addoption("--bench-folder", default=str(REPOSITORY / "build/e2e"),
                      help="the folder for the Wine prefix and the results; simultaneous runs need different ones")
-
-
-def pytest_configure(config):
-    config.addinivalue_line("markers", "long: a long run, only with TIDEWELL_LONG=1 in the environment")
-
-
-def pytest_collection_modifyitems(config, items):
-    if os.environ.get("TIDEWELL_LONG") != "1":
-        long = [item for item in items if item.get_closest_marker("long")]
-        items[:] = [item for item in items if item not in long]
-        config.hook.pytest_deselected(items=long)  # a skip would say that this machine lacks something
 
 
 @pytest.fixture(scope="session")
@@ -89,14 +77,11 @@ def typewriter(bench, program):
 
 @pytest.hookimpl(hookwrapper=True)
 def pytest_runtest_makereport(item, call):
-    outcome = yield
-    report = outcome.get_result()
+    report = (yield).get_result()
     the_bench = item.config.stash.get(THE_BENCH, None)
     if report.failed and report.when != "teardown" and the_bench:
-        name = re.sub(r"[^\w.-]+", "-", f"{item.path.stem}-{item.name}").strip("-")
         try:
-            the_bench.picture_of_failure(name)
-            told = f"see the screen and the windows in {the_bench.folders.failures / name}"
+            the_bench.picture_of_failure(re.sub(r"[^\w.-]+", "-", f"{item.path.stem}-{item.name}"))
+            report.sections.append(("bench", f"see {the_bench.folders.failures}"))
         except Exception as problem:  # it must not hide the test's failure
-            told = f"no picture: {problem!r}"
-        report.sections.append(("bench", told))
+            report.sections.append(("bench", f"no picture: {problem!r}"))

@@ -3,11 +3,6 @@
 # Debian installs pytest for its own Python only.
 find_program(TIDEWELL_E2E_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED
              DOC "A Python with pytest")
-set(TIDEWELL_E2E_PROGRAM ${PROJECT_SOURCE_DIR}/build/windows/Tidewell.exe CACHE FILEPATH
-    "The program that the end-to-end tests drive")
 
-add_test(NAME e2e
-  COMMAND ${TIDEWELL_E2E_PYTHON} -B -m pytest ${CMAKE_CURRENT_LIST_DIR}
-          --program=${TIDEWELL_E2E_PROGRAM} --bench-folder=${PROJECT_SOURCE_DIR}/build/e2e
-)
+add_test(NAME e2e COMMAND ${TIDEWELL_E2E_PYTHON} -B -m pytest ${CMAKE_CURRENT_LIST_DIR})
 set_tests_properties(e2e PROPERTIES LABELS e2e RUN_SERIAL ON TIMEOUT 3600)

@@ -1,12 +1,11 @@
 """On high-DPI screens the windows are larger and as sharp; nothing is cut off, even in a locale with long words."""
 
 import datetime
-from types import SimpleNamespace
 
 import pytest
 
 from bench.program import RESTORE, SOUTH
-from bench.user import bring_to_front, show_about
+from bench.user import bring_to_front
 from bench.waiting import until_same
 
 DESIGNED_FOR = 96
@@ -35,35 +34,23 @@ def grab(program, place):
     return until_same(lambda: program.display.grab(*place), "picture")
 
 
-def client(program, form="Tidewell"):
-    window = program.top(form)
-    return grab(program, (*window.client_origin, *window.client[2:]))
-
-
-def ink(picture, is_ink, rows=None):
-    """The bounds and the number of the pixels that are ink."""
-    found = [(x, y) for y in rows or range(picture.height) for x in range(picture.width) if is_ink(picture.pixel(x, y))]
-    columns, lines = [x for x, _ in found], [y for _, y in found]
-    return SimpleNamespace(left=min(columns), top=min(lines), right=max(columns) + 1, bottom=max(lines) + 1,
-                           count=len(found))
-
-
-def text(picture):
-    """The bounds of the text on a plain ground."""
-    background = picture.pixel(0, picture.height - 1)
-    return ink(picture, lambda colour: colour != background)
+def client(program):
+    main = program.main()
+    return grab(program, (*main.client_origin, *main.client[2:]))
 
 
 def moon(program, dots):
     """The lit share of the disc; checks the disc's place, size and colours."""
     picture, scale = client(program), dots / DESIGNED_FOR
     face = picture.pixel(1, 1)
-    rows = range(round(160 * scale))
-    assert {picture.pixel(x, y) for y in rows for x in range(picture.width)} == {face, BLACK, WHITE}
-    disc = ink(picture, lambda colour: colour != face, rows)
-    assert [disc.left, disc.top, disc.right, disc.bottom] == [int(edge * scale + 0.5) for edge in (60, 20, 191, 151)]
-    assert disc.count == pytest.approx(3.14159 * (65.5 * scale) ** 2, rel=0.01)
-    return ink(picture, lambda colour: colour == WHITE, rows).count / disc.count
+    above_the_lines = {(x, y): picture.pixel(x, y) for y in range(round(160 * scale)) for x in range(picture.width)}
+    assert set(above_the_lines.values()) == {face, BLACK, WHITE}
+    disc = {place: colour for place, colour in above_the_lines.items() if colour != face}
+    columns, rows = zip(*disc)
+    wanted = [int(edge * scale + 0.5) for edge in (60, 20, 191, 151)]
+    assert [min(columns), min(rows), max(columns) + 1, max(rows) + 1] == wanted
+    assert len(disc) == pytest.approx(3.14159 * (65.5 * scale) ** 2, rel=0.01)
+    return list(disc.values()).count(WHITE) / len(disc)
 
 
 @pytest.mark.parametrize("dots", [120, 144, 192])
@@ -107,18 +94,3 @@ def test_no_text_of_the_main_window_is_cut_off(dense, dots):
         box = program.control(caption)
         program.driver.place(box.hwnd, *box.place[:2], width + more, height)
         assert grab(program, (x, y, width + more, height)) == before, f"{caption} shows more when it is wider"
-
-
-@pytest.mark.parametrize("dots", [120, 144, 192])
-def test_the_texts_of_the_about_box_grow_with_it(bench, dense, dots):
-    def texts(program):
-        show_about(program)
-        program.display.rest()
-        return [text(grab(program, program.control(caption, "About Moon").screen))
-                for caption in ("Tidewell 1.0", "Developed by Quorvane Systems")]
-
-    designed = texts(dense(DESIGNED_FOR))
-    bench.end_programs()
-    for was, now in zip(designed, texts(dense(dots))):
-        for extent in (lambda ink: ink.right - ink.left, lambda ink: ink.bottom - ink.top):
-            assert extent(now) == pytest.approx(extent(was) * dots / DESIGNED_FOR, rel=0.1)

@@ -25,28 +25,21 @@ def update(program):
     until(lambda: len(program.calls()) > count, "update")
 
 
-EVENTS = [hover, button_down, update]
+def hover_over_about(program):
+    x, y, width, height = program.about().screen
+    for step in range(5, width - 5, 20):
+        program.display.point(x + step, y + height // 2)
 
 
-@pytest.mark.parametrize("event", EVENTS)
-@pytest.mark.parametrize("about", ["hidden", "shown"])
-def test_the_icon_does_not_take_the_keyboard(program, typewriter, event, about):
-    if about == "shown":
+@pytest.mark.parametrize("event, about", [
+    (hover, False), (button_down, False), (update, False), (hover, True), (button_down, True), (update, True),
+    (hover_over_about, True)])
+def test_the_icon_and_the_windows_do_not_take_the_keyboard(program, typewriter, event, about):
+    if about:
         show_about(program)
         typewriter.take_the_keyboard()
     event(program)
     program.tray_message(512)  # arrives after all that the shell has sent
-    program.settle()
-    typewriter.type("def")
-    assert typewriter.has_the_keyboard()
-
-
-def test_the_pointer_over_the_about_box_does_not_take_the_keyboard(program, typewriter):
-    show_about(program)
-    typewriter.take_the_keyboard()
-    x, y, width, height = program.about().screen
-    for step in range(5, width - 5, 20):
-        program.display.point(x + step, y + height // 2)
     program.settle()
     typewriter.type("def")
     assert typewriter.has_the_keyboard()
@@ -78,7 +71,7 @@ def test_hiding_the_active_main_window_gives_the_keyboard_to_the_program_below(p
         program.tray_message(LEFT_UP)
         wait_for_main(program, False)
         until(typewriter.has_the_keyboard, "keyboard at the program below")
-        typewriter.type(text, program.driver.keys)
+        typewriter.type(text, lambda letters: program.driver.keys(*letters))
         program.tray_message(LEFT_UP)
         until(lambda: program.main().shown and program.foreground() == program.main().hwnd, "main window in front")
 

@@ -4,14 +4,14 @@ import datetime
 import re
 from pathlib import Path
 
-import pytest
-
+from bench import LONG
 from bench.driver import WM_TIMER
 from bench.oracle import wanted_report
 
 TOLERATED = 64 * 1024  # bytes; or one per cent, if that is more
 FLEETING = 16  # files that may be open just then; a leak would make thousands
 PORTION = 1_000
+UPDATES, REPAINTS = (20_000, 70_000) if LONG else (2_000, 2_000)
 
 
 def usage(program):
@@ -22,12 +22,11 @@ def usage(program):
     return 1024 * sum(map(int, private)), len(list((host / "fd").iterdir()))
 
 
-@pytest.mark.parametrize("updates, repaints", [(2_000, 2_000), pytest.param(20_000, 70_000, marks=pytest.mark.long)])
-def test_updates_of_a_year_and_repaints_leave_nothing_behind(start, updates, repaints):
+def test_updates_of_a_year_and_repaints_leave_nothing_behind(start):
     """Nothing may grow after the first portion of each."""
     program = start(recorded=False)
     main = program.main().hwnd
-    step = max(datetime.timedelta(minutes=1), datetime.timedelta(days=365) / updates)
+    step = max(datetime.timedelta(minutes=1), datetime.timedelta(days=365) / UPDATES)
 
     def update():
         for _ in range(PORTION):
@@ -42,9 +41,9 @@ def test_updates_of_a_year_and_repaints_leave_nothing_behind(start, updates, rep
     update()
     repaint()
     memory_before, files_before = usage(program)
-    for _ in range(PORTION, updates, PORTION):
+    for _ in range(PORTION, UPDATES, PORTION):
         update()
-    for _ in range(PORTION, repaints, PORTION):
+    for _ in range(PORTION, REPAINTS, PORTION):
         repaint()
     memory, files = usage(program)
     assert memory - memory_before <= max(TOLERATED, memory_before // 100)

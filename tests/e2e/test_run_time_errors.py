@@ -1,8 +1,6 @@
 """Each run-time error shows one box, and leaves no icon and no process."""
 
 import datetime
-import functools
-import resource
 
 import pytest
 
@@ -32,17 +30,6 @@ def test_a_settings_file_that_another_program_holds(bench, start):
     see_the_box_and_end(program, "Run-time error '70':\n\nPermission denied")
     bench.driver.release()
     assert (folder / "vesk.dat").read_bytes() == b"kept"
-
-
-def test_a_failed_write_leaves_the_file_as_it_was(bench, start, monkeypatch):
-    # Python ignores SIGXFSZ. If the program inherits that, the write fails instead of killing it.
-    monkeypatch.setattr(bench.wine, "start", functools.partial(bench.wine.start, restore_signals=False))
-    before = bytes(number % 251 for number in range(20_000))
-    program = start(bench.folder(settings=before))
-    resource.prlimit(program.process.pid, resource.RLIMIT_FSIZE, (0, 0))
-    program.click(SOUTH)
-    see_the_box_and_end(program, "Run-time error '57':\n\nDevice I/O error")
-    assert (program.folder / "vesk.dat").read_bytes() == before
 
 
 @pytest.fixture

@@ -7,8 +7,6 @@ from bench.driver import LEFT_UP, RIGHT_UP, SC_RESTORE, WM_DISPLAYCHANGE, WM_SYS
 from bench.user import choose, hide, minimise, show_about, wait_for_main
 from bench.waiting import until
 
-ICON = {(0, 0, 128), (255, 255, 0)}  # the night sky and the Moon of the window's icon
-
 
 @pytest.mark.parametrize("column", [LEFT_UP, RIGHT_UP])
 def test_a_pointer_whose_x_equals_the_number_of_a_click_does_nothing(program, column):
@@ -25,19 +23,6 @@ def test_a_pointer_whose_x_equals_the_number_of_a_click_does_nothing(program, co
         assert program.main().shown
         assert program.menu() is None
     assert program.about().shown
-
-
-def test_the_about_box_has_the_icon_of_the_main_window(program):
-    """The small icon: the big one shrunk would look different."""
-    show_about(program)
-
-    def caption_icon(window):
-        x, y, _, _ = window.screen
-        grabbed = program.display.grab(x + 5, y + 4, 16, 16)
-        return [grabbed.pixel(x, y) if grabbed.pixel(x, y) in ICON else None for y in range(16) for x in range(16)]
-    of_main = caption_icon(program.main())
-    assert set(of_main) >= ICON
-    assert caption_icon(program.about()) == of_main
 
 
 # ---- lost windows: the driver moves a window off the screen and reports a change of the screen

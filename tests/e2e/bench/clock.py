@@ -10,7 +10,7 @@ EPOCH = datetime.datetime(1970, 1, 1, tzinfo=UTC)
 
 
 class _File(ctypes.Structure):
-    _fields_ = [("version", ctypes.c_uint32), ("readings", ctypes.c_uint32), ("microseconds", ctypes.c_int64)]
+    _fields_ = [("microseconds", ctypes.c_int64), ("readings", ctypes.c_uint32)]
 
 
 class Clock:
@@ -32,9 +32,7 @@ class Clock:
     def set(self, at):
         """Moves the clock to an instant, a datetime with a zone."""
         self.at = at.astimezone(UTC)
-        self._file.version += 1  # odd: being written
         self._file.microseconds = (self.at - EPOCH) // datetime.timedelta(microseconds=1)
-        self._file.version += 1
 
     def advance(self, **time):
         """Moves the clock by timedelta(**time)."""

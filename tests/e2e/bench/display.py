@@ -1,12 +1,12 @@
 """A virtual screen with a tray on it, its mouse and its pictures."""
 
+import contextlib
 import os
-import re
 import subprocess
-import time
 
-from Xlib import X
+from Xlib import X, XK
 from Xlib.display import Display as Server
+from Xlib.error import BadDrawable, BadWindow
 from Xlib.ext import xtest
 
 from bench.waiting import until
@@ -55,8 +55,9 @@ class Display:
         # The tray must exist before Wine's shell looks for one.
         self._start("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "pixel", "--width", "200",
                     "--height", "22", "--SetDockType", "true", environment=self.environment)
-        until(lambda: '("panel" "trayer")' in self.tree(), "tray on the screen")
         self._server = Server(self.environment["DISPLAY"])
+        self._root = self._server.screen().root
+        until(self._panel, "tray on the screen")
         self.rest()
 
     def _start(self, *command, pass_fds=(), environment=None):
@@ -72,90 +73,88 @@ class Display:
             process.kill()
             process.wait()
 
-    def _run(self, *command):
-        return subprocess.run(command, env=os.environ | self.environment, check=True, stdin=subprocess.DEVNULL,
-                              stdout=subprocess.PIPE, stderr=subprocess.PIPE).stdout
-
-    def tree(self):
-        """The X windows, as xwininfo lists them."""
-        def look():
-            try:
-                return self._run("xwininfo", "-root", "-tree").decode(errors="replace")
-            except subprocess.CalledProcessError:
-                return None  # a window went while xwininfo was looking
-
-        return until(look, "list of the X windows")
-
     # ---- mouse
 
+    def _send(self, event, detail=0, **place):
+        xtest.fake_input(self._server, event, detail, **place)
+        self._server.sync()
+
     def point(self, x, y):
-        self._run("xdotool", "mousemove", str(x), str(y))
+        self._send(X.MotionNotify, x=x, y=y)
 
     def rest(self):
         """Moves the pointer off every window."""
         self.point(*MARGIN)
 
+    def press(self, x, y, button=LEFT):
+        """Presses a button and holds it, until let_go()."""
+        self.point(x, y)
+        self._send(X.ButtonPress, button)
+
+    def let_go(self, button=LEFT):
+        self._send(X.ButtonRelease, button)
+
     def click(self, x, y, button=LEFT):
-        self._run("xdotool", "mousemove", str(x), str(y), "click", str(button))
-
-    def clicks_in_a_row(self, pause, *clicks):
-        """Clicks at (x, y, button) with a pause in seconds between them. xdotool would take longer to start."""
-        for number, (x, y, button) in enumerate(clicks):
-            if number:
-                time.sleep(pause)
-            xtest.fake_input(self._server, X.MotionNotify, x=x, y=y)
-            xtest.fake_input(self._server, X.ButtonPress, button)
-            xtest.fake_input(self._server, X.ButtonRelease, button)
-            self._server.sync()
-
-    def press(self, x, y):
-        """Presses the left button and holds it, until let_go()."""
-        self._run("xdotool", "mousemove", str(x), str(y), "mousedown", str(LEFT))
-
-    def let_go(self):
-        """Releases the left button."""
-        self._run("xdotool", "mouseup", str(LEFT))
+        self.press(x, y, button)
+        self.let_go(button)
 
     def drag(self, start, end):
-        self._run("xdotool", "mousemove", *map(str, start), "mousedown", str(LEFT),
-                  "mousemove", *map(str, end), "mouseup", str(LEFT))
+        self.press(*start)
+        self.point(*end)
+        self.let_go()
 
-    def type(self, *keys):
-        """Types keys, by xdotool's names, into the X window with the focus."""
-        self._run("xdotool", "key", *keys)
+    def type(self, text):
+        """Types letters into the X window with the focus."""
+        for letter in text:
+            key = self._server.keysym_to_keycode(XK.string_to_keysym(letter))
+            self._send(X.KeyPress, key)
+            self._send(X.KeyRelease, key)
 
     # ---- pictures
 
     def grab(self, x=0, y=0, width=WIDTH, height=HEIGHT):
-        data = self._run("import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage",
-                         "-depth", "8", "rgb:-")
-        assert len(data) == width * height * 3, f"{width}x{height}+{x}+{y} is partly off the screen"
-        return Picture(width, height, data)
+        data = self._root.get_image(x, y, width, height, X.ZPixmap, 0xFFFFFFFF).data  # blue, green, red, 0
+        pixels = bytearray(width * height * 3)
+        pixels[0::3], pixels[1::3], pixels[2::3] = data[2::4], data[1::4], data[0::4]
+        return Picture(width, height, bytes(pixels))
 
     def save(self, path, x=0, y=0, width=WIDTH, height=HEIGHT, scale=1):
         """Saves a part of the screen as a PNG file."""
-        self._run("import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage",
-                  "-filter", "point", "-resize", f"{scale}00%", "-strip", str(path))
+        subprocess.run(["import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage",
+                        "-filter", "point", "-resize", f"{scale}00%", "-strip", path],
+                       env=os.environ | self.environment, check=True, stdin=subprocess.DEVNULL)
 
     # ---- tray
 
+    def _panel(self):
+        """The tray's X window, or None."""
+        for window in self._root.query_tree().children:
+            with contextlib.suppress(BadWindow):  # it went meanwhile
+                if window.get_wm_class() == ("panel", "trayer"):
+                    return window
+        return None
+
     def docked_icons(self):
         """Places (x, y, width, height) of the icons that Wine's shell has put into the tray."""
-        lines = self.tree().splitlines()
-        starts = [number for number, line in enumerate(lines) if '("panel" "trayer")' in line]
-        if not starts:
-            return []
-        indent = len(lines[starts[0]]) - len(lines[starts[0]].lstrip())
-        icons = []
-        for line in lines[starts[0] + 1:]:
-            if line.strip() and len(line) - len(line.lstrip()) <= indent:
-                break
-            if "explorer.exe" in line:
-                width, height, x, y = re.search(r" (\d+)x(\d+)\+-?\d+\+-?\d+ +\+(-?\d+)\+(-?\d+)", line).groups()
-                icons.append((int(x), int(y), int(width), int(height)))
-        return icons
+        def inside(window):
+            for child in window.query_tree().children:
+                yield child
+                yield from inside(child)
+
+        def place(window):
+            corner, size = self._root.translate_coords(window, 0, 0), window.get_geometry()
+            return corner.x, corner.y, size.width, size.height
+
+        while True:
+            try:
+                return [place(window) for window in inside(self._panel())
+                        if "explorer.exe" in (window.get_wm_class() or ())]
+            except (BadWindow, BadDrawable):
+                pass  # a window went meanwhile
 
     def shake_tray(self):
         """Moves the tray a pixel up and back: when it moves, it tells its icons where they are."""
-        self._run("xdotool", "search", "--name", "^panel$",
-                  "windowmove", "--relative", "--", "0", "-1", "windowmove", "--relative", "--", "0", "1")
+        y = self._panel().get_geometry().y
+        for moved in (y - 1, y):
+            self._panel().configure(y=moved)
+            self._server.sync()

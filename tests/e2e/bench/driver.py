@@ -70,50 +70,22 @@ class Driver:
             raise DriverError(f"{request}: {answer['error']}")
         return answer
 
-    def processes(self, name):
-        """Ids of the processes of an image, like Tidewell.exe."""
-        return self.ask("processes", name)
+    def __getattr__(self, request):
+        """driver.post(hwnd, message) sends the request "post HWND MESSAGE"; see kRequests in native/driver.cpp."""
+        return functools.partial(self.ask, request)
 
     def windows(self, pid):
         """Every window of a process, parents before children; see Program.windows()."""
         return [SimpleNamespace(**{"class_" if key == "class" else key: value for key, value in window.items()})
                 for window in self.ask("windows", pid)]
 
-    def send(self, hwnd, message, wparam=0, lparam=0):
-        """SendMessage: returns when the window has handled it; gives up after 20 s."""
-        return self.ask("send", hwnd, message, wparam, lparam)
-
-    def post(self, hwnd, message, wparam=0, lparam=0):
-        """PostMessage: for messages that may block, such as those that open a menu."""
-        return self.ask("post", hwnd, message, wparam, lparam)
-
-    def signal(self, hwnd, message, wparam=0, lparam=0):
-        """SendNotifyMessage: does not wait, overtakes posted messages, and reaches an open menu."""
-        return self.ask("signal", hwnd, message, wparam, lparam)
-
-    def broadcast(self, name):
-        """Posts a registered message, like TaskbarCreated, to all top-level windows."""
-        return self.ask("broadcast", name)
-
-    def remove_icon(self, hwnd):
-        """Removes icon 1 of a window from the tray."""
-        return self.ask("remove-icon", hwnd)
-
     def input(self, hwnd):
         """The focus of a window's thread, the foreground window, and in_menu: whether the thread is in a menu."""
         return SimpleNamespace(**self.ask("input", hwnd))
 
-    def tips(self):
-        """Texts of the tooltips on the screen."""
-        return self.ask("tips")
-
     def redraw(self, hwnd):
         """Repaints a window and its children, at once."""
         return self.ask("redraw", hwnd, 0, 0, RDW_ALL)
-
-    def to_front(self, hwnd):
-        """Brings a window of another program to the foreground."""
-        return self.ask("front", hwnd)
 
     def place(self, hwnd, x, y, width, height):
         """Moves and sizes a window, even off the screen."""
@@ -123,14 +95,7 @@ class Driver:
         """Opens a file (a Windows path) until release(), exclusively unless a share mode is given."""
         return self.ask("hold", share, path)
 
-    def release(self):
-        return self.ask("release")
-
     def keys(self, *strokes):
         """Presses keys inside Windows: names of VK or characters; + joins keys held together."""
         codes = ["+".join(str(VK.get(key) or ord(key.upper())) for key in stroke.split("+")) for stroke in strokes]
         return self.ask("keys", *codes)
-
-    def end(self, pid):
-        """Kills a process."""
-        return self.ask("end", pid)

@@ -9,8 +9,10 @@ import struct
 import zoneinfo
 from types import SimpleNamespace
 
+import make_icons
+
 from bench.clock import Clock
-from bench.driver import BM_GETSTATE, BM_SETSTATE, BST_PUSHED, DriverError, WM_MOUSEMOVE, WM_TIMER
+from bench.driver import BM_GETSTATE, BM_SETSTATE, BST_PUSHED, WM_MOUSEMOVE, WM_TIMER
 from bench.folders import REPOSITORY
 from bench.waiting import until, until_same
 from bench.wine import windows_path
@@ -45,17 +47,10 @@ class TrayCall:
 @functools.cache
 def phase_pictures():
     """The numbers of the 28 phase pictures by their pixels. Transparent pixels are magenta."""
-    colours, pictures, lines = {}, {}, (REPOSITORY / "resources/icons/phases.txt").read_text().splitlines()
-    for number, line in enumerate(lines):
-        words = line.split()
-        if words[:1] == ["colour"]:
-            colours[words[1]] = MAGENTA if words[2] == "transparent" else tuple(map(int, words[2:]))
-        elif words[:1] == ["icon"]:
-            phase, rows = int(words[1].removeprefix("phase")), lines[number + 1:number + 1 + PICTURE_SIZE]
-            pictures[tuple(colours[c] for row in rows for c in row)] = phase
-            # The waning phases mirror the waxing ones; New and Full Moon mirror themselves.
-            pictures.setdefault(tuple(colours[c] for row in rows for c in reversed(row)), 28 - phase)
-    return pictures
+    icons = make_icons.all_icons(REPOSITORY / "resources/icons")
+    pictures = [icons[f"phase{number:02}"][PICTURE_SIZE] for number in range(28)]
+    return {tuple(MAGENTA if colour is make_icons.TRANSPARENT else make_icons.PALETTE[colour]
+                  for row in picture for colour in row): number for number, picture in enumerate(pictures)}
 
 
 class Program:
@@ -291,19 +286,10 @@ class Bench:
         return SimpleNamespace(**json.loads(log.read_text().splitlines()[-1]))
 
     def picture_of_failure(self, name):
-        """Saves the screen, the windows and the logs after a failed test."""
-        folder = self.folders.failures / name
-        shutil.rmtree(folder, ignore_errors=True)
-        folder.mkdir(parents=True)
-        self.display.save(folder / "screen.png")
-        (folder / "x-windows.txt").write_text(self.display.tree())
-        for number, program in enumerate(self.running):
-            try:
-                windows = "\n".join(map(str, program.windows())) if program.pid else ""
-            except DriverError as error:
-                windows = str(error)
-            state = f"ended with {program.process.returncode}" if program.ended else "running"
-            (folder / f"program-{number}.txt").write_text(
-                f"{program.folder}, {state}, clock at {program.clock.at}\n{windows}\n"
-                + "".join(f"{call}\n" for call in ((c.command, c.succeeded, c.tip, c.icon) for c in program.calls())))
-            shutil.copy(program.folder / "program.log", folder / f"program-{number}.log")
+        """Saves the screen, and the windows and tray calls of each program, after a failed test."""
+        self.display.save(self.folders.failures / f"{name}.png")
+        with open(self.folders.failures / f"{name}.txt", "w") as file:
+            for program in self.running:
+                calls = [(call.command, call.succeeded, call.tip, call.icon) for call in program.calls()]
+                print(program.folder, f"status {program.process.poll()}, clock at {program.clock.at}", *calls,
+                      *program.windows(), sep="\n", file=file)

@@ -1,8 +1,7 @@
 """Where the options are in the settings file: in record 17. A record has 512 bytes; the program writes 274 of them."""
 
 RECORD, RECORD_SIZE = 16 * 512, 274
-RESTORE_IN_TRAY, AUTO_START, SOUTHERN_VIEW = (RECORD + offset for offset in (266, 268, 270))
-OPTIONS = range(RESTORE_IN_TRAY, SOUTHERN_VIEW + 2)
+RESTORE_IN_TRAY, SOUTHERN_VIEW = RECORD + 266, RECORD + 270
 TRUE = b"\xff\xff"
 
 # A complete file with no option set, and with other programs' bytes in it.

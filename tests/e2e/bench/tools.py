@@ -30,17 +30,16 @@ def build_target(folder, name):
 
 def build(folder):
     """Builds each helper that is older than this file or any helper's source. Returns the paths of all by name."""
+    static = ["-std=c++20", "-static", f"-I{TESTS}"]
     recipes = {
         "clock_preload.so": (LINUX_32, ["-ffreestanding", "-fPIC", "-shared", "-nostdlib"],
                              ["clock_preload.c"], ["-lgcc"]),
-        "driver.exe": (WINDOWS, ["-std=c++20", "-static", f"-I{TESTS}"],
-                       ["driver.cpp", TESTS / "support/other_windows_win.cpp"],
+        "driver.exe": (WINDOWS, static, ["driver.cpp", TESTS / "support/other_windows_win.cpp"],
                        ["-loleacc", "-lole32", "-loleaut32", "-lshell32", "-luuid"]),
-        "shell32.dll": (WINDOWS, ["-std=c++20", "-static", "-shared", f"-I{TESTS}"],
-                        ["shell_stand_in.cpp", "faults.cpp", "scenario.cpp", "shell_stand_in.def"],
-                        ["-Wl,--enable-stdcall-fixup", "-lgdi32"]),
-        "stepper.exe": (WINDOWS, ["-std=c++20", "-static", "-municode"], ["stepper.cpp"], []),
-        "typewriter.exe": (WINDOWS, ["-std=c++20", "-static"], ["typewriter.cpp"], []),
+        "shell32.dll": (WINDOWS, [*static, "-shared"], ["shell_stand_in.cpp", "faults.cpp", "scenario.cpp"],
+                        ["-Wl,--kill-at", "-lgdi32"]),
+        "stepper.exe": (WINDOWS, [*static, "-municode"], ["stepper.cpp"], []),
+        "typewriter.exe": (WINDOWS, static, ["typewriter.cpp"], []),
     }
     newest = max(path.stat().st_mtime for path in (Path(__file__), *NATIVE.iterdir(), *(TESTS / "support").iterdir()))
     for name, (compilers, options, sources, libraries) in recipes.items():

@@ -44,6 +44,6 @@ class Typewriter:
 
     def type(self, text, press=None):
         """Types on the screen's keyboard, or by another function; waits for the whole text."""
-        (press or self._bench.display.type)(*text)
+        (press or self._bench.display.type)(text)
         self.typed += text
         until(lambda: self.text == self.typed, f"text {self.typed!r} in the other program")

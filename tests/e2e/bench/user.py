@@ -43,6 +43,7 @@ def minimise(program):
 
 def bring_to_front(program):
     """Clicks the main window's title bar; waits until it has the keyboard."""
+    program.icon_centre()  # the tray gives the keyboard to a new icon
     x, y, width, _ = program.main().screen
     program.display.click(x + width // 2, y + 10)
     until(lambda: program.foreground() == program.main().hwnd, "keyboard")

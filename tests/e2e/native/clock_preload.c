@@ -22,10 +22,9 @@ int close(int file);
 void* mmap(void* address, size_t length, int protection, int flags, int file, long offset);
 long syscall(long number, ...);
 
-struct clock_file {          /* bench/clock.py has the same layout */
-  volatile uint32_t version; /* odd while the test writes */
-  volatile uint32_t readings;
-  volatile int64_t microseconds; /* since 1970-01-01 0 h, Universal Time */
+struct clock_file {     /* bench/clock.py has the same layout */
+  int64_t microseconds; /* since 1970-01-01 0 h, Universal Time */
+  uint32_t readings;
 };
 
 struct time64 {
@@ -42,26 +41,15 @@ __attribute__((constructor)) static void map_clock(void) {
   close(file);
 }
 
-/* Microseconds since 1970. */
-static int64_t now(void) {
-  uint32_t version;
-  int64_t microseconds;
-  if (!the_clock) return 0; /* asked before the constructor */
-  __atomic_add_fetch(&the_clock->readings, 1, __ATOMIC_RELAXED);
-  do {
-    version = the_clock->version;
-    __atomic_thread_fence(__ATOMIC_SEQ_CST);
-    microseconds = the_clock->microseconds;
-    __atomic_thread_fence(__ATOMIC_SEQ_CST);
-  } while ((version & 1) != 0 || version != the_clock->version);
-  return microseconds;
-}
-
 int __gettimeofday64(struct time64* time, void* zone) {
   (void)zone;
-  const int64_t t = now();
-  const int64_t microsecond = (t % 1000000 + 1000000) % 1000000; /* before 1970 too */
-  *time = (struct time64){.seconds = (t - microsecond) / 1000000, .fraction = (int32_t)microsecond};
+  int64_t now = 0; /* if asked before the constructor */
+  if (the_clock) {
+    __atomic_add_fetch(&the_clock->readings, 1, __ATOMIC_RELAXED);
+    now = __atomic_load_n(&the_clock->microseconds, __ATOMIC_RELAXED);
+  }
+  const int64_t microsecond = (now % 1000000 + 1000000) % 1000000; /* before 1970 too */
+  *time = (struct time64){.seconds = (now - microsecond) / 1000000, .fraction = (int32_t)microsecond};
   return 0;
 }
 

@@ -82,7 +82,7 @@ class Words {
  public:
   explicit Words(const std::string& line) : words_(line) {}
 
-  /// The next argument; a text is the rest of the line.
+  /// The next argument; a text is the rest of the line. A missing number is 0.
   template <class Argument>
   Argument Next() {
     if constexpr (std::is_same_v<Argument, std::wstring>) {
@@ -91,9 +91,7 @@ class Words {
       return Wide(rest);
     } else {
       long long number = 0;
-      if (!(words_ >> number)) {
-        throw std::runtime_error("a number is missing");
-      }
+      words_ >> number;
       if constexpr (std::is_pointer_v<Argument>) {
         return reinterpret_cast<Argument>(static_cast<std::uintptr_t>(number));
       } else {
@@ -261,24 +259,23 @@ std::string End(Words& words) {
 // ---- answering
 
 const std::map<std::string, std::string (*)(Words&)> kRequests = {
-    {"processes", Calls<ProcessesOf>},
-    {"windows", Windows},
-    {"send", Calls<Ask>},
-    {"post", Calls<PostMessageW>},
-    {"signal", Calls<SendNotifyMessageW>},
-    {"broadcast", Broadcast},
-    {"remove-icon", RemoveIcon},
+    {"processes", Calls<ProcessesOf>},      // IMAGE: the ids of its processes
+    {"windows", Windows},                   // PROCESS: Program.windows() says what of them
+    {"send", Calls<Ask>},                   // SendMessage; gives up after 20 s
+    {"post", Calls<PostMessageW>},          // for what may block, such as opening a menu
+    {"signal", Calls<SendNotifyMessageW>},  // does not wait, overtakes posted messages, and reaches an open menu
+    {"broadcast", Broadcast},               // NAME: posts a registered message to all top-level windows
+    {"remove_icon", RemoveIcon},            // WINDOW: removes its icon 1 from the tray
     {"input", Input},
-    {"tips", Calls<ShownTips>},
+    {"tips", Calls<ShownTips>},  // the texts of the tooltips on the screen
     {"redraw", Calls<RedrawWindow>},
-    {"front", Calls<SetForegroundWindow>},
     {"place", Calls<SetWindowPos>},
     {"hold", Hold},
     {"release", Release},
     {"locale", Locale},
     {"keys", Keys},
     {"start", Start},
-    {"end", End},
+    {"end", End},  // PROCESS: kills it
 };
 
 std::string Answer(const std::string& line) {
