@@ -175,7 +175,7 @@ BY_HAND = {
 
 # Generated mutants that change nothing visible: a pattern for the beginning of their names, and why.
 EQUIVALENT = {
-    r"(?:astro/mMoon|tray/icon_number)\.h: inline \S+ \w+ = 0; -> .* = 1;": "written before it is read",
+    r"(?:astro/mMoon|tray/icon_number|tray/message_number)\.h: inline \S+ \w+ = 0; -> .* = 1;": "written before it is read",
     r"tray/tray_icon_record\.h: \S+ \w+ = 0; -> .* = 1;": "About fills the record before the shell sees it",
     r"tray/message_number\.h: enum class ScaleMode": "the two are only told apart",
     r"tray/tray_icon\.h: bool stands_ = false;": "the first Apply sets it",

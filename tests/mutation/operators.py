@@ -7,7 +7,7 @@ from typing import NamedTuple
 
 REPOSITORY = Path(__file__).resolve().parents[2]
 FOLDERS = ("astro", "forms", "report", "runtime", "start", "tray")
-# Only the tests under Wine see these. form_description.h is portable, but no native test includes it.
+# Only the tests under Wine see these. Of form_description.h the native ones see the conversion of twips alone.
 WINDOWS = re.compile(r"_win\.|/frm|^start/|/form_description\.h$")
 
 
