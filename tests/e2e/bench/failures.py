@@ -14,26 +14,15 @@ MINUS_ONE = 0xFFFFFFFF
 
 @dataclasses.dataclass(frozen=True)
 class Failure:
-    """A failed call: what the function returns, the last error, and the run-time errors that the program may end on."""
+    """A failed call: what the function returns, the last error, and the run-time errors that the program may end on. By
+    default the program may end: Out of memory."""
 
     result: int = 0
     error: int = NO_MEMORY
     ends_on: tuple = (7,)
 
 
-# There is no program without these: if one fails, it ends with error 7, Out of memory.
-NEEDED = """
-    _onexit calloc malloc realloc
-    CreateMutexW CreateSemaphoreW FreeLibrary GetModuleHandleA GetModuleHandleW GetProcAddress LoadLibraryA ReleaseSemaphore
-    TlsSetValue VirtualProtect VirtualQuery
-    CreateFontIndirectW GetDeviceCaps
-    AdjustWindowRectEx AppendMenuW CreatePopupMenu CreateWindowExW DefWindowProcW DestroyIcon DestroyMenu DestroyWindow
-    DispatchMessageW GetAncestor GetDC GetParent GetSystemMetrics GetWindowLongW GetWindowTextLengthW GetWindowTextW
-    IsDialogMessageW IsWindowVisible LoadCursorW LoadImageW MessageBoxA FatalAppExitA RegisterClassExW RegisterWindowMessageW
-    SendMessageW SetTimer SetWindowLongW SetWindowTextW ShowWindow TranslateMessage wsprintfA
-    """
-
-# It does without these: readings, painting, the shell. It never ends if one fails.
+# The program does without these: readings, painting, the shell. It never ends if one fails.
 NOT_NEEDED = """
     fwrite
     CloseHandle GetLocaleInfoW MultiByteToWideChar WideCharToMultiByte InitCommonControlsEx Shell_NotifyIconA
@@ -45,7 +34,7 @@ NOT_NEEDED = """
     ValidateRect
     """
 
-FAILURES = {name: Failure() for name in NEEDED.split()} | {name: Failure(ends_on=()) for name in NOT_NEEDED.split()} | {
+SPECIAL = {name: Failure(ends_on=()) for name in NOT_NEEDED.split()} | {
     "__wgetmainargs": Failure(MINUS_ONE), "signal": Failure(MINUS_ONE), "fprintf": Failure(MINUS_ONE, ends_on=()),
     "vfprintf": Failure(MINUS_ONE, ends_on=()), "TlsAlloc": Failure(MINUS_ONE), "WaitForSingleObject": Failure(MINUS_ONE),
     "CreateFileW": Failure(MINUS_ONE, ACCESS_DENIED, (75,)), "GetFileSizeEx": Failure(0, CRC, (57,)),
@@ -60,27 +49,16 @@ VARIANTS = {
     "ReadFile": {"reads nothing": Failure(1, 0, (57,))},
 }
 
-# These never fail for valid windows and handles, for the reasons here. So they are not tried one by one.
-NEVER_GIVEN = {
-    "DefWindowProcW": "for ever: it validates a window that is not painted",
-    "DispatchMessageW": "for ever: it merely calls the window",
-    "GetParent": "the frame has a parent",
-    "GetWindowLongW": "the window keeps what it was given",
-    "InvalidateRect": "for ever: the window is there",
-    "IsWindowVisible": "for ever: it answers the truth",
-    "SendMessageW": "to a window of the same thread it is a mere call",
-    "SetWindowLongW": "the window takes what it is given",
-    "ShowWindow": "for ever: the window is there",
-    "wsprintfA": "it needs nothing of the system",
-}
-
-# These cannot fail, or the program could do nothing about it.
+# These cannot fail, or the program could do nothing about it. The second group never fails for valid windows and handles.
 NEVER_FAIL = set("""
     DeleteCriticalSection EnterCriticalSection ExitProcess GetCurrentProcessId GetCurrentThreadId GetLastError GetLocalTime
     GetMessagePos GetStartupInfoW InitializeCriticalSection LeaveCriticalSection SetLastError SetUnhandledExceptionFilter Sleep TlsFree
     TlsGetValue
     __p__commode __p__fmode __p__wcmdln __set_app_type __setusermatherr __winitenv _amsg_exit _cexit _errno _initterm _iob
     atan exit free memcpy memmove memset strcmp strlen strncmp tan wcslen
+
+    DefWindowProcW DispatchMessageW GetParent GetWindowLongW InvalidateRect IsWindowVisible SendMessageW SetWindowLongW
+    ShowWindow wsprintfA
     """.split())
 
 # These fail together if a resource runs out or the shell is missing.
@@ -89,8 +67,8 @@ SETS = {
     "GDI objects": ["CreateFontIndirectW", "GetDC", "BeginPaint"],
     "USER objects": ["CreateWindowExW", "CreatePopupMenu", "AppendMenuW", "LoadImageW", "LoadCursorW", "RegisterClassExW",
                      "RegisterWindowMessageW", "SetTimer"],
+    "shell": ["Shell_NotifyIconA"],
 }
-SETS["shell"] = ["Shell_NotifyIconA"]
 SETS["all memory"] = [*SETS["memory"], *SETS["GDI objects"], *SETS["USER objects"], "SetWindowTextW", "PostMessageW",
                       "PostThreadMessageW", "InvalidateRect", "CreateMutexW", "TlsAlloc"]
 
@@ -106,9 +84,3 @@ def argument_bytes():
                                text=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
         found |= {name: int(size) for name, size in re.findall(r" T _(\w+)@(\d+)$", names, re.MULTILINE)}
     return found
-
-
-def imports(exe):
-    """The names of all that a program imports."""
-    listing = subprocess.run(["i686-w64-mingw32-objdump", "-p", exe], check=True, text=True, stdout=subprocess.PIPE).stdout
-    return set(re.findall(r"^\t[0-9a-f]+\t +\d+  (\w+)$", listing, re.MULTILINE))

@@ -5,14 +5,15 @@ import re
 from bench.display import HEIGHT, WIDTH
 from bench.settings_file import FILE_WITHOUT_OPTIONS
 
-# What the user may miss, without harm, while a function is refused for ever.
+# What the user may miss, without harm.
 LOOK = {"window", "about-window"}
 REACHED_BY_THE_ICON = {"menu", "main", "about", "about-place", "missed", *LOOK}
-LOSES = {
+LOSES = {  # the mark of the keyboard on a control
+    "GetFocus": LOOK, "SetFocus": LOOK, "IsChild": LOOK, "GetNextDlgTabItem": LOOK,
+}
+LOSES_FOR_EVER = {  # while the system refuses for ever
     # The line round the options. Nothing can be painted over the last Moon.
     "BeginPaint": {"moon", *LOOK}, "DrawEdge": LOOK, "GetClientRect": LOOK,
-    # The mark of the keyboard on a control.
-    "GetFocus": LOOK, "SetFocus": LOOK, "IsChild": LOOK, "GetNextDlgTabItem": LOOK,
     # The icon keeps its picture.
     "LoadImageW": {"icon-picture"},
     "Shell_NotifyIconA": {"icon", "icon-picture", "tip", *REACHED_BY_THE_ICON},
@@ -67,7 +68,8 @@ def numbers(run):
 def wrong_in_life(case, reference, run):
     """What stays wrong in a run that ended when it was asked to. Harmless losses do not count, nor does what heals
     within a minute after the last refusal."""
-    lost = set() if case.last else set().union(*(LOSES.get(function, set()) for function in case.functions))
+    tables = [LOSES] if case.last else [LOSES, LOSES_FOR_EVER]
+    lost = set().union(*(table.get(function, set()) for table in tables for function in case.functions))
     still_refused = [moment for [moment] in run.told("refused")] if case.last else []
     for moment, key, wanted, seen in differences(reference, run):
         heals = moment.endswith("now") or moment in still_refused

@@ -1,12 +1,12 @@
 """Runs the program from start to end while calls fail (native/scenario.cpp, native/faults.cpp)."""
 
 import concurrent.futures
-import queue
+import itertools
 import shutil
 import subprocess
 from dataclasses import dataclass
 
-from bench.failures import FAILURES, argument_bytes
+from bench.failures import SPECIAL, Failure, argument_bytes
 from bench.program import IMAGE
 from bench.settings_file import FILE_WITHOUT_OPTIONS
 from bench.waiting import BOUND
@@ -24,13 +24,13 @@ class Case:
     functions: object = ()
     first: int = 0
     last: int = 0
-    failure: object = None  # instead of that in FAILURES
+    failure: object = None  # instead of the usual one
 
     def __str__(self):
         return f"{self.scenario}: {self.name}"
 
     def failures(self):
-        return {function: self.failure or FAILURES[function] for function in self.functions}
+        return {function: self.failure or SPECIAL.get(function, Failure()) for function in self.functions}
 
     def ends_on(self):
         return {number for failure in self.failures().values() for number in failure.ends_on}
@@ -99,17 +99,11 @@ class Trials:
         self.references = {scenario: self._workers[0].run(Case(scenario)) for scenario in SCENARIOS}
 
     def run(self, cases):
-        """Yields (case, run)."""
-        idle = queue.SimpleQueue()
-        for worker in self._workers:
-            idle.put(worker)
+        """(case, run) for each case."""
+        cases = list(cases)
 
-        def run_one(case):
-            worker = idle.get()
-            try:
-                return case, worker.run(case)
-            finally:
-                idle.put(worker)
+        def run_part(number):
+            return [(case, self._workers[number].run(case)) for case in cases[number::len(self._workers)]]
 
-        with concurrent.futures.ThreadPoolExecutor(len(self._workers)) as pool:
-            yield from pool.map(run_one, cases)
+        with concurrent.futures.ThreadPoolExecutor() as pool:
+            return [*itertools.chain(*pool.map(run_part, range(len(self._workers))))]
