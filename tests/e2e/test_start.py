@@ -12,7 +12,8 @@ from bench.waiting import until
 
 
 @pytest.mark.parametrize("wish, settings", [
-    (SW_HIDE, None), (SW_SHOWMINIMIZED, None), (SW_MINIMIZE, None), (SW_SHOWMINNOACTIVE, None), (SW_FORCEMINIMIZE, None),
+    (SW_HIDE, None), (SW_SHOWMINIMIZED, None), (SW_MINIMIZE, None), (SW_SHOWMINNOACTIVE, None),
+    (SW_FORCEMINIMIZE, None),
     (SW_SHOWMINNOACTIVE, bytes(SOUTHERN_VIEW) + TRUE),  # then it tries to change the icon before it adds it
 ])
 def test_a_hidden_or_minimised_start_goes_into_the_tray(bench, start, wish, settings):

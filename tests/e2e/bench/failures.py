@@ -49,7 +49,8 @@ VARIANTS = {
     "ReadFile": {"reads nothing": Failure(1, 0, (57,))},
 }
 
-# These cannot fail, or the program could do nothing about it. The second group never fails for valid windows and handles.
+# These cannot fail, or the program could do nothing about it. The last group never fails for valid windows and handles:
+# DispatchMessageW and SendMessageW merely call the window, and DefWindowProcW validates a window that is not painted.
 NEVER_FAIL = set("""
     DeleteCriticalSection EnterCriticalSection ExitProcess GetCurrentProcessId GetCurrentThreadId GetLastError GetLocalTime
     GetMessagePos GetStartupInfoW InitializeCriticalSection LeaveCriticalSection SetLastError SetUnhandledExceptionFilter Sleep TlsFree

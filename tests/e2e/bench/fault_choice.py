@@ -8,7 +8,7 @@ from bench.faults import Case
 
 def numbers_of(reference, functions):
     """The numbers of the calls of functions, each with the step in which it is."""
-    step, numbers = "zero", itertools.count(1)
+    step, numbers = "zero", itertools.count(1)  # zero: before the first
     for name in reference.journal:
         if name.startswith("-- "):
             step = name[3:]
