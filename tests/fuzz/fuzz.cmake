@@ -2,8 +2,6 @@
 # To fuzz longer and keep the inputs found in FOLDER: build/clang/tests/moon_report_fuzz -max_total_time=120 FOLDER
 
 get_target_property(core_sources tidewell_core SOURCES)
-get_target_property(core_folder tidewell_core SOURCE_DIR)
-list(TRANSFORM core_sources PREPEND ${core_folder}/)
 add_executable(moon_report_fuzz ${CMAKE_CURRENT_LIST_DIR}/moon_report_fuzz.cpp ${core_sources})
 target_include_directories(moon_report_fuzz PRIVATE ${CMAKE_CURRENT_LIST_DIR}/..)
 # clang's "undefined" leaves out float-cast-overflow.
