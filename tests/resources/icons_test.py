@@ -112,6 +112,7 @@ class Files(unittest.TestCase):
         for (size, *_), data in parts[4:]:
             rows = ICONS["window"][size]
             self.assertEqual(colours_of(size, data), rows)
+            self.assertEqual(data[44:48], bytes((0, 0, 128, 0)))  # the palette's second colour is dark red; blue first
             self.assertEqual({rows[0][0], rows[0][-1], rows[-1][0], rows[-1][-1]}, {None})
             self.assertIsNotNone(rows[size // 2][size // 2])
             self.assertGreater(len({colour for row in rows for colour in row}), 6)
