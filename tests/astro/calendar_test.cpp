@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <limits>
 #include <tuple>
+#include <utility>
+#include <vector>
 
 #include "astro/mMoon.h"
 #include "runtime/number_format.h"
@@ -68,23 +70,12 @@ TEST(CivilToJulian, GivesTheJulianDay) {
 }
 
 TEST(CivilToJulian, ChangesJanuaryAndFebruaryInTheCallersVariables) {
-  std::int16_t year = 2000;
-  std::int16_t month = 1;
-  CivilToJulian(year, month, 1.5);
-  EXPECT_EQ(year, 1999);
-  EXPECT_EQ(month, 13);
-
-  year = 2004;
-  month = 2;
-  CivilToJulian(year, month, 29);
-  EXPECT_EQ(year, 2003);
-  EXPECT_EQ(month, 14);
-
-  year = 2004;
-  month = 3;
-  CivilToJulian(year, month, 1);
-  EXPECT_EQ(year, 2004);
-  EXPECT_EQ(month, 3);
+  using Months = std::vector<std::pair<std::int16_t, std::int16_t>>;
+  Months months = {{2000, 1}, {2004, 2}, {2004, 3}};
+  for (auto& [year, month] : months) {
+    CivilToJulian(year, month, 1);
+  }
+  EXPECT_EQ(months, (Months{{1999, 13}, {2003, 14}, {2004, 3}}));
 }
 
 // The month is not checked: each one beyond 14 adds another 30.6001 days.
@@ -112,16 +103,6 @@ TEST(JulianCenturies, CountFrom1900) {
   EXPECT_TRUE(Same(0, JulianCenturies(2415020.0)));
   EXPECT_TRUE(Same(1, JulianCenturies(2451545.0)));
   EXPECT_TRUE(Same(-1, JulianCenturies(2378495.0)));
-}
-
-TEST_F(JulianToCivilTest, GivesDateAndTime) {
-  JulianToCivil(2452871.0);
-  ExpectCivil(2003, 8, 19, 12, 0);
-  EXPECT_EQ(CalWholeDays, 2452871);
-  EXPECT_TRUE(Same(0.5, CalDayPart));
-
-  JulianToCivil(kMidnight + (17 * 60 + 26.5) / 1440);
-  ExpectCivil(2003, 8, 19, 17, 26);
 }
 
 // Compares both directions with the standard library's calendar, each day at another minute. This minute is often no
@@ -190,11 +171,7 @@ TEST_F(JulianToCivilTest, OverflowLeavesTheVariablesAlone) {
   EXPECT_EQ(CalWholeDays, 2452871);
   EXPECT_TRUE(Same(0.5, CalDayPart));
   ExpectCivil(2003, 8, 19, 12, 0);
-}
-
-TEST_F(JulianToCivilTest, OverflowOfTheLastWholeDayLeavesTheDateAlone) {
-  JulianToCivil(2452871.0);
-  // The whole days fit, but not one more.
+  // These whole days fit, but not one more.
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { JulianToCivil(2147483646.75); }));
   EXPECT_EQ(CalWholeDays, 2147483647);
   EXPECT_TRUE(Same(0.25, CalDayPart));

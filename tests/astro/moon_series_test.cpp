@@ -9,7 +9,6 @@
 #include <cstdlib>
 #include <span>
 #include <string>
-#include <vector>
 
 #include "astro/mMoon.h"
 #include "support/closeness.h"
@@ -25,19 +24,12 @@ using namespace astro;
 namespace {
 
 void ExpectPublishedColumns(const std::string& series, std::span<const MoonTerm> terms) {
-  const auto expectColumn = [&](const char* column, auto member) {
-    std::vector<double> values;
-    for (const MoonTerm& term : terms) {
-      values.push_back(static_cast<double>(term.*member));
-    }
-    support::ExpectPublishedColumn(series, column, values);
-  };
-  expectColumn("k", &MoonTerm::coefficient);
-  expectColumn("E power", &MoonTerm::E);
-  expectColumn("D", &MoonTerm::D);
-  expectColumn("M", &MoonTerm::M);
-  expectColumn("M'", &MoonTerm::Mp);
-  expectColumn("F", &MoonTerm::F);
+  support::ExpectPublishedColumn(series, "k", terms, &MoonTerm::coefficient);
+  support::ExpectPublishedColumn(series, "E power", terms, &MoonTerm::E);
+  support::ExpectPublishedColumn(series, "D", terms, &MoonTerm::D);
+  support::ExpectPublishedColumn(series, "M", terms, &MoonTerm::M);
+  support::ExpectPublishedColumn(series, "M'", terms, &MoonTerm::Mp);
+  support::ExpectPublishedColumn(series, "F", terms, &MoonTerm::F);
 }
 
 /// The cosine and the sine of a row's argument, as one phasor.

@@ -51,7 +51,7 @@ def report_instants():
     for _ in range(1200):
         yield (*some_date(chance, 1950, 2050), chance.randrange(60)), chance.choice(OFFSETS), chance.randrange(2)
 
-    # At or after a phase on the same day of the local clock, or just before it. The minute shown counts as passed.
+    # Just before a phase, at it, or some hours after it. The minute shown counts as passed.
     for _ in range(300):
         jd, _, _ = o.lunation(chance.randrange(2 * 620, 2 * 1860) / 2)
         offset = chance.choice(OFFSETS)
@@ -87,7 +87,7 @@ def report_lines(path):
         report = o.report(*parts, offset, bool(southern))
         if clear_of_edges(report):
             rows.append(["%04d-%02d-%02dT%02d:%02d:%02d" % parts, offset, southern, *report["lines"],
-                         report["tip"].rstrip(), report["label1"], report["icon"]])
+                         report["tip"].rstrip(), report["picture"]["label1"], report["picture"]["icon"]])
     write(path, ["local", "offset", "southern", "line0", "line1", "line2", "line3", "tip", "label1", "icon"], rows)
 
 

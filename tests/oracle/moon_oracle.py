@@ -374,10 +374,7 @@ def report(year, month, day, hour, minute, second, offset_minutes, southern):
     return {
         "lines": pair_of_lines("Last", last_full, last_new) + coming,
         "tip": tip_text(now - last_new),
-        "label1": picture["label1"],
-        "icon": picture["icon"],
         "picture": picture,
-        "values": passes[0],
         "passes": passes,
         "corrected": corrected,
         "dates": {"NextFull": next_full, "NextNew": next_new, "LastFull": last_full, "LastNew": last_new},

@@ -4,22 +4,23 @@
 
 #include <cmath>
 #include <string>
-#include <vector>
 
 #include "support/tsv.h"
 
 namespace support {
 
-/// Compares a column of a periodic series with tests/data/series_checksums.tsv, formed independently from the printed
-/// tables: number of rows, sum, and sum weighted with the row numbers. The sums are exact, in millionths.
-inline void ExpectPublishedColumn(const std::string& series, const std::string& column,
-                                  const std::vector<double>& values) {
+/// Compares a column of a periodic series, a member of its terms, with tests/data/series_checksums.tsv, formed
+/// independently from the printed tables: number of rows, sum, and sum weighted with the row numbers. The sums are
+/// exact, in millionths.
+template <typename Terms, typename Member>
+void ExpectPublishedColumn(const std::string& series, const std::string& column, const Terms& terms, Member member) {
   const auto millionths = [](double value) { return std::llround(value * 1e6); };
   SCOPED_TRACE(series + ", column " + column);
   long long sum = 0;
   long long weightedSum = 0;
   long long rows = 0;
-  for (const double value : values) {
+  for (const auto& term : terms) {
+    const auto value = static_cast<double>(term.*member);
     EXPECT_EQ(static_cast<double>(millionths(value)) / 1e6, value) << "a digit after the sixth decimal";
     sum += millionths(value);
     weightedSum += ++rows * millionths(value);
