@@ -7,10 +7,9 @@
 
 namespace benchmarks {
 
-/// Julian days, spread evenly.
-using Instants = std::vector<double>;
+using Instants = std::vector<double>;  // Julian days
 
-/// 1,000 instants from a year on. The step is no multiple of any period of the Moon.
+/// 1,000 instants, spread evenly over some years. The step is no multiple of any period of the Moon.
 inline Instants InstantsOfYears(double firstYear, double years) {
   constexpr int kInstants = 1000;
   constexpr double kStartOf1900 = 2415020.5;
@@ -32,7 +31,7 @@ inline double ProcessorTime() {
   return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
-/// Prints a name and the processor time of one work(jd) in microseconds. Repeats the instants for some seconds.
+/// Prints a name and the processor time of one work(jd) in microseconds. Repeats all instants for at least `seconds`.
 template <typename Work>
 void Measure(const std::string& name, const Instants& instants, double seconds, Work work) {
   const double began = ProcessorTime();

@@ -12,10 +12,8 @@ from program_cost import CLOSE, HIDDEN, PROCESSOR, SHOWN, START, WAKE_UPS, measu
 from report_speed import check_answers, measure_decades, measure_report
 from stage import BUILD, EMPTY, REPOSITORY, TIDEWELL, WINDOWS, open_stage, printed_by
 
-# ---- figures
-
 def ratio(values, partners):
-    """The median of the rounds' ratios: a changing speed of the machine matters less to it than to a ratio of medians."""
+    """The median of the rounds' ratios. It suffers less than a ratio of medians if the machine's speed changes."""
     return median(value / partner for value, partner in zip(values, partners, strict=True))
 
 
@@ -54,7 +52,7 @@ def goals_table(m):
 
 
 def report_table(report, first):
-    """The report's figures of one kind, native or 32-bit, whichever `first` is; they are relative to `first`."""
+    """The figures of all native or all 32-bit programs, whichever `first` is, relative to `first`."""
     names = sorted((name for name in report if name.endswith("32-bit") == first.endswith("32-bit")),
                    key=lambda name: median(report[name]))
     return table(["", "µs a report", f"{first} = 1"],

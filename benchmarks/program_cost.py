@@ -32,7 +32,7 @@ def _wake_ups(process):
 
 
 def measure_program(stage, quick):
-    """The figures above: for each the values of each program. The two programs take turns."""
+    """Returns figures[what][program], each a list of values. The two programs take turns."""
     starts, minutes, seconds = (3, 1, 5) if quick else (31, 5, 60)
     figures = collections.defaultdict(lambda: collections.defaultdict(list))
     sizes = set()
@@ -60,8 +60,8 @@ def measure_program(stage, quick):
 
 
 def measure_updates(stage, quick):
-    """Spreads updates over a simulated year. For each 1,000: their processor milliseconds, private megabytes after
-    them."""
+    """Makes updates over a simulated year. Returns for each 1,000 of them the processor milliseconds that they took and
+    the private megabytes after them, as two lists."""
     portions, portion = 2 if quick else 20, 1_000
     step = datetime.timedelta(days=365) / portions / portion
     milliseconds, private = [], []

@@ -16,11 +16,11 @@ REFERENCE = "Swiss Ephemeris"
 J2000 = 2451545  # Julian day of 1 January 2000, 12 h
 LIT_TOLERANCE = 0.01
 PHASE_TOLERANCE = 5  # minutes; most libraries answer in dynamical time, up to 1.6 minutes ahead
-SHARE = 0.999  # of the phases must be within it, not all: on purpose Tidewell shows a very few an hour late
+SHARE = 0.999  # of the phases must be within it; on purpose Tidewell shows a very few an hour late
 
 
 def _printed(stage, *arguments):
-    """What all runners print: times or answers, as fields of lines that begin with a name."""
+    """The lines that all runners print, as lists of fields: a name, then times or answers."""
     modules = os.environ | {"NODE_PATH": BUILD / "bench/node/node_modules"}
     texts = [*(printed_by(NATIVE / name, *arguments) for name in ("tidewell_report", "swiss_ephemeris")),
              *(printed_by("node", HERE / "libraries.cjs", library, *arguments, env=modules)
@@ -74,8 +74,8 @@ def check_answers(stage):
 # ---- how long do they take?
 
 def measure_report(stage, rounds):
-    """Processor time of one report in microseconds: by name, a value for each round of about 10 s. All take turns
-    within a round."""
+    """Returns by name the processor microseconds of one report, a value for each round of about 10 s. Within a round
+    all take turns."""
     taken = collections.defaultdict(list)
     for _ in range(rounds):
         for name, microseconds in _printed(stage):
@@ -84,7 +84,7 @@ def measure_report(stage, rounds):
 
 
 def measure_decades(rounds):
-    """The report's processor time in microseconds in each decade of 1900 to 2100. It is the least of the rounds:
-    another process on the core can slow one by half."""
+    """The report's processor microseconds in each decade of 1900 to 2100. Takes the least of the rounds, since another
+    process on the core can slow one by half."""
     times = [lines_of(printed_by(NATIVE / "tidewell_report", "--decades")) for _ in range(rounds)]
     return [min(float(microseconds) for _, microseconds in decade) for decade in zip(*times)]

@@ -32,8 +32,8 @@ double Longitude(double jd, int body) {
 /// The Moon's longitude minus the Sun's, in degrees, in any turn.
 double Elongation(double jd) { return Longitude(jd, SE_MOON) - Longitude(jd, SE_SUN); }
 
-/// Finds the instant near `jd` of an elongation, to a second or better: the library has no search of its own. `now` is
-/// the elongation at `jd`. The secant method; the first step uses the mean rate.
+/// Finds the instant near `jd` with the elongation `wanted`, to a second or better. The library has no such search.
+/// `now` is the elongation at `jd`. The secant method, with the mean rate for the first step.
 double When(double wanted, double jd, double now) {
   constexpr double kCloseEnough = 0.001;  // days; after so small a step the error is far smaller
   double rate = 360 / 29.530589;          // degrees a day

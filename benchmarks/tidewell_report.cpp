@@ -1,4 +1,4 @@
-// Measures the program's whole report, and the sum of fresh sines: natively, and as the 32-bit code that is shipped.
+// Measures the program's whole report, and the sum of fresh sines. Built natively, and as 32-bit code for Windows.
 //
 // tidewell_report            prints their times over the instants of the comparison
 // tidewell_report --decades  prints the report's time in each decade of 1900 to 2100
@@ -44,8 +44,8 @@ void ReportAt(double jd) {
   mMoon::UpdateMoonReport();
 }
 
-/// The least that a report costs if it calls the library for each sine: only their sum. The arguments are as large as
-/// those of the series, thousands of radians. None comes twice, and the processor cannot learn a pattern.
+/// Adds sines and does nothing else: the least that a report costs if it calls the library for each sine. The arguments
+/// are as large as those of the series, thousands of radians. None repeats, so the processor learns no pattern.
 double FreshSines(double jd) {
   constexpr int kSinesOfPlainReport = 387;  // the average over the instants
   double sum = 0;

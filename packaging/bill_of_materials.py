@@ -25,7 +25,7 @@ MINGW = {
     "externalReferences": [{"type": "website", "url": "https://www.mingw-w64.org/"}],
 }
 
-# By archive, but import libraries by package: only their stubs are linked.
+# Keyed by archive, but all archives of mingw-w64 by their package.
 LIBRARIES = {
     "libgcc.a": ("libgcc", GCC),
     "libgcc_eh.a": ("libgcc", GCC),

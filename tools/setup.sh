@@ -8,9 +8,9 @@ declare -A groups=(
   [build]="cmake g++ g++-mingw-w64-i686 ninja-build python3"
   [run]="fonts-liberation fonts-wine imagemagick trayer wine wine32:i386 x11-utils xdotool xvfb"
   [debug]="gdb"
-  [release]="cmake g++ g++-mingw-w64-i686 ninja-build nsis python3"
   [accuracy]="fonts-dejavu-core g++ gnuplot-nox imagemagick libswe-dev python3 swe-basic-data"
 )
+groups[release]="${groups[build]} nsis"
 # The 32-bit C compiler is a cross compiler: gcc-multilib conflicts with other
 # cross compilers, which a developer may have.
 groups[e2e]="${groups[run]} locales python3-pytest python3-xlib tzdata x11-apps"

@@ -58,8 +58,9 @@ def first_failure(output):
 
 
 class Tests:
-    """The tests in a copy of the tree. A subclass has its `folder`, how to `configure` it, the `programs`, their `suffix`,
-    the `runner` that starts them, the `seconds` they may take, and the `share` of generated mutants that must die."""
+    """The tests in a copy of the tree. A subclass says how to `configure` the build in which `folder`, which `programs`
+    (with which `suffix`) the `runner` starts for at most so many `seconds`, and which `share` of the generated mutants
+    must die."""
 
     def __init__(self, tree):
         self.tree, self.folder = tree, tree / self.folder

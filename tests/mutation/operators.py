@@ -7,7 +7,7 @@ from typing import NamedTuple
 
 REPOSITORY = Path(__file__).resolve().parents[2]
 FOLDERS = ("astro", "forms", "report", "runtime", "start", "tray")
-# Only the tests under Wine see these. Of form_description.h the native ones see the conversion of twips alone.
+# Only the tests under Wine run these. (The native ones run nothing of form_description.h but the conversion of twips.)
 WINDOWS = re.compile(r"_win\.|/frm|^start/|/form_description\.h$")
 
 
@@ -42,12 +42,12 @@ RETURN = re.compile(r"\breturn (?!\{\};|0;|nullptr;|false;|FALSE;|std::nullopt;)
 
 
 def visible(text):
-    """The text with comments, directives, static assertions and literals overwritten; all else keeps its place."""
+    """The text with comments, directives, static assertions and literals blanked; its length stays the same."""
     return UNSEEN.sub(lambda match: re.sub(".", "x" if '"' in match[0] else " ", match[0]), text)
 
 
 def end_of(code, begin, ends):
-    """Where one of the marks comes outside brackets, or the bracket around `begin` closes."""
+    """Finds the first of the marks outside brackets, or the end of the bracket around `begin`."""
     depth = 0
     for place in range(begin, len(code)):
         if depth == 0 and code.startswith(ends, place):

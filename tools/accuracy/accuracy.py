@@ -143,16 +143,6 @@ def lit_at(jd):
     return o.lit_fraction(moon["MoonElongation"], moon["SunMeanAnomaly"], moon["MoonMeanAnomaly"])
 
 
-def age_at(jd, new_moons):
-    """Days since the New Moon before a Julian day."""
-    return jd - new_moons[bisect.bisect_right(new_moons, jd) - 1]
-
-
-def icon_of(lit, waning):
-    """The tray picture of a lit fraction."""
-    return o.phase_to_icon_number((2 - lit) * 100 if waning else lit * 100) % 28
-
-
 def measure_lit_fraction(phases, samples):
     """Errors of the lit fraction: the series, and Universal Time taken for dynamical time."""
     new_moons = [row[1] for row in phases]
@@ -160,10 +150,10 @@ def measure_lit_fraction(phases, samples):
     for number, (tt, lit) in enumerate(samples):
         own = lit_at(tt)
         series.append(own - lit)
-        delta_t = phases[bisect.bisect(new_moons, tt) - 1][3] / DAY
-        universal.append(lit_at(tt - delta_t) - own)
+        _, new_moon, _, delta_t = phases[bisect.bisect(new_moons, tt) - 1]
+        universal.append(lit_at(tt - delta_t / DAY) - own)
         if number % 9 == 0:
-            points.append((age_at(tt, new_moons), own - lit))
+            points.append((tt - new_moon, own - lit))
     write_points("lit.dat", points)
     return table(["lit fraction, 0 to 1", "mean", "rms", "largest"],
                  [["the series", *sizes(series, "%+.4f")],
@@ -180,7 +170,7 @@ def measure_clock(phases):
         jd = start + hour / 24
         lit.append(lit_at(jd))
         waning = bisect.bisect(full_moons, jd) == bisect.bisect(new_moons, jd)
-        icons.append(icon_of(lit[-1], waning))
+        icons.append(o.phase_to_icon_number(100 * (2 - lit[-1] if waning else lit[-1])) % 28)
     points, lines = [], []
     for offset in range(-12, 15):
         pairs = range(14, hours + 14)
@@ -227,7 +217,7 @@ def effects_of(report, true):
         "\u201cLast Full Moon\u201d is one still to come": later["LastFull"] == 1,
         "\u201cNext Full Moon\u201d leaves out the coming one": later["NextFull"] == 1,
         "the coming lines are corrected and begin with \u201cNew\u201d": report["corrected"],
-        "the wrong edge of the picture is dark": (report["values"]["WaningFlag"] == 1) !=
+        "the wrong edge of the picture is dark": (report["passes"][0]["WaningFlag"] == 1) !=
                                                  (true["NextNew"] < true["NextFull"]),
         "\u201cLast New Moon\u201d is one still to come": later["LastNew"] == 1,
         "\u201cNext New Moon\u201d leaves out the coming one": later["NextNew"] == 1,
@@ -254,7 +244,7 @@ def measure_day_start():
             if effects["the wrong edge of the picture is dark"]:
                 picture = report["picture"]
                 edge = max(edge, min(picture["p"], 1 - picture["p"]))
-                away = (report["icon"] - o.phase_to_icon_number(200 - picture["value"]) + 14) % 28 - 14
+                away = (picture["icon"] - o.phase_to_icon_number(200 - picture["value"]) + 14) % 28 - 14
                 off = max(off, abs(away))
         for name, lasts in seconds.items():
             shares.setdefault(name, []).append(lasts / total)
