@@ -5,13 +5,11 @@ import collections
 import datetime
 import os
 import re
-from pathlib import Path
 from statistics import median
 
-from stage import BUILD, lines_of, printed_by
+from stage import BUILD, REPOSITORY, lines_of, printed_by
 
 NATIVE = BUILD / "bench/benchmarks"
-HERE = Path(__file__).resolve().parent
 REFERENCE = "Swiss Ephemeris"
 J2000 = 2451545  # Julian day of 1 January 2000, 12 h
 LIT_TOLERANCE = 0.01
@@ -23,7 +21,7 @@ def _printed(stage, *arguments):
     """The lines that all runners print, as lists of fields: a name, then times or answers."""
     modules = os.environ | {"NODE_PATH": BUILD / "bench/node/node_modules"}
     texts = [*(printed_by(NATIVE / name, *arguments) for name in ("tidewell_report", "swiss_ephemeris")),
-             *(printed_by("node", HERE / "libraries.cjs", library, *arguments, env=modules)
+             *(printed_by("node", REPOSITORY / "benchmarks/libraries.cjs", library, *arguments, env=modules)
                for library in ("astronomia", "astronomy-engine"))]
     return [*lines_of("".join(texts)), *stage.output_of("tidewell_report.exe", *arguments)]
 

@@ -61,21 +61,11 @@ apt_get() {
     -o Acquire::Retries=3 -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0 "$@"
 }
 
-# Arguments: more apt-get options. A failed download of an index may concern an
-# unrelated source, so only the installation decides. It removes no package.
+# Arguments: more apt-get options. Goes on if an index cannot be downloaded: it may
+# be that of an unrelated source. Removes no package.
 update_and_install() {
   apt_get update || true
   apt_get "$@" install --no-install-recommends --no-remove "${missing[@]}"
-}
-
-# Asks the user once. Without a terminal it goes on and says so.
-stepping_back=""
-agree_to_step_back() {
-  echo "setup: trying again without the security suites; installed libraries may step back to older versions"
-  if [[ -z $stepping_back && -t 0 && -t 2 ]]; then
-    read -r -p "setup: go on? [y/N] " stepping_back || true
-    [[ $stepping_back == [yY]* ]] || { echo "setup: nothing was installed" >&2; exit 1; }
-  fi
 }
 
 # A mirror's security index for i386 may be older than its signed release file:
@@ -83,9 +73,14 @@ agree_to_step_back() {
 # libraries must have the versions of their 64-bit twins, which come from the
 # security suite. Base and updates agree with each other: the pins leave out the
 # security suites and downgrade twins that came from them. Installed packages have
-# no origin and must not be pinned.
+# no origin and must not be pinned. Asks the user once, if there is a terminal.
+agreed=""
 install_without_security() {
-  agree_to_step_back
+  echo "setup: trying again without the security suites; installed libraries may step back to older versions"
+  if [[ -z $agreed && -t 0 && -t 2 ]]; then
+    read -r -p "setup: go on? [y/N] " agreed || true
+    [[ $agreed == [yY]* ]] || { echo "setup: nothing was installed" >&2; exit 1; }
+  fi
   printf 'Package: *\nPin: release %s\nPin-Priority: %d\n\n' \
     'a=/-security$/' -1 'o=/./' 1001 >"$scratch/preferences"
   update_and_install --allow-downgrades -o Dir::Etc::Preferences="$scratch/preferences"

@@ -21,13 +21,9 @@ namespace mMoon {
 
 using namespace runtime;
 
-namespace {
-
-constexpr double kJanuary2003 = 2452640.5;
-
 using FindPhasesTest = support::ModuleTest;
 
-}  // namespace
+constexpr double kJanuary2003 = 2452640.5;
 
 TEST(PhaseSeries, ColumnsAreThePublishedOnes) {
   support::ExpectPublishedColumn("phase", "k", astro::kPhaseSeries, &astro::PhaseTerm::coefficient);

@@ -25,10 +25,12 @@ constexpr double kJanuary2101 = 2488434.5;
 constexpr double kSecondsPerDay = 86400;
 constexpr int kFlags = SEFLG_SWIEPH | SEFLG_SPEED;
 
+std::array<char, AS_MAXCH> message;  // from the library
+
 /// Fails if the library silently used a lesser ephemeris because its files are missing.
-void Require(int flags, const char* message) {
+void Require(int flags) {
   if (flags < 0 || (flags & SEFLG_SWIEPH) == 0) {
-    throw std::runtime_error(message);
+    throw std::runtime_error(message.data());
   }
 }
 
@@ -40,9 +42,8 @@ struct Elongation {
 Elongation ElongationAt(double tt) {
   std::array<double, 6> moon{};
   std::array<double, 6> sun{};
-  std::array<char, AS_MAXCH> message{};
-  Require(swe_calc(tt, SE_MOON, kFlags, moon.data(), message.data()), message.data());
-  Require(swe_calc(tt, SE_SUN, kFlags, sun.data(), message.data()), message.data());
+  Require(swe_calc(tt, SE_MOON, kFlags, moon.data(), message.data()));
+  Require(swe_calc(tt, SE_SUN, kFlags, sun.data(), message.data()));
   return {.degrees = moon[0] - sun[0], .perDay = moon[3] - sun[3]};
 }
 
@@ -61,14 +62,12 @@ double PhaseNear(double tt, double phase) {
 
 /// Dynamical minus Universal Time, in seconds. The library needs UT, for which TT less a minute is close enough.
 double DeltaT(double tt) {
-  std::array<char, AS_MAXCH> message{};
   return swe_deltat_ex(tt - 60 / kSecondsPerDay, SEFLG_SWIEPH, message.data()) * kSecondsPerDay;
 }
 
 double LitFraction(double tt) {
   std::array<double, 20> phenomena{};
-  std::array<char, AS_MAXCH> message{};
-  Require(swe_pheno(tt, SE_MOON, SEFLG_SWIEPH, phenomena.data(), message.data()), message.data());
+  Require(swe_pheno(tt, SE_MOON, SEFLG_SWIEPH, phenomena.data(), message.data()));
   return phenomena[1];
 }
 

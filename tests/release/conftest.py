@@ -89,7 +89,7 @@ def date(version):
 
 
 @pytest.fixture(scope="session")
-def program(committed, dist, folder, version):
+def program(dist, folder, version):
     """The released Tidewell.exe."""
     shutil.unpack_archive(dist / f"Tidewell-{version}-portable.zip", folder / "portable")
     return folder / "portable/Tidewell/Tidewell.exe"

@@ -11,12 +11,6 @@ from user import long
 pytestmark = long
 
 
-def commands_of_the_signing_section():
-    """Three blocks of commands: a release, a token, the removal of a signature."""
-    section = (REPOSITORY / "docs/releasing.md").read_text().partition("\n## Signing\n")[2].partition("\n## ")[0]
-    return re.findall(r"(?<=\n\n)(?: {4}.*\n)+", section)
-
-
 def test_program_uninstaller_and_setup_are_signed(committed, dist, program, machine, folder, version):
     sources = folder / "signed"
     shutil.rmtree(sources, ignore_errors=True)
@@ -34,7 +28,8 @@ def test_program_uninstaller_and_setup_are_signed(committed, dist, program, mach
         return subprocess.run(["osslsigncode", "verify", "-CAfile", sources / "tidewell.pem", "-in", path],
                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0
 
-    release, token, removal = commands_of_the_signing_section()
+    section = (REPOSITORY / "docs/releasing.md").read_text().partition("\n## Signing\n")[2].partition("\n## ")[0]
+    release, token, removal = re.findall(r"(?<=\n\n)(?: {4}.*\n)+", section)
     run(token)
     run(release)
     setup = sources / f"dist/Tidewell-{version}-setup.exe"

@@ -54,7 +54,6 @@ plot "clock.dat" using 1:3 title "largest error (left)" with linespoints pt 7 ps
      "" using 1:2 title "rms error (left)" with linespoints pt 6 ps 0.6 lc rgb blue, \
      "" using 1:4 axes x1y2 title "another tray picture (right)" with linespoints pt 5 ps 0.6 lc rgb orange
 
-set terminal @png 900,400
 set output docs."/accuracy-days.png"
 unset bmargin
 unset y2tics
