@@ -26,20 +26,19 @@ wine_prefix() {
     # a display that ends first.
     unset DISPLAY
     set_value() { wine reg add "HKCU\\Software\\Wine\\$1" /f /v "$2" /d "$3" "${@:4}"; }
-    # Debian's Wine does not find the fonts of fonts-wine: MS Sans Serif and the
-    # symbols of title bars and check marks. Wine ignores fontconfig's aliases, hence
-    # the replacement of Arial. A crash ends the program instead of asking. Without a
-    # window manager Wine waits 2 s whenever it hides a managed window, so the windows
-    # of the tests and the tray are unmanaged. The server writes the registry only
-    # when it ends.
     {
       wine wineboot --init &&
+        # MS Sans Serif and the symbols of title bars and check marks
         ln -s /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts/" &&
+        # Wine ignores fontconfig's aliases.
         set_value 'Fonts\Replacements' Arial 'Liberation Sans' &&
+        # A crash ends the program instead of asking.
         set_value WineDbg ShowCrashDialog 0 /t REG_DWORD &&
+        # Without a window manager Wine waits 2 s whenever it hides a managed window.
         set_value 'AppDefaults\window_tests.exe\X11 Driver' Managed N &&
-        set_value 'AppDefaults\explorer.exe\X11 Driver' Managed N &&
-        { wineserver -k || true; } # fails if the server has ended already
+        set_value 'AppDefaults\explorer.exe\X11 Driver' Managed N && # the tray
+        # The server writes the registry only when it ends. It may have ended already.
+        { wineserver -k || true; }
     } >"$WINEPREFIX.log" 2>&1 </dev/null 9>&- || {
       echo "making the Wine prefix failed, see build/wine-prefix.log" >&2
       exit 1
