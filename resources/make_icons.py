@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Makes Tidewell's .ico files from the pictures in icons/*.txt: make_icons.py OUTPUT_FOLDER [--strip FILE.png]
 
-phase_icons.rc beside them makes picture n the resource IDI_PHASE0 + n.
+It also writes phase_icons.rc, which makes the picture of phase n the resource IDI_PHASE0 + n.
 
 A picture file holds, line by line:
 

@@ -1,8 +1,8 @@
 """Draws the window icon, a young Moon over the tide, in the sizes too large for icons/window.txt.
 
-colour_at() gives the colours of a plane of 32 x 32 units, x to the right and y down. Its shapes are measured from the
-32-pixel icon; its lines are one unit thick. A pixel is the mean of SAMPLES x SAMPLES points of the plane, as
-opaque as the share of points within the disc.
+colour_at() gives the colours of a plane of 32 x 32 units, x to the right and y down. The shapes were measured in the
+32-pixel icon; lines are one unit thick. Each pixel is the mean of SAMPLES x SAMPLES points of the plane. Its opacity
+is the share of points inside the disc.
 """
 
 import math
@@ -66,8 +66,7 @@ def mean(colours):
 
 
 def look(width, height, unit, colour, left=0, top=0):
-    """A picture of colour(x, y), `unit` units of the plane per pixel, from (left, top) on: rows of (red, green, blue,
-    alpha)."""
+    """A picture of colour(x, y) as rows of (red, green, blue, alpha). It starts at (left, top); a pixel is `unit` wide."""
     step = unit / SAMPLES
     lines = [[colour(left + (column + 0.5) * step, top + (row + 0.5) * step) for column in range(width * SAMPLES)]
              for row in range(height * SAMPLES)]

@@ -11,7 +11,6 @@ import subprocess
 import sys
 import tempfile
 import unittest
-import zlib
 from pathlib import Path
 
 RESOURCES = Path(__file__).resolve().parents[2] / "resources"
@@ -48,40 +47,19 @@ GIBBOUS = range(8, 14)
 FULL = 14
 
 
-def images(ico):
-    """The images of an .ico file: [(directory entry, image data)]."""
+def images(ico, pixels):
+    """The images of an .ico file: [(directory entry, rows of its pixels)]."""
     reserved, kind, count = struct.unpack_from("<HHH", ico)
     assert (reserved, kind) == (0, 1)
     entries = [struct.unpack_from("<BBBBHHII", ico, 6 + 16 * index) for index in range(count)]
     assert sum(entry[6] for entry in entries) + 6 + 16 * count == len(ico)
-    return [(entry, ico[entry[7]:entry[7] + entry[6]]) for entry in entries]
+    sides = [entry[1] or 256 for entry in entries]
+    return [(entry, [[next(pixels) for _ in range(side)] for _ in range(side)]) for entry, side in zip(entries, sides)]
 
 
-def colours_of(size, data):
-    """The rows of an image of 16 colours as palette indexes, None for transparent."""
-    def rows(at, bits):
-        stride = (size * bits + 31) // 32 * 4
-        for row in reversed(range(size)):
-            line = int.from_bytes(data[at + stride * row:][:stride], "big")
-            yield [line >> 8 * stride - bits * (column + 1) & 2 ** bits - 1 for column in range(size)]
-    colours, mask = rows(104, 4), rows(len(data) - size * ((size + 31) // 32 * 4), 1)
-    return [[None if hidden else colour for colour, hidden in zip(*row)] for row in zip(colours, mask)]
-
-
-def png_rows(data):
-    """The rows of a PNG of 8 bits with alpha and without filters, as (red, green, blue, alpha)."""
-    assert data[:8] == b"\x89PNG\r\n\x1a\n"
-    chunks, at = {}, 8
-    while at < len(data):
-        length, kind = struct.unpack_from(">I4s", data, at)
-        chunks[kind] = data[at + 8:at + 8 + length]
-        assert struct.unpack_from(">I", data, at + 8 + length)[0] == zlib.crc32(kind + chunks[kind])
-        at += 12 + length
-    width, height, *form = struct.unpack(">IIBBBBB", chunks[b"IHDR"])
-    assert form == [8, 6, 0, 0, 0]
-    lines, stride = zlib.decompress(chunks[b"IDAT"]), 1 + 4 * width
-    assert len(lines) == height * stride and not any(lines[::stride])
-    return [[tuple(lines[row * stride + 1 + 4 * column:][:4]) for column in range(width)] for row in range(height)]
+def painted(picture):
+    """The rows of a picture of palette indexes as (red, green, blue, alpha). A transparent pixel is black."""
+    return [[(0, 0, 0, 0) if index is None else (*make_icons.PALETTE[index], 255) for index in row] for row in picture]
 
 
 def lit_columns(picture, row):
@@ -97,34 +75,35 @@ class Files(unittest.TestCase):
     def setUpClass(cls):
         with tempfile.TemporaryDirectory() as folder:
             subprocess.run([sys.executable, "-B", RESOURCES / "make_icons.py", folder], check=True)
-            cls.files = {path.name: images(path.read_bytes()) for path in Path(folder).glob("*.ico")}
+            paths = list(Path(folder).glob("*.ico"))
+            command = ["convert", *paths, "-depth", "8", "rgba:-"]  # ImageMagick writes (red, green, blue, alpha)
+            pixels = struct.iter_unpack("4B", subprocess.run(command, stdout=subprocess.PIPE, check=True).stdout)
+            cls.files = {path.name: images(path.read_bytes(), pixels) for path in paths}
+            assert not list(pixels)
 
     def test_each_phase_is_a_picture_of_16_colours(self):
         self.assertEqual(self.files.keys(), {"window.ico", *(f"phase{phase:02d}.ico" for phase in range(28))})
         for name in self.files.keys() - {"window.ico"}:
-            [(entry, data)] = self.files[name]
+            [(entry, rows)] = self.files[name]
             self.assertEqual(entry[:7], (16, 16, 16, 0, 1, 4, 296))
-            self.assertEqual(colours_of(16, data), ICONS[name.removesuffix(".ico")][16])
+            self.assertEqual(rows, painted(ICONS[name.removesuffix(".ico")][16]))
 
     def test_the_window_icon_is_round_and_coloured_in_the_sizes_that_windows_asks_for(self):
         parts = self.files["window.ico"]
         self.assertEqual([entry[0] for entry, _ in parts], [0, 64, 48, 40, 32, 24, 20, 16])  # 0: 256
-        for (size, *_), data in parts[4:]:
+        for (size, *_), found in parts[4:]:
             rows = ICONS["window"][size]
-            self.assertEqual(colours_of(size, data), rows)
-            self.assertEqual(data[44:48], bytes((0, 0, 128, 0)))  # the palette's second colour is dark red; blue first
+            self.assertEqual(found, painted(rows))
             self.assertEqual({rows[0][0], rows[0][-1], rows[-1][0], rows[-1][-1]}, {None})
             self.assertIsNotNone(rows[size // 2][size // 2])
             self.assertGreater(len({colour for row in rows for colour in row}), 6)
 
     def test_the_large_window_icons_show_the_picture_of_32_pixels(self):
-        """Compared in the middle of each pixel, except on edges, which are shaded by hand."""
+        """Compared in the middle of each pixel. Edges may differ: they are shaded by hand."""
         small = ICONS["window"][32]
-        for entry, data in self.files["window.ico"][:4]:
+        for entry, rows in self.files["window.ico"][:4]:
             size = entry[0] or 256
             self.assertEqual(entry[:6], (size % 256, size % 256, 0, 0, 1, 32))
-            rows = png_rows(data)
-            self.assertEqual((len(rows[0]), len(rows)), (size, size))
             different = 0
             for row in range(32):
                 for column in range(32):
