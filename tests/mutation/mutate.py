@@ -82,7 +82,7 @@ class Tests:
 class NativeTests(Tests):
     """The tests of the portable code, built for this machine without sanitizers or optimisation."""
 
-    programs, suffix, runner, seconds = ("core_tests", "tray_icon_tests"), "", (), 60
+    programs, suffix, runner, seconds = ("core_tests",), "", (), 60
     folder = "build/mutants"
     configure = ("-G", "Ninja", "-DCMAKE_BUILD_TYPE=", "-DTIDEWELL_TESTS=ON", "-DCMAKE_CXX_FLAGS=-O0")
     share = 0.95

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes the source of support::ResetModule, which resets every variable of the portable headers.
 
-Usage: make_reset.py OUT HEADER...   (headers as they are included, from the root of the sources)
+Usage: make_reset.py OUT HEADER...
 """
 
 import re
