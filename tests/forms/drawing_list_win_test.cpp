@@ -52,7 +52,7 @@ class Painted {
     return row;
   }
 
-  /// Compares all pixels with an ellipse around the centre. Its edge may run a pixel off, but has no gap.
+  /// Compares all pixels with an ellipse around the centre. Its edge may be a pixel off, but must have no gap.
   void ExpectEllipse(double halfWidth, double halfHeight, COLORREF outline, COLORREF fill) const {
     const auto inside = [&](double right, double down) {
       return std::hypot(right / OnScreen(halfWidth), down / OnScreen(halfHeight)) <= 1;
@@ -149,7 +149,7 @@ TEST(Replay, FillsNoEmptyRows) {
   EXPECT_TRUE(forms::Replay(pixels.dc(), Drawn(kBlack, kBlack, 50'000).Primitives(), {.x = 2, .y = 2}));
 }
 
-/// Paints once for each call that a painting makes to this function, and refuses that call.
+/// Refuses each call that a painting makes to this function: one call per painting.
 template <auto& Slot, auto Answer>
 void RefuseEach() {
   forms::DrawingList drawing = Drawn(kWhite, kBlack);

@@ -4,8 +4,8 @@
 
 #include <vector>
 
-/// A bitmap in memory: something to paint on, or a copy of what a window or the screen shows. Reading those pixel by
-/// pixel would be slow.
+/// A bitmap in memory: something to paint on, or a copy of what a window or the screen shows. Reading the screen itself
+/// pixel by pixel would be slow.
 class Pixels {
  public:
   Pixels(int width, int height) : width_(width), height_(height) {

@@ -28,7 +28,7 @@ class RecordingForm final : public tidewell::ReportForm {
   std::vector<std::pair<std::size_t, std::wstring>> written;
 };
 
-/// Gives the report a recording form, a clock and a locale for its lifetime. The clock gives one reading after another,
+/// While it lives, the report has a recording form, a clock and a locale. The clock gives one reading after another,
 /// then repeats the last one.
 class ReportStage {
  public:

@@ -26,7 +26,7 @@ class SystemStandIn {
   Function system_;
 };
 
-/// Lets a system function fail with this answer, for its lifetime.
+/// While it lives, the system function behind the slot fails with this answer.
 template <auto& Slot, auto Answer>
 class Refused;
 

@@ -32,16 +32,13 @@ class TsvRow {
 /// Reads a file of tests/data, its cells separated by tabs. Lines that begin with '#' are comments; the last one before
 /// the first row names the columns.
 [[nodiscard]] inline std::vector<TsvRow> ReadTsv(const std::string& name) {
-  // The environment names the folder on a machine other than the build's.
+  // On a machine other than the build's, the environment names the folder.
   const char* const folder = std::getenv("TIDEWELL_TEST_DATA");
   std::ifstream file(std::string(folder != nullptr ? folder : TIDEWELL_TEST_DATA) + "/" + name);
   EXPECT_TRUE(file) << "cannot read " << name;
   std::vector<std::string> columns;
   std::vector<TsvRow> rows;
   for (std::string line; std::getline(file, line);) {
-    if (line.ends_with('\r')) {
-      line.pop_back();
-    }
     const bool names = line.starts_with("# ");
     std::istringstream text(line.substr(names ? 2 : 0));
     std::vector<std::string> cells;
