@@ -166,11 +166,6 @@ TEST_F(MainWindow, GivesItsIconsOnlyOnceToTheAboutBox) {
   }
 }
 
-TEST_F(MainWindow, CanBeMinimisedButNotResized) {
-  constexpr LONG kFrame = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX | WS_THICKFRAME;
-  EXPECT_EQ(GetWindowLongW(form().hwnd(), GWL_STYLE) & kFrame, WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX);
-}
-
 TEST_F(MainWindow, HasTheArrowAsItsCursor) {
   const auto arrow = reinterpret_cast<ULONG_PTR>(LoadCursorW(nullptr, IDC_ARROW));
   EXPECT_EQ(GetClassLongPtrW(form().hwnd(), GCLP_HCURSOR), arrow);
@@ -268,7 +263,7 @@ class RefusedPainting : public MainWindow {
  protected:
   RefusedPainting() { Tick(); }
 
-  /// Paints once for each call that a painting makes to this function, and refuses that call.
+  /// Refuses each call that a painting makes to this function: one call per painting.
   template <auto& Slot, auto Answer>
   void RefuseEach() {
     const Pixels whole = PaintedOverBlack();

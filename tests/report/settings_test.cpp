@@ -76,17 +76,6 @@ TEST(SettingsRecord, EveryByteOfEveryFieldSurvivesBothWays) {
   }
 }
 
-TEST(SettingsRecord, TextsAreCharactersOfTheCodePage) {
-  SettingsBytes bytes{};
-  bytes.at(4) = std::byte{0x80};
-  bytes.at(215) = std::byte{0x81};
-  SettingsRecord record = Unpack(bytes, support::PageWithPrivateCharacters());
-  EXPECT_EQ(record.Reserved2.at(0), L'\x20AC');
-  EXPECT_EQ(record.Reserved3.at(195), runtime::PrivateCharacter(0x81));
-  record.Reserved2.at(0) = L'\x2603';  // the page does not have it
-  EXPECT_EQ(Pack(record, support::PageWithPrivateCharacters()).at(4), std::byte{'?'});
-}
-
 TEST(SettingsRecord, OptionIsTrueForTheCheckedStateOnly) {
   EXPECT_EQ(OptionFromState(1), -1);
   for (const int state : {0, 2, -1, 256}) {

@@ -78,16 +78,6 @@ TEST(Int, RoundsTowardMinusInfinity) {
   EXPECT_TRUE(Same(-1, Int(-1e-300)));
 }
 
-TEST(CheckedCast, OverflowsOutside16And32Bits) {
-  EXPECT_EQ(CheckedCast<std::int16_t>(32767), 32767);
-  EXPECT_EQ(CheckedCast<std::int16_t>(-32768), -32768);
-  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { CheckedCast<std::int16_t>(32768); }));
-  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { CheckedCast<std::int16_t>(-32769); }));
-  EXPECT_EQ(CheckedCast<std::int32_t>(2147483647), 2147483647);
-  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { CheckedCast<std::int32_t>(2147483648); }));
-  EXPECT_TRUE(Raises(ErrorNumber::Overflow, [] { CheckedCast<std::int32_t>(-2147483649); }));
-}
-
 TEST(RoundTo, RoundsHalfToEven) {
   EXPECT_EQ(RoundTo<std::int16_t>(0.5), 0);
   EXPECT_EQ(RoundTo<std::int16_t>(1.5), 2);

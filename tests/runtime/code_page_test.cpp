@@ -10,14 +10,6 @@ using runtime::CodePage;
 using support::Latin1Page;
 using support::PageWithPrivateCharacters;
 
-TEST(CodePage, CarriesEveryByteToTextAndBack) {
-  for (const CodePage& page : {Latin1Page(), PageWithPrivateCharacters()}) {
-    for (unsigned byte = 0; byte < 256; ++byte) {
-      EXPECT_EQ(page.Encode(page.Decode(std::byte(byte))), std::byte(byte)) << byte;
-    }
-  }
-}
-
 TEST(CodePage, WritesAQuestionMarkForACharacterItDoesNotHave) {
   EXPECT_EQ(Latin1Page().Encode(L'\x2603'), std::byte{'?'});
   EXPECT_EQ(PageWithPrivateCharacters().Encode(L'\x0081'), std::byte{'?'});

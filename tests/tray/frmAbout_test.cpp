@@ -170,8 +170,8 @@ TEST_F(About, IsNotPaintedAgainByTheMessages) {
   EXPECT_FALSE(GetUpdateRect(owner, nullptr, FALSE));
 }
 
-// ---- the menu: what it asks of the system, in which order, and when it ends by itself. The windows, their processes
-// and the foreground are made up.
+// ---- the menu: what it asks of the system, in which order, and when it ends by itself. Windows, processes and
+// foreground are stand-ins.
 
 std::vector<std::string> asked;
 std::function<void()> whileTheMenuIsOpen;

@@ -17,14 +17,6 @@ std::wstring TipOf(const TrayIconRecord& record) { return {record.szTip.begin(),
 
 }  // namespace
 
-TEST(TrayIconRecord, TipIsPaddedWithSpaces) {
-  TrayIconRecord record;
-  record.SetTip(L"Moon's Age - 5 Days 1:02");
-  EXPECT_EQ(TipOf(record), L"Moon's Age - 5 Days 1:02" + std::wstring(40, L' '));
-  record.SetTip(L"");
-  EXPECT_EQ(TipOf(record), std::wstring(64, L' '));
-}
-
 TEST(TrayIconRecord, TipIsCutAtItsWidth) {
   TrayIconRecord record;
   const std::wstring full = L"<" + std::wstring(62, L'x') + L">";
