@@ -6,21 +6,21 @@ set -euo pipefail
 
 declare -A groups=(
   [build]="cmake g++ g++-mingw-w64-i686 ninja-build python3"
-  [run]="fonts-liberation fonts-wine imagemagick trayer wine wine32:i386 x11-utils xdotool xvfb"
+  [run]="fonts-liberation fonts-wine imagemagick wine wine32:i386 x11-utils xdotool xvfb"
   [debug]="gdb"
   [accuracy]="fonts-dejavu-core g++ gnuplot-nox imagemagick libswe-dev python3 swe-basic-data"
 )
 groups[release]="${groups[build]} nsis"
 # The 32-bit C compiler is a cross compiler: gcc-multilib conflicts with other
 # cross compilers, which a developer may have.
-groups[e2e]="${groups[run]} locales python3-pytest python3-xlib tzdata x11-apps"
-groups[test]="${groups[release]} ${groups[e2e]} clang clang-format clang-tidy gcc-i686-linux-gnu googletest icoutils
+groups[e2e]="${groups[run]} locales python3-pytest python3-xlib trayer tzdata"
+groups[test]="${groups[release]} ${groups[e2e]} clang clang-format clang-tidy gcc-i686-linux-gnu googletest
   libclang-rt-14-dev libengine-pkcs11-openssl libgmock-dev libgtest-dev libswe-dev openssl osslsigncode
   python3-pefile python3-yaml softhsm2 swe-basic-data"
 groups[other-wine]="${groups[build]} ${groups[e2e]} debootstrap gcc-i686-linux-gnu"
 # Debian's npm would clash with a Node from elsewhere.
 groups[bench]="${groups[build]} ${groups[run]} gcc-i686-linux-gnu libswe-dev locales
-  swe-basic-data tzdata $(command -v npm >/dev/null || echo nodejs npm)"
+  python3-xlib swe-basic-data trayer tzdata $(command -v npm >/dev/null || echo nodejs npm)"
 
 wanted=()
 for group; do
