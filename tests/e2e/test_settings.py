@@ -33,7 +33,8 @@ def test_only_minus_one_is_true(bench, start, stored, ticked):
     assert bool(program.control(SOUTH).checked) == ticked
     assert not program.control(RESTORE).checked, "this box starts unticked, whatever is stored"
     icon = program.calls()[-1].icon
-    program.close()
+    program.click("Close")
+    assert program.wait_for_end() == 0, "the stored option does not hide the window"
     assert (icon != start().calls()[-1].icon) == ticked
 
 

@@ -5,7 +5,7 @@ import pytest
 
 from bench.driver import LEFT_UP
 from bench.program import RESTORE, SOUTH, START, THIRD
-from bench.user import bring_to_front, choose, focus, minimise, moon, show_about
+from bench.user import bring_to_front, focus, hide, minimise, moon, show_about
 from bench.waiting import until
 
 TWIPS = 15  # per pixel
@@ -88,11 +88,14 @@ def test_the_picture_is_lit_as_the_moon_is(program):
     assert row[int(terminator) + 3:130] == [BLACK] * (127 - int(terminator))
 
 
-def test_a_click_on_the_southern_view_mirrors_the_icon(program):
+def test_a_click_on_the_southern_view_mirrors_the_icon_and_the_picture(program):
     count = len(program.calls())
     program.click(SOUTH)
     until(lambda: len(program.calls()) > count, "update")
     assert (program.calls()[count - 1].icon, program.calls()[-1].icon) == (18, 10)
+    x, y = program.main().client_origin
+    edges = [(x + 65, y + 85), (x + 185, y + 85)]  # of the Moon, left and right
+    until(lambda: [program.display.grab(*edge, 1, 1).pixel(0, 0) for edge in edges] == [BLACK, WHITE], "mirrored picture")
 
 
 # ---- keyboard
@@ -105,7 +108,7 @@ def test_minimising_keeps_the_focus_and_the_picture(program, control):
         program.driver.keys("Tab")
         until(lambda: focus(program) != focused, "next control")
     minimise(program)
-    choose(program, "Show Main Window")
+    program.tray_message(LEFT_UP)
     until(lambda: not program.main().minimised and focus(program), "restored window with the keyboard")
     assert focus(program) == control
     until(lambda: moon(program) == before, "the same picture")
@@ -147,15 +150,10 @@ def test_every_way_to_close_the_about_box_only_hides_it(program, way):
     else:
         program.driver.keys(way)
     until(lambda: program.about() and not program.about().shown, "hidden About box")
-    assert not program.ended
-    show_about(program)
     assert program.main().shown
-    program.display.click(*program.icon_centre())
-    until(lambda: not program.main().shown, "hidden main window")
-
-
-def test_the_about_box_has_the_keyboard_on_ok(program):
+    hide(program)
     show_about(program)
+    assert not program.main().shown
     assert focus(program, "About Moon") == "OK"
 
 
@@ -168,10 +166,3 @@ def test_the_about_box_stays_where_it_was_dragged_to(program):
     program.tray_message(512)
     program.settle()
     assert program.about().screen[:2] == [x + 100, y + 80]
-
-
-def test_the_about_box_opens_while_the_main_window_is_hidden(program):
-    program.tray_message(LEFT_UP)
-    until(lambda: not program.main().shown, "hidden main window")
-    show_about(program)
-    assert not program.main().shown
