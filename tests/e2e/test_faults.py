@@ -8,7 +8,6 @@ from bench.folders import Folders
 from bench.wine import wine_on_a_screen
 
 
-
 @pytest.fixture(scope="module")
 def trials(bench):
     with wine_on_a_screen(Folders(bench.folders.root / "second")) as (_, second):

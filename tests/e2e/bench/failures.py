@@ -50,7 +50,8 @@ VARIANTS = {
 }
 
 # These cannot fail, or the program could do nothing about it. The last group never fails for valid windows and handles:
-# DispatchMessageW and SendMessageW merely call the window, and DefWindowProcW validates a window that is not painted.
+# DispatchMessageW and SendMessageW merely call the window; without DefWindowProcW an unpainted window would get WM_PAINT
+# for ever.
 NEVER_FAIL = set("""
     DeleteCriticalSection EnterCriticalSection ExitProcess GetCurrentProcessId GetCurrentThreadId GetLastError GetLocalTime
     GetMessagePos GetStartupInfoW InitializeCriticalSection LeaveCriticalSection SetLastError SetUnhandledExceptionFilter Sleep TlsFree

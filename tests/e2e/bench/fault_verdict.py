@@ -12,13 +12,13 @@ LOSES = {  # the mark of the keyboard on a control
     "GetFocus": LOOK, "SetFocus": LOOK, "IsChild": LOOK, "GetNextDlgTabItem": LOOK,
 }
 LOSES_FOR_EVER = {  # while the system refuses for ever
-    # The line round the options. Nothing can be painted over the last Moon.
-    "BeginPaint": {"moon", *LOOK}, "DrawEdge": LOOK, "GetClientRect": LOOK,
-    # The icon keeps its picture.
-    "LoadImageW": {"icon-picture"},
+    "BeginPaint": {"moon", *LOOK},  # the last Moon stays on the screen
+    "DrawEdge": LOOK, "GetClientRect": LOOK,  # the line round the options
+    "LoadImageW": {"icon-picture"},  # the icon keeps its picture
     "Shell_NotifyIconA": {"icon", "icon-picture", "tip", *REACHED_BY_THE_ICON},
     "TrackPopupMenu": REACHED_BY_THE_ICON,
 }
+SETTINGS_FILE = {"CreateFileW", "GetFileSizeEx", "ReadFile", "WriteFile"}  # a failure must not go unnoticed
 
 
 def problems(case, reference, run):
@@ -41,6 +41,8 @@ def worst(case, reference, run):
     for moment, look in run.looks().items():
         if moment.endswith("later") and look["icon"] == "none" and look["main"] in ("hidden", "none"):
             yield f"invisible ({moment})"
+    if SETTINGS_FILE & set(case.functions) and not numbers(run) & case.ends_on():
+        yield "goes on without its settings file"
     tries = run.journal.count("MessageBoxA")
     if run.status == 0 and (reference.status != 0 or run.looks().keys() < reference.looks().keys()):
         yield "silent end"
