@@ -8,7 +8,7 @@ from bench import LONG
 from bench.display import RIGHT
 from bench.driver import LEFT_DOUBLE, LEFT_DOWN, LEFT_UP, NIM_ADD, NIM_MODIFY, RIGHT_DOUBLE, RIGHT_DOWN
 from bench.program import MAGENTA, RESTORE, phase_pictures
-from bench.user import choose, hide, open_menu, pass_a_minute, place_of, see_the_end, tick, wait_for_main
+from bench.user import choose, hide, open_menu, pass_a_minute, place_of, wait_for_main
 from bench.waiting import until
 
 ELSEWHERE = (100, 100)
@@ -28,22 +28,11 @@ def test_other_messages_of_the_icon_do_nothing(program, message):
 
 # ---- menu
 
-def test_show_main_window_shows_it_and_never_hides_it(program):
-    hide(program)
-    choose(program, "Show Main Window")
-    wait_for_main(program, True)
+def test_show_main_window_never_hides_it(program):
     choose(program, "Show Main Window")
     until(lambda: program.menu() is None, "menu closed")
     program.settle()
     assert program.main().shown
-
-
-@pytest.mark.parametrize("ticked", [False, True])
-def test_exit_ends_the_program_and_takes_the_icon_away(program, ticked):
-    if ticked:
-        tick(program, RESTORE)
-    choose(program, "Exit")
-    see_the_end(program)
 
 
 def test_a_click_elsewhere_closes_the_menu(program):
