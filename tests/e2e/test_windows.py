@@ -95,7 +95,7 @@ def test_a_click_on_the_southern_view_mirrors_the_icon_and_the_picture(program):
     assert (program.calls()[count - 1].icon, program.calls()[-1].icon) == (18, 10)
     x, y = program.main().client_origin
     edges = [(x + 65, y + 85), (x + 185, y + 85)]  # of the Moon, left and right
-    until(lambda: [program.display.grab(*edge, 1, 1).pixel(0, 0) for edge in edges] == [BLACK, WHITE], "mirrored picture")
+    until(lambda: [program.display.grab(*edge, 1, 1).pixel(0, 0) for edge in edges] == [BLACK, WHITE], "mirrored Moon")
 
 
 # ---- keyboard
