@@ -112,9 +112,9 @@ The 32-bit program, under Wine:
 
 {report_table(m.report, "Tidewell, 32-bit")}
 
-Differences from Swiss Ephemeris, the Full Moon that Tidewell names compared with the nearest real one. Tidewell writes
-whole minutes, and on purpose a phase in the last 0.18 s of an hour an hour late. astronomia answers in dynamical time,
-0.5 to 1.5 minutes ahead.
+Differences from Swiss Ephemeris, for a Full Moon from its nearest one. Tidewell writes whole minutes; on purpose it
+shows a phase in the last 0.18 s of an hour an hour late. astronomia answers in dynamical time, 0.5 to 1.5 minutes
+ahead.
 
 {answers_table(m.answers)}
 

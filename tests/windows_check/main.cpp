@@ -37,8 +37,7 @@ int RealDensity() {
   return Density();
 }
 
-/// Not a check: it goes first into the report.
-TEST(ThisMachine, IsDescribed) {
+std::string DescribeMachine() {
   OSVERSIONINFOW version{};
   version.dwOSVersionInfoSize = sizeof version;
   RtlGetVersion(&version);
@@ -50,11 +49,13 @@ TEST(ThisMachine, IsDescribed) {
   machine << L"Windows " << version.dwMajorVersion << L"." << version.dwMinorVersion << L", build "
           << version.dwBuildNumber << L"; density " << RealDensity() << L", as the program sees it " << Density()
           << L"; locale " << locale << L"; zone " << zone.TimeZoneKeyName << L", " << -zone.Bias << L" minutes";
-  Note(machine.str());
+  return support::Utf8(machine.str());
 }
 
-/// Writes a line for each check.
+/// Writes a line about the machine, then one for each check.
 class Report final : public testing::EmptyTestEventListener {
+  void OnTestProgramStart(const testing::UnitTest&) override { Write(DescribeMachine()); }
+
   void OnTestEnd(const testing::TestInfo& check) override {
     const testing::TestResult& result = *check.result();
     std::ostringstream line;
@@ -68,8 +69,12 @@ class Report final : public testing::EmptyTestEventListener {
     for (int i = 0; i < result.total_part_count(); ++i) {
       line << ": " << result.GetTestPartResult(i).message();
     }
-    std::cout << line.str() << std::endl;
-    file_ << line.str() << std::endl;
+    Write(line.str());
+  }
+
+  void Write(const std::string& line) {
+    std::cout << line << std::endl;
+    file_ << line << std::endl;
   }
 
   std::ofstream file_{"tidewell-check.txt"};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <sstream>
 
 #include "report/frmMoon.h"
 #include "windows_check/program.h"
@@ -9,6 +10,22 @@
 namespace check {
 
 namespace {
+
+/// The release tests compare the program's imports with this list. A line is a library and its functions.
+TEST(Start, NeedsNoImportThatThisWindowsLacks) {
+  const HRSRC list = FindResourceW(nullptr, L"IMPORTS", RT_RCDATA);
+  const auto* const text = static_cast<const char*>(LockResource(LoadResource(nullptr, list)));
+  std::istringstream lines(std::string(text, SizeofResource(nullptr, list)));
+  int count = 0;
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream words(line);
+    std::string library, function;
+    for (words >> library; words >> function; ++count) {
+      EXPECT_NE(GetProcAddress(LoadLibraryA(library.c_str()), function.c_str()), nullptr) << library << " " << function;
+    }
+  }
+  EXPECT_GT(count, 50);
+}
 
 /// Milliseconds from the start of a process to its window.
 double StartTime(const std::wstring& command, const std::wstring& windowClass) {
