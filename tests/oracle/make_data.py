@@ -87,7 +87,7 @@ def report_lines(path):
         report = o.report(*parts, offset, bool(southern))
         if clear_of_edges(report):
             rows.append(["%04d-%02d-%02dT%02d:%02d:%02d" % parts, offset, southern, *report["lines"],
-                         report["tip"].rstrip(), report["picture"]["label1"], report["picture"]["icon"]])
+                         report["tip"].rstrip(), report["label1"], report["icon"]])
     write(path, ["local", "offset", "southern", "line0", "line1", "line2", "line3", "tip", "label1", "icon"], rows)
 
 

@@ -374,6 +374,8 @@ def report(year, month, day, hour, minute, second, offset_minutes, southern):
     return {
         "lines": pair_of_lines("Last", last_full, last_new) + coming,
         "tip": tip_text(now - last_new),
+        "label1": picture["label1"],
+        "icon": picture["icon"],
         "picture": picture,
         "passes": passes,
         "corrected": corrected,
