@@ -93,8 +93,8 @@ Made by `./bench` on {datetime.date.today()}; not to be edited by hand.
 
 Machine: {machine()}.
 
-Everything runs once a round, in turn; all figures are medians. A goal's ratio is the median of the rounds' ratios, so
-it may differ a little from that of two medians below. Only the ratios mean something: the times depend on the machine.
+All take turns in rounds. A goal's ratio is the median of the rounds' ratios; all other figures are medians, and so may
+give a slightly different ratio. Only ratios mean something: the times depend on the machine.
 
 ## Goals
 
@@ -102,9 +102,8 @@ it may differ a little from that of two medians below. Only the ratios mean some
 
 ## One report
 
-The processor time of a report: the lit fraction now, and the last and next New Moon and Full Moon. *Fresh sines* are
-387 calls of the library's sine, as many as a report of plain sums would make. Natively with -O2 (for Swiss Ephemeris
-with a secant search of ours):
+The processor time of a report: the lit fraction, the last and the next phases. *Fresh sines* are the 387 sines that
+plain sums would take. Natively with -O2 (Swiss Ephemeris with a secant search of ours):
 
 {report_table(m.report, "Tidewell")}
 
@@ -112,21 +111,19 @@ The 32-bit program, under Wine:
 
 {report_table(m.report, "Tidewell, 32-bit")}
 
-Differences from Swiss Ephemeris, for a Full Moon from its nearest one. Tidewell writes whole minutes; on purpose it
-shows a phase in the last 0.18 s of an hour an hour late. astronomia answers in dynamical time, 0.5 to 1.5 minutes
-ahead.
+Differences from Swiss Ephemeris (from its nearest Full Moon). Tidewell writes whole minutes and [departs](departures.md)
+on purpose; astronomia answers in dynamical time.
 
 {answers_table(m.answers)}
 
 ## The program
 
-Compared under Wine with an empty window of the same size, timers and DLLs. Private memory is what the program has
-written.
+Beside an empty window of the same size, timers and DLLs, under Wine. Private memory is what the program has written.
 
 {empty_window_table(m.program)}
 
-{len(private)},000 updates over a simulated year: the last 1,000 took {slower:.2f} times the processor time of the first,
-and private memory grew to {larger:.3f} times.
+Over {len(private)},000 updates in a simulated year the time of 1,000 changed to {slower:.2f} times, private memory to
+{larger:.3f} times.
 """
 
 
