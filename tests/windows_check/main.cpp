@@ -26,16 +26,9 @@ int RunTypewriter();
 // Not GetVersionEx, which knows only the versions that this program's manifest names.
 extern "C" LONG WINAPI RtlGetVersion(OSVERSIONINFOW* version);
 
-namespace check {
-
 namespace {
 
 int Density() { return static_cast<int>(1440 / forms::ReadTwipsPerPixel().x); }
-
-int RealDensity() {
-  const PhysicalPixels physical;
-  return Density();
-}
 
 std::string DescribeMachine() {
   OSVERSIONINFOW version{};
@@ -45,10 +38,12 @@ std::string DescribeMachine() {
   GetUserDefaultLocaleName(locale, LOCALE_NAME_MAX_LENGTH);
   DYNAMIC_TIME_ZONE_INFORMATION zone{};
   GetDynamicTimeZoneInformation(&zone);
+  const int seen = Density();
+  const PhysicalPixels physical;
   std::wostringstream machine;
   machine << L"Windows " << version.dwMajorVersion << L"." << version.dwMinorVersion << L", build "
-          << version.dwBuildNumber << L"; density " << RealDensity() << L", as the program sees it " << Density()
-          << L"; locale " << locale << L"; zone " << zone.TimeZoneKeyName << L", " << -zone.Bias << L" minutes";
+          << version.dwBuildNumber << L"; density " << Density() << L", as the program sees it " << seen << L"; locale "
+          << locale << L"; zone " << zone.TimeZoneKeyName << L", " << -zone.Bias << L" minutes";
   return support::Utf8(machine.str());
 }
 
@@ -101,8 +96,6 @@ int RunAll(const std::filesystem::path& program) {
 
 }  // namespace
 
-}  // namespace check
-
 int wmain(int count, wchar_t* words[]) {
   const std::wstring role = count > 1 ? words[1] : L"";
   if (role == L"--typewriter") {
@@ -115,10 +108,9 @@ int wmain(int count, wchar_t* words[]) {
   testing::InitGoogleTest(&count, words);  // takes its options out of the words
   testing::TestEventListeners& listeners = testing::UnitTest::GetInstance()->listeners();
   delete listeners.Release(listeners.default_result_printer());
-  listeners.Append(new check::Report);
+  listeners.Append(new Report);
   CoInitialize(nullptr);
-  const int status =
-      check::RunAll(count > 1 ? words[1] : std::filesystem::path(words[0]).replace_filename(L"Tidewell.exe"));
+  const int status = RunAll(count > 1 ? words[1] : std::filesystem::path(words[0]).replace_filename(L"Tidewell.exe"));
   DWORD processes[2];
   if (GetConsoleProcessList(processes, 2) == 1) {  // this console is ours and would close at once
     std::puts("Press Enter.");

@@ -8,8 +8,6 @@
 #include "tray/frmAbout.h"
 #include "windows_check/screen.h"
 
-namespace check {
-
 namespace {
 
 namespace layout = tidewell::frmMoonLayout;
@@ -76,6 +74,15 @@ RECT PlaceOfIconInWine() {
   return place;
 }
 
+/// A real click, if no other window covers the place.
+void ClickWithin(HWND window, POINT at) {
+  const HWND there = WindowFromPoint(at);
+  if (GetAncestor(there, GA_ROOT) != GetAncestor(window, GA_ROOT)) {
+    NotHere(L"a window of " + NameOf(there) + L" covers that of " + NameOf(window));
+  }
+  support::Click(at);
+}
+
 }  // namespace
 
 std::wstring Command() { return L"\"" + CopyOfProgram().wstring() + L"\""; }
@@ -135,11 +142,11 @@ HWND Process::ShownWindow(const std::wstring& windowClass) const {
   });
 }
 
-Program::Program(int show) : process_(CommandOfAFirstStart(), show) {
-  about_ = Until(L"the program's windows", [this] { return process_.Window(tidewell::frmAbout::kWindowClass); });
-  main_ = process_.Window(tidewell::frmMoon::kWindowClass);
+Program::Program(int show) : Process(CommandOfAFirstStart(), show) {
+  about_ = Until(L"the program's windows", [this] { return Window(tidewell::frmAbout::kWindowClass); });
+  main_ = Window(tidewell::frmMoon::kWindowClass);
   // The start is over when its thread waits for messages; the icon is there then.
-  WaitForInputIdle(process_.Handle(), kPatience);
+  WaitForInputIdle(Handle(), kPatience);
   support::Ask(main_, WM_NULL);
   if (show == SW_SHOWNORMAL) {
     WaitUntilShown(true);
@@ -149,7 +156,7 @@ Program::Program(int show) : process_(CommandOfAFirstStart(), show) {
 Program::~Program() {
   if (!Ended()) {
     support::Ask(main_, WM_ENDSESSION, TRUE);
-    if (!process_.Ended(kPatience)) {
+    if (!Ended(kPatience)) {
       RemoveIcon();
     }
   }
@@ -167,7 +174,7 @@ HWND Program::Menu() const {
   while ((menu = FindWindowExW(nullptr, menu, L"#32768", nullptr)) != nullptr) {
     DWORD owner = 0;
     GetWindowThreadProcessId(menu, &owner);
-    if (owner == process_.Id() && IsWindowVisible(menu) != FALSE) {
+    if (owner == Id() && IsWindowVisible(menu) != FALSE) {
       return menu;
     }
   }
@@ -239,14 +246,6 @@ void Program::ShowAbout() const {
   Until(L"the About box", [&] { return IsWindowVisible(about_) != FALSE; });
 }
 
-void ClickWithin(HWND window, POINT at) {
-  const HWND there = WindowFromPoint(at);
-  if (GetAncestor(there, GA_ROOT) != GetAncestor(window, GA_ROOT)) {
-    NotHere(L"a window of " + NameOf(there) + L" covers that of " + NameOf(window));
-  }
-  support::Click(at);
-}
-
 void ClickOn(HWND control, bool atItsLeft) {
   RECT place{};
   GetWindowRect(control, &place);
@@ -270,5 +269,3 @@ void ClickEntry(HWND menu, int entry) {
 }
 
 std::wstring NameOf(HWND window) { return window == nullptr ? L"nobody" : support::ClassOf(window); }
-
-}  // namespace check

@@ -11,8 +11,6 @@
 #include "runtime/handle_win.h"
 #include "support/other_windows_win.h"
 
-namespace check {
-
 inline constexpr DWORD kPatience = 20000;  ///< ms; only a failing check waits that long
 
 /// Calls the condition until it is true; returns that result. After kPatience the check fails with `what`, which the
@@ -56,8 +54,6 @@ class Process {
   /// Starts a command line, with a shortcut's show command.
   explicit Process(const std::wstring& commandLine, int show = SW_SHOWNORMAL);
   ~Process();
-  Process(const Process&) = delete;
-  Process& operator=(const Process&) = delete;
 
   [[nodiscard]] DWORD Id() const noexcept { return id_; }
   [[nodiscard]] HANDLE Handle() const noexcept { return process_.get(); }
@@ -80,16 +76,12 @@ class Process {
 };
 
 /// A running Tidewell. It ends with the object, and so does its icon.
-class Program {
+class Program : public Process {
  public:
   /// Starts it without a settings file and waits for its windows.
   explicit Program(int show = SW_SHOWNORMAL);
   ~Program();
-  Program(const Program&) = delete;
-  Program& operator=(const Program&) = delete;
 
-  [[nodiscard]] const Process& TheProcess() const noexcept { return process_; }
-  [[nodiscard]] bool Ended() const noexcept { return process_.Ended(); }
   [[nodiscard]] HWND Main() const noexcept { return main_; }
   [[nodiscard]] HWND About() const noexcept { return about_; }  ///< owns the icon
   [[nodiscard]] bool Visible() const noexcept { return IsWindowVisible(main_) != FALSE; }
@@ -112,7 +104,7 @@ class Program {
   /// hides the icon.
   [[nodiscard]] std::optional<RECT> FindIcon() const;
 
-  /// The same, but then the check ends.
+  /// The same, but ends the check if there is no such place.
   [[nodiscard]] RECT PlaceOfIcon() const;
 
   /// A real click in the middle of the icon; see PlaceOfIcon.
@@ -131,18 +123,15 @@ class Program {
   void ShowAbout() const;
 
  private:
-  Process process_;
   HWND main_;
   HWND about_;
 };
 
-/// A real click in a window. If another window covers the place, the check ends: never click the user's programs.
-void ClickWithin(HWND window, POINT at);
-
-/// A real click in the middle of a control, or at its left end, for the box of a check box.
+/// A real click in the middle of a control, or at its left end, for the box of a check box. Ends the check if another
+/// window covers the place: never click the user's programs.
 void ClickOn(HWND control, bool atItsLeft = false);
 
-/// A real click on an entry of the open menu, counted from 0.
+/// The same on an entry of the open menu, counted from 0.
 void ClickEntry(HWND menu, int entry);
 
 /// Whether an icon of the program is at a place, even of an ended one. Its tip is its name for a screen reader.
@@ -155,5 +144,3 @@ void ClickEntry(HWND menu, int entry);
 [[nodiscard]] constexpr POINT MiddleOf(const RECT& place) noexcept {
   return {.x = (place.left + place.right) / 2, .y = (place.top + place.bottom) / 2};
 }
-
-}  // namespace check

@@ -1,5 +1,4 @@
-// The report: lines, tip and picture of the running program are those that the same code makes here for the same
-// minute.
+// The report: the program shows the lines, tip and picture that the same code makes here for the same minute.
 
 #include <cmath>
 
@@ -13,8 +12,6 @@
 #include "tray/tray_icon_record.h"
 #include "windows_check/program.h"
 #include "windows_check/screen.h"
-
-namespace check {
 
 namespace {
 
@@ -67,7 +64,7 @@ bool ShowsReport(const Program& program, bool withOffset, std::wstring& problem)
   return shown == wanted;
 }
 
-/// Reads within the second before the first tick. Tries again, as a busy machine may be too slow.
+/// Reads within the second before the first tick. Tries again: a busy machine may be too slow.
 TEST(Report, BeforeTheFirstTick) {
   std::wstring problem;
   Until(problem, [&] { return ShowsReport(Program(), false, problem); });
@@ -154,5 +151,3 @@ TEST(Report, IsInThePictureOfTheSouthernView) {
 }
 
 }  // namespace
-
-}  // namespace check

@@ -4,8 +4,6 @@
 #include "windows_check/program.h"
 #include "windows_check/screen.h"
 
-namespace check {
-
 namespace {
 
 namespace layout = tidewell::frmAboutLayout;
@@ -138,5 +136,3 @@ TEST(Menu, ShowsTheAboutBoxWhichOkAndEscapeHide) {
 }
 
 }  // namespace
-
-}  // namespace check

@@ -1,14 +1,16 @@
-// The windows: their controls, places and fonts.
+// The windows: their controls, places and fonts, and what the options do.
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
 
 #include "forms/controls_win.h"
 #include "report/frmMoon_layout.h"
+#include "report/settings.h"
+#include "runtime/code_page.h"
 #include "tray/frmAbout_layout.h"
 #include "windows_check/program.h"
 #include "windows_check/screen.h"
-
-namespace check {
 
 namespace {
 
@@ -117,7 +119,7 @@ TEST(Window, HasItsTabOrder) {
   EXPECT_EQ(next(program.CloseButton()), program.Option(0));
 }
 
-/// Whether a pixel is much darker than the ground. Letters smoothed with ClearType have fainter pixels further out.
+/// Whether a pixel is much darker than the ground. ClearType adds fainter pixels around a letter.
 bool IsInk(COLORREF pixel, COLORREF ground) {
   const auto light = [](COLORREF colour) { return GetRValue(colour) + GetGValue(colour) + GetBValue(colour); };
   return light(ground) - light(pixel) > 3 * 64;
@@ -139,7 +141,7 @@ SIZE InkOf(const Pixels& picture) {
   return {.cx = std::max(0L, right - left + 1), .cy = std::max(0L, bottom - top + 1)};
 }
 
-/// The bounds of a text's pixels in a font, in this program's pixels.
+/// The size of a text's ink in a font.
 SIZE InkOfText(const std::wstring& text, const forms::FontDescription& font) {
   constexpr RECT kRoom = {.left = 0, .top = 0, .right = 1600, .bottom = 200};
   const runtime::unique_font made = forms::MakeFont(font);
@@ -202,6 +204,62 @@ TEST(Window, HasTheDesignsFonts) {
   }
 }
 
-}  // namespace
+// ---- the options
 
-}  // namespace check
+constexpr std::size_t kRecordStart = 16 * 512;  // the 17th record
+
+/// The file after a first run: zeros, then the record.
+std::string WantedFile(const tidewell::SettingsRecord& record) {
+  const tidewell::SettingsBytes bytes = Pack(record, runtime::SystemCodePage());
+  return std::string(kRecordStart, '\0') + std::string(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+}
+
+std::string File() {
+  std::ifstream file(SettingsFile(), std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// Clicks an option twice. After each click the file must hold it and nothing else.
+void ClickTwice(int index, runtime::Boolean tidewell::SettingsRecord::*option) {
+  const Program program;
+  EXPECT_EQ(File(), "");
+  tidewell::SettingsRecord record;
+  for (const runtime::Boolean value : {runtime::True, runtime::False}) {
+    Sleep(GetDoubleClickTime());
+    ClickOn(program.Option(index), true);
+    Until(L"the option's tick changed",
+          [&] { return support::Ask(program.Option(index), BM_GETCHECK) == tidewell::StateFromOption(value); });
+    support::Ask(program.Main(), WM_NULL);  // waits until the click is handled
+    record.*option = value;
+    const std::string wanted = WantedFile(record), got = File();
+    EXPECT_EQ(wanted.size(), got.size());
+    EXPECT_EQ(std::ranges::mismatch(wanted, got).in1 - wanted.begin(), std::ssize(wanted)) << "bytes are right";
+  }
+}
+
+TEST(Option, RestoreInSystemTrayIsStored) { ClickTwice(0, &tidewell::SettingsRecord::RestoreInTray); }
+
+TEST(Option, SouthernViewIsStored) { ClickTwice(2, &tidewell::SettingsRecord::SouthernView); }
+
+/// This option is disabled: a click changes nothing.
+TEST(Option, AutomaticStartIsDisabled) {
+  const Program program;
+  ClickOn(program.Option(1), true);
+  Sleep(500);
+  EXPECT_EQ(support::Ask(program.Option(1), BM_GETCHECK), BST_UNCHECKED);
+  EXPECT_EQ(File(), "");
+}
+
+TEST(Option, RestoreInSystemTrayHidesTheWindow) {
+  const Program program;
+  ClickOn(program.Option(0), true);
+  Until(L"the option's tick", [&] { return support::Ask(program.Option(0), BM_GETCHECK) == BST_CHECKED; });
+  ClickOn(program.CloseButton());
+  program.WaitUntilShown(false);
+  EXPECT_FALSE(program.Ended());
+  EXPECT_TRUE(program.IconStands());
+  program.SendIconMessage(WM_LBUTTONUP);
+  program.WaitUntilShown(true);
+}
+
+}  // namespace
