@@ -1,8 +1,8 @@
 # shellcheck shell=bash
 # Source this: it makes Wine use the repository's own prefix, build/wine-prefix.
 
-repository=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-export WINEPREFIX=$repository/build/wine-prefix WINEARCH=win32 WINEDEBUG=-all
+WINEPREFIX=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)/build/wine-prefix
+export WINEPREFIX WINEARCH=win32 WINEDEBUG=-all
 # No downloads of .NET or a browser, no menu entries on the user's desktop.
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
 
@@ -47,8 +47,25 @@ wine_prefix() {
   ) 9>"$WINEPREFIX.lock"
 }
 
-# Runs a command on its own display. Wine ties a prefix to the display of its
-# first use, so nobody else may use the prefix meanwhile.
-with_own_display() {
-  flock --close "$WINEPREFIX.lock" "$repository/tools/under-display.sh" "$@"
-}
+# Runs a command on a virtual display of its own and returns its status. The Wine
+# server, with every program left, ends before the display. Wine ties a prefix to the
+# display of its first use, so nobody else may use the prefix meanwhile.
+with_own_display() (
+  exec 9>"$WINEPREFIX.lock"
+  flock 9
+  # The server picks a free display and prints its number when it is ready. setsid
+  # keeps the terminal's Ctrl-C from it, so that it outlives the command. Without
+  # -noreset it restarts after its last client and refuses new ones meanwhile.
+  exec {told}< <(exec setsid Xvfb -displayfd 1 -noreset -screen 0 1024x768x24 2>/dev/null 9>&-)
+  server=$!
+  trap '{ wineserver -k; kill "$server"; wait; } 2>/dev/null || true' EXIT
+  trap 'exit 130' INT
+  trap 'exit 143' TERM HUP
+  if ! read -r -t 30 -u "$told" number; then
+    echo "Xvfb did not start" >&2
+    exit 1
+  fi
+  exec {told}<&-
+  export DISPLAY=:$number
+  "$@" 9>&-
+)
