@@ -1,27 +1,16 @@
-# 32-bit Windows with mingw-w64. On Windows itself (MSYS2, mingw32 shell) the compiler is g++.
+# 32-bit Windows with mingw-w64.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 
-if(CMAKE_HOST_WIN32)
-  set(CMAKE_CXX_COMPILER g++)
-  set(CMAKE_RC_COMPILER windres)
+# The program has no threads: the win32-threads library is 29 kB smaller. It lacks <mutex>, which GoogleTest needs.
+if(TIDEWELL_TESTS)
+  set(threads posix)
 else()
-  # The program has no threads: the win32-threads library is 29 kB smaller. It lacks <mutex>, which GoogleTest needs.
-  if(TIDEWELL_TESTS)
-    set(threads posix)
-  else()
-    set(threads win32)
-  endif()
-  set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES TIDEWELL_TESTS)
-  set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-${threads})  # for GoogleTest
-  set(CMAKE_CXX_COMPILER i686-w64-mingw32-g++-${threads})
-  set(CMAKE_RC_COMPILER i686-w64-mingw32-windres)
-  set(CMAKE_FIND_ROOT_PATH /usr/i686-w64-mingw32)
-  set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
-  set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
-  set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-  set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
-  set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../tools/under-wine.sh)
+  set(threads win32)
 endif()
-
+set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES TIDEWELL_TESTS)
+set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-${threads})  # for GoogleTest
+set(CMAKE_CXX_COMPILER i686-w64-mingw32-g++-${threads})
+set(CMAKE_RC_COMPILER i686-w64-mingw32-windres)
 set(CMAKE_RC_FLAGS_INIT "-c 65001")
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../tools/under-wine.sh)
