@@ -30,11 +30,8 @@ mount --rbind /dev "$root/dev"
 mkdir -p "$root/tidewell/build/e2e"
 tar -c --exclude ./build --exclude ./.git . | tar -x -C "$root/tidewell"
 cp build/windows/Tidewell.exe "$root/tidewell/build"
-PYTHONPATH=tests/e2e /usr/bin/python3 -B - "$root/tidewell/build/e2e" <<'PYTHON'
-import sys
-from bench import folders, tools
-tools.build(folders.Folders(sys.argv[1]).tools)
-PYTHON
+PYTHONPATH=tests/e2e /usr/bin/python3 -B -c "from bench import folders, tools
+tools.build(folders.Folders('$root/tidewell/build/e2e').tools)"
 
 inside() { chroot "$root" env HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin "$@"; }
 inside /tidewell/tools/setup.sh e2e

@@ -34,13 +34,10 @@ if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
   exit 1
 fi
 
-# dpkg-query fails if a single name is unknown, so its status says nothing.
-# shellcheck disable=SC2016 # dpkg expands the format
-installed=$(dpkg-query -W -f '${db:Status-Status} ${Package} ${Package}:${Architecture} \n' \
-  "${wanted[@]}" 2>/dev/null | sed -n 's/^installed//p') || true
 missing=()
 for package in "${wanted[@]}"; do
-  [[ $installed == *" $package "* ]] || missing+=("$package")
+  # shellcheck disable=SC2016 # dpkg expands the format
+  [[ $(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null) == installed* ]] || missing+=("$package")
 done
 ((${#missing[@]})) || exit 0
 echo "setup: installing ${missing[*]}"
@@ -61,8 +58,8 @@ apt_get() {
     -o Acquire::Retries=3 -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0 "$@"
 }
 
-# Arguments: more apt-get options. Goes on if an index cannot be downloaded: it may
-# be that of an unrelated source. Removes no package.
+# Arguments: more apt-get options. Continues if an index cannot be downloaded: it
+# may belong to an unrelated source. Removes no package.
 update_and_install() {
   apt_get update || true
   apt_get "$@" install --no-install-recommends --no-remove "${missing[@]}"
