@@ -31,8 +31,6 @@ DAY, MONTH = 86400, 29.530589 * 86400  # seconds
 YEAR = 365.2425  # days
 
 
-# ---------------------------------------------------------------- the reference
-
 def reference():
     """The phases and, in short steps, the lit fractions of a modern ephemeris."""
     WORK.mkdir(parents=True, exist_ok=True)
@@ -48,8 +46,6 @@ def rows(path):
     with open(path, encoding="utf-8") as lines:
         return [[float(cell) for cell in line.split("\t")] for line in lines if not line.startswith("#")]
 
-
-# ---------------------------------------------------------------- output
 
 def table(head, lines):
     """A Markdown table; all columns but the first are numbers."""
@@ -86,8 +82,6 @@ def write_points(name, points):
     """A file of points for plots.gp."""
     (WORK / name).write_text("".join(" ".join(map(str, point)) + "\n" for point in points), encoding="utf-8")
 
-
-# ---------------------------------------------------------------- the times of the phases
 
 def measure_instants(phases):
     """Errors of the New and Full Moons in minutes, by cause."""
@@ -131,8 +125,6 @@ def errors_as_published(phases):
     return errors
 
 
-# ---------------------------------------------------------------- the lit fraction
-
 def lit_at(jd):
     """The program's lit fraction at a Julian day."""
     t = o.julian_centuries(jd)
@@ -169,8 +161,6 @@ def measure_clock(phases):
         points.append((offset, rms, largest.lstrip("+-"), 100 * sum(steps) / len(steps)))
     write_points("clock.dat", points)
 
-
-# ---------------------------------------------------------------- a phase found from the day's start
 
 def reports(first_year, last_year, offset):
     """(start, length in seconds, report, true dates) for each span in which the lines do not change. The "true" dates

@@ -55,12 +55,8 @@ plot "clock.dat" using 1:3 title "largest error (left)" with linespoints pt 7 ps
      "" using 1:4 axes x1y2 title "another tray picture (right)" with linespoints pt 5 ps 0.6 lc rgb orange
 
 set output docs."/accuracy-days.png"
-unset bmargin
-unset y2tics
-unset y2label
-unset xlabel
-unset ylabel
-unset grid
+reset
+set border linecolor rgb grey
 set grid xtics linetype 1 linecolor rgb "#dddddd"
 set xrange [0:365]
 set xtics ("Jan" 0, "Feb" 31, "Mar" 59, "Apr" 90, "May" 120, "Jun" 151, "Jul" 181, "Aug" 212, "Sep" 243, "Oct" 273, \
