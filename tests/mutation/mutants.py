@@ -152,14 +152,7 @@ BY_HAND = {
         ("one-copy-for-all-users", 'L"Local\\\\"', 'L"Global\\\\"'),
     ],
     "runtime/locale_names_win.cpp": [
-        ("locale-read-once",
-         "  LocaleNames locale;\n",
-         "  static LocaleNames locale;\n"
-         "  static bool read = false;\n"
-         "  if (read) {\n"
-         "    return locale;\n"
-         "  }\n"
-         "  read = true;\n"),
+        ("locale-read-once", "  return locale;\n", "  static const LocaleNames first = locale;\n  return first;\n"),
     ],
     "runtime/code_page_win.cpp": [
         ("code-page-of-the-console",
@@ -177,7 +170,7 @@ BY_HAND = {
 EQUIVALENT = {
     r"(?:astro/mMoon|tray/icon_number|tray/message_number)\.h: inline \S+ \w+ = 0; -> .* = 1;": "written before it is read",
     r"tray/tray_icon_record\.h: \S+ \w+ = 0; -> .* = 1;": "About fills the record before the shell sees it",
-    r"tray/message_number\.h: enum class ScaleMode": "the two are only told apart",
+    r"tray/message_number\.h: enum class ScaleMode": "only their difference matters",
     r"tray/tray_icon\.h: bool stands_ = false;": "the first Apply sets it",
     r"tray/phase_drawing\.cpp: drawing\.SetDrawStyle": "all lines are solid",
     r"report/moon_report\.cpp: .* = (?:full\.date|NextFull) < .* <= ": "no Full Moon comes together with a New Moon",

@@ -14,10 +14,10 @@ The exit status is 1 if a mutant made by hand survives, or too many generated on
 
 import argparse
 import datetime
-import os
 import random
 import re
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -33,38 +33,41 @@ END_TO_END_SECONDS = 3600
 
 
 def run(command, folder, seconds):
-    """Runs a command; returns its status (None after a timeout) and its output."""
-    process = subprocess.Popen(command, cwd=folder, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                               stdin=subprocess.DEVNULL, text=True, errors="replace", start_new_session=True)
-    try:
-        output, _ = process.communicate(timeout=seconds)
-        return process.returncode, output
-    except subprocess.TimeoutExpired:
-        os.killpg(process.pid, 9)
-        output, _ = process.communicate()
-        return None, output
+    """Runs a command; returns its status (None after a timeout, which kills its children too) and its output."""
+    done = subprocess.run(["timeout", "--signal=KILL", str(seconds), *command], cwd=folder, stdin=subprocess.DEVNULL,
+                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, errors="replace")
+    return None if done.returncode == -signal.SIGKILL else done.returncode, done.stdout
 
 
-def run_or_fail(command, folder, seconds, what):
-    status, output = run(command, folder, seconds)
+def run_or_fail(command, folder, what):
+    status, output = run(command, folder, BUILD_SECONDS)
     if status != 0:
         sys.exit(f"{what} failed:\n{output[-4000:]}")
 
 
 def first_failure(output):
     """The name of the first failed test in GoogleTest's or pytest's output."""
-    found = re.search(r"^\[  FAILED  \] ([\w/.]+)", output, re.M) or re.search(r"^FAILED \S*?(\w+\.py::[^\s-]+)", output, re.M)
-    return found[1] if found else "the test program ended"
+    found = re.search(r"^\[  FAILED  \] ([\w/.]+)|^FAILED \S*?(\w+\.py::[^\s-]+)", output, re.M)
+    return found[1] or found[2] if found else "the test program ended"
 
 
 class Tests:
-    """The tests in a copy of the tree. A subclass says how to `configure` the build in which `folder`, which `programs`
-    (with which `suffix`) the `runner` starts for at most so many `seconds`, and which `share` of the generated mutants
-    must die."""
+    """The tests in a copy of the tree: those of the portable code on this machine, or those of the windows under Wine.
+    The slower end-to-end tests, if wanted, try only the mutants that survive these."""
 
-    def __init__(self, tree):
-        self.tree, self.folder = tree, tree / self.folder
-        run_or_fail(["cmake", *self.configure, "-B", self.folder], tree, BUILD_SECONDS, "configuring the build")
+    def __init__(self, tree, windows, end_to_end):
+        self.tree, self.end_to_end = tree, windows and end_to_end
+        if windows:
+            self.folder, self.programs = "build/windows-tests", ["tests/window_tests.exe", "tests/program_end_tests.exe"]
+            self.runner, self.seconds = ["tools/under-wine.sh"], 600
+            self.wanted_share = 0.75  # lower, because the sample is small
+            options = ["--preset", "windows-tests", "-DCMAKE_COMPILE_WARNING_AS_ERROR=OFF", "-DTIDEWELL_TIDY=OFF"]
+        else:
+            self.folder, self.programs = "build/mutants", ["tests/core_tests"]
+            self.runner, self.seconds = [], 60
+            self.wanted_share = 0.95
+            options = ["-G", "Ninja", "-DCMAKE_BUILD_TYPE=", "-DTIDEWELL_TESTS=ON", "-DCMAKE_CXX_FLAGS=-O0"]
+        run_or_fail(["cmake", *options, "-B", self.folder], tree, "configuring the build")
 
     def build(self):
         return run(["cmake", "--build", self.folder, "-j2", "--target", *self.programs], self.tree, BUILD_SECONDS)
@@ -72,42 +75,17 @@ class Tests:
     def failing_test(self):
         """The first test that fails, or None."""
         for program in self.programs:
-            path = self.folder / "tests" / (program + self.suffix)
-            status, output = run([*self.runner, path, "--gtest_brief=1", "--gtest_fail_fast"], self.tree, self.seconds)
+            status, output = run([*self.runner, f"{self.folder}/{program}", "--gtest_brief=1", "--gtest_fail_fast"],
+                                 self.tree, self.seconds)
+            if status is None:
+                run(["bash", "-c", "source tools/wine-env.sh; wineserver -k"], self.tree, 60)
+                return "endless"
             if status != 0:
-                return "endless" if status is None else first_failure(output)
-        return None
-
-
-class NativeTests(Tests):
-    """The tests of the portable code, built for this machine without sanitizers or optimisation."""
-
-    programs, suffix, runner, seconds = ("core_tests",), "", (), 60
-    folder = "build/mutants"
-    configure = ("-G", "Ninja", "-DCMAKE_BUILD_TYPE=", "-DTIDEWELL_TESTS=ON", "-DCMAKE_CXX_FLAGS=-O0")
-    share = 0.95
-
-
-class WindowsTests(Tests):
-    """The window tests under Wine. The slower end-to-end tests try only the mutants that these let pass."""
-
-    programs, suffix, runner, seconds = ("window_tests", "program_end_tests"), ".exe", ("tools/under-wine.sh",), 600
-    folder = "build/windows-tests"
-    configure = ("--preset", "windows-tests", "-DCMAKE_COMPILE_WARNING_AS_ERROR=OFF", "-DTIDEWELL_TIDY=OFF")
-    share = 0.75  # lower, because the sample is small
-
-    def __init__(self, tree, end_to_end):
-        super().__init__(tree)
-        self.end_to_end = end_to_end
-
-    def failing_test(self):
-        failing = super().failing_test()
-        if failing == "endless":
-            run(["bash", "-c", "source tools/wine-env.sh; wineserver -k"], self.tree, 60)
-        if failing or not self.end_to_end:
-            return failing
+                return first_failure(output)
+        if not self.end_to_end:
+            return None
         for step in (["--preset", "windows", "-DCMAKE_COMPILE_WARNING_AS_ERROR=OFF"], ["--build", "build/windows", "-j2"]):
-            run_or_fail(["cmake", *step], self.tree, BUILD_SECONDS, "building the program")
+            run_or_fail(["cmake", *step], self.tree, "building the program")
         status, output = run(["/usr/bin/python3", "-B", "-m", "pytest", "-x", "-q", "tests/e2e"], self.tree,
                              END_TO_END_SECONDS)
         if status in (0, None):
@@ -169,7 +147,7 @@ def check_tests(arguments):
     with tempfile.TemporaryDirectory(prefix="tidewell-mutants-") as scratch:
         tree = Path(scratch) / "tree"
         shutil.copytree(REPOSITORY, tree, symlinks=True, ignore=shutil.ignore_patterns(".git", "build", "__pycache__"))
-        tests = WindowsTests(tree, arguments.end_to_end) if arguments.windows else NativeTests(tree)
+        tests = Tests(tree, arguments.windows, arguments.end_to_end)
         status, output = tests.build()
         failing = tests.failing_test() if status == 0 else f"the build: {output[-4000:]}"
         if failing:
@@ -179,8 +157,8 @@ def check_tests(arguments):
     built = made["killed"] + made["survived"]
     share = made["killed"] / built if built else 1
     print(f"by hand: {dict(hand)}\ngenerated, seed {arguments.seed}: {dict(made)}; {share:.0%} killed, "
-          f"at least {tests.share:.0%} wanted")
-    return int(hand["killed"] != len(by_hand_chosen) or share < tests.share)
+          f"at least {tests.wanted_share:.0%} wanted")
+    return int(hand["killed"] != len(by_hand_chosen) or share < tests.wanted_share)
 
 
 def main():
