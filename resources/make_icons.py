@@ -9,6 +9,7 @@ A picture file holds, line by line:
     colour CHARACTER RED GREEN BLUE      one of the 16 colours of PALETTE
     colour CHARACTER transparent
     icon NAME SIZE                       followed at once by SIZE rows of SIZE characters
+    half NAME SIZE                       followed by the upper half of the rows; the lower half mirrors it
 
 Pictures of one NAME go into NAME.ico together, in the order of the file. The waning phases mirror the waxing ones.
 window_icon.py draws the window icon's large pictures, which are stored as PNG. A mistake in a picture ends the run with
@@ -51,15 +52,17 @@ def parse(path):
                     legend[character] = TRANSPARENT
                 case "colour", character, *channels:
                     legend[character] = PALETTE.index(tuple(map(int, channels)))
-                case "icon", name, size:
+                case "icon" | "half" as part, name, size:
                     picture = icons.setdefault(name, {})[int(size)] = []
-                    for _ in range(int(size)):
+                    for _ in range(int(size) // (1 if part == "icon" else 2)):
                         number += 1
                         picture.append([legend[character] for character in lines[number - 1]])
                         if len(picture[-1]) != int(size):
                             raise ValueError(f"not {size} characters")
+                    if part == "half":
+                        picture += picture[::-1]
                 case _:
-                    raise ValueError("neither 'colour' nor 'icon'")
+                    raise ValueError("neither 'colour', 'icon' nor 'half'")
     except (IndexError, KeyError, ValueError) as error:
         sys.exit(f"{path}:{number}: not understood: {error!r}")
     return icons

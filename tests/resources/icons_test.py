@@ -37,8 +37,8 @@ def eroded(points):
 
 INSIDE = eroded(DISC)  # the disc within its black outline: columns 1 to 14
 CORE = eroded(INSIDE)  # and within the rim
-EQUATOR = (7, 8)       # the two middle rows
-ROWS = range(1, 15)    # those with pixels inside
+EQUATOR = 7
+ROWS = range(1, 8)     # those of the upper half with pixels inside; the lower half mirrors them
 
 SLIVERS = (1, 2)
 CRESCENT_WIDTHS = {3: 3, 4: 4, 5: 5, 6: 5}
@@ -145,16 +145,14 @@ class Phases(unittest.TestCase):
                 for row in range(16):
                     self.assertLessEqual(len(lit_columns(picture, row)), 2)
                     self.assertLessEqual(set(lit_columns(picture, row)), {11, 12, 13, 14})
-                for row in EQUATOR:
-                    self.assertEqual(picture[row][14], WHITE)
+                self.assertEqual(picture[EQUATOR][14], WHITE)
 
     def test_crescents_quarter_and_gibbous_reach_left_until_one_column_is_dark(self):
         widths = CRESCENT_WIDTHS | {QUARTER: 7} | {phase: phase for phase in GIBBOUS}
         for phase, width in widths.items():
             with self.subTest(phase=phase):
-                for row in EQUATOR:
-                    self.assertEqual(lit_columns(PICTURES[phase], row), list(range(15 - width, 15)))
-        self.assertEqual(PICTURES[13][EQUATOR[0]][:3], [BLACK, BLACK, LIGHT_GREY])
+                self.assertEqual(lit_columns(PICTURES[phase], EQUATOR), list(range(15 - width, 15)))
+        self.assertEqual(PICTURES[13][EQUATOR][:3], [BLACK, BLACK, LIGHT_GREY])
 
     def test_full_moon_is_white_in_a_light_grey_ring(self):
         self.assertEqual({PICTURES[FULL][row][column] for row, column in CORE}, {WHITE})
@@ -181,7 +179,7 @@ class Phases(unittest.TestCase):
     def test_terminator_curves_one_way_from_pole_to_equator(self):
         for phase, picture in enumerate(PICTURES[3:FULL], 3):
             with self.subTest(phase=phase):
-                first = [lit_columns(picture, row)[0] for row in range(1, 8)]
+                first = [lit_columns(picture, row)[0] for row in ROWS]
                 self.assertEqual(first, sorted(first, reverse=phase > QUARTER))
                 if phase == QUARTER:
                     self.assertEqual(set(first), {8})
@@ -203,13 +201,13 @@ class Phases(unittest.TestCase):
 
 class Mistakes(unittest.TestCase):
     def test_a_mistake_in_a_picture_is_reported_with_its_line(self):
-        good = "; comment\n\ncolour # 0 0 0\ncolour . transparent\nicon one 2\n#.\n.#\n"
+        good = "; comment\n\ncolour # 0 0 0\ncolour . transparent\nhalf two 2\n##\nicon one 2\n#.\n.#\n"
         with tempfile.TemporaryDirectory() as folder:
             path = Path(folder, "some.txt")
             path.write_text(good)
-            self.assertEqual(make_icons.parse(path), {"one": {2: [[0, None], [None, 0]]}})
-            for old, new, line in [("0 0 0", "0 0 1", 3), ("colour .", "color .", 4), ("#.\n", "#\n", 6),
-                                   ("#.\n", "#x\n", 6), ("#.\n", "#.\n#.\n", 8), (".#\n", "", 7)]:
+            self.assertEqual(make_icons.parse(path), {"two": {2: [[0, 0], [0, 0]]}, "one": {2: [[0, None], [None, 0]]}})
+            for old, new, line in [("0 0 0", "0 0 1", 3), ("colour .", "color .", 4), ("#.\n", "#\n", 8),
+                                   ("#.\n", "#x\n", 8), ("#.\n", "#.\n#.\n", 10), (".#\n", "", 9)]:
                 with self.subTest(old=old, new=new), self.assertRaises(SystemExit) as refused:
                     path.write_text(good.replace(old, new))
                     make_icons.parse(path)
