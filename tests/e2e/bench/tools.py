@@ -34,8 +34,7 @@ def build(folder):
     recipes = {
         "clock_preload.so": (LINUX_32, ["-ffreestanding", "-fPIC", "-shared", "-nostdlib"],
                              ["clock_preload.c"], ["-lgcc"]),
-        "driver.exe": (WINDOWS, static, ["driver.cpp", TESTS / "support/other_windows_win.cpp"],
-                       ["-loleacc", "-lole32", "-loleaut32", "-lshell32", "-luuid"]),
+        "driver.exe": (WINDOWS, static, ["driver.cpp"], ["-loleacc", "-lole32", "-loleaut32", "-lshell32", "-luuid"]),
         "shell32.dll": (WINDOWS, [*static, "-shared"], ["shell_stand_in.cpp", "faults.cpp", "scenario.cpp"],
                         ["-Wl,--kill-at", "-lgdi32"]),
         "stepper.exe": (WINDOWS, [*static, "-municode"], ["stepper.cpp"], []),
