@@ -31,7 +31,7 @@ class FittedLabel : public testing::Test {
     return font;
   }
 
-  /// The height of the characters after a text was written.
+  /// Writes a text and returns the height of its characters.
   int HeightFor(const std::wstring& text) {
     label_.SetCaption(text);
     return -Logical().lfHeight;
@@ -74,20 +74,15 @@ TEST_F(FittedLabel, WritesEveryTextInTheLargestSizeThatFits) {
   }
 }
 
-TEST_F(FittedLabel, ReturnsToTheDesignsFontIfTheTextFitsAgain) {
+TEST_F(FittedLabel, ReturnsToTheDesignsFontIfTheTextFitsAgainAndLeaksNoOther) {
   EXPECT_EQ(HeightFor(kShort), kDesignHeight);
   const HFONT design = Font();
   EXPECT_LT(HeightFor(kWide), kDesignHeight);
-  HeightFor(kShort);
-  EXPECT_EQ(Font(), design);
-}
-
-TEST_F(FittedLabel, LeaksNoFont) {
-  HeightFor(kWide);
   const HFONT first = Font();
   HeightFor(kWide + L"!");
   const HFONT second = Font();
   HeightFor(kShort);
+  EXPECT_EQ(Font(), design);
   EXPECT_EQ(GetObjectType(first), 0U);
   EXPECT_EQ(GetObjectType(second), 0U);
 }

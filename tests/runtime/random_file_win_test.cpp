@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <filesystem>
 #include <utility>
 
 #include "runtime/program_folder.h"
 #include "support/raises.h"
-#include "support/scratch_file_win.h"
 #include "support/system_stand_in_win.h"
 
 extern "C" decltype(&WriteFile) writeFileSlot asm("__imp__WriteFile@20");
@@ -24,12 +24,14 @@ constexpr Bytes kBytes = {std::byte{1}, std::byte{2}, std::byte{3}};
 
 class RandomFileTest : public testing::Test {
  protected:
-  ScratchFile scratch_{runtime::ProgramFolder() + L"\\scratch.dat"};
+  RandomFileTest() { std::filesystem::remove(path_); }
+
+  const std::wstring path_ = runtime::ProgramFolder() + L"\\scratch.dat";
 };
 
 TEST_F(RandomFileTest, LetsAnotherProgramReadAndWriteMeanwhile) {
-  const RandomFile file(scratch_.path(), 512);
-  const RandomFile other(scratch_.path(), 512);
+  const RandomFile file(path_, 512);
+  const RandomFile other(path_, 512);
   other.Write(2, kBytes);
   Bytes bytes{};
   file.Read(2, bytes);
@@ -37,7 +39,7 @@ TEST_F(RandomFileTest, LetsAnotherProgramReadAndWriteMeanwhile) {
 }
 
 TEST_F(RandomFileTest, ReadsZerosBeyondTheEnd) {
-  const RandomFile file(scratch_.path(), 2);
+  const RandomFile file(path_, 2);
   file.Write(1, kBytes);
   Bytes bytes = kBytes;
   file.Read(2, bytes);
@@ -48,7 +50,7 @@ TEST_F(RandomFileTest, ReadsZerosBeyondTheEnd) {
 }
 
 TEST_F(RandomFileTest, NamesTheErrorsOfOpening) {
-  EXPECT_TRUE(Raises(PathNotFound, [&] { RandomFile(scratch_.path() + L"\\no\\such", 512); }));
+  EXPECT_TRUE(Raises(PathNotFound, [&] { RandomFile(path_ + L"\\no\\such", 512); }));
   EXPECT_TRUE(Raises(BadFileNameOrNumber, [] { RandomFile(L"C:\\a<b>|c", 512); }));
 }
 
@@ -65,7 +67,7 @@ BOOL WINAPI ReadHalf(HANDLE, LPVOID, DWORD size, LPDWORD read, LPOVERLAPPED) {
 }
 
 TEST_F(RandomFileTest, NamesTheErrorOfARefusedWrite) {
-  const RandomFile file(scratch_.path(), 512);
+  const RandomFile file(path_, 512);
   const Refused<writeFileSlot, FALSE> refused;
   for (const auto& [fault, error] : {std::pair{ERROR_WRITE_PROTECT, PermissionDenied},
                                      {ERROR_LOCK_VIOLATION, PermissionDenied},
@@ -81,13 +83,13 @@ TEST_F(RandomFileTest, NamesTheErrorOfARefusedWrite) {
 }
 
 TEST_F(RandomFileTest, TreatsAHalfWrittenRecordAsAFullDisk) {
-  const RandomFile file(scratch_.path(), 512);
+  const RandomFile file(path_, 512);
   const SystemStandIn standIn(writeFileSlot, &WriteHalf);
   EXPECT_TRUE(Raises(DiskFull, [&] { file.Write(1, kBytes); }));
 }
 
 TEST_F(RandomFileTest, NamesTheErrorOfAFailedRead) {
-  const RandomFile file(scratch_.path(), 512);
+  const RandomFile file(path_, 512);
   file.Write(1, kBytes);
   Bytes bytes{};
   {
