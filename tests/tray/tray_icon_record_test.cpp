@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "support/code_pages.h"
@@ -27,27 +28,19 @@ TEST(TrayIconRecord, TipIsCutAtItsWidth) {
 }
 
 TEST(TrayIconRecord, PacksInto88Bytes) {
-  TrayIconRecord record = {.cbSize = 0x01020304,
-                           .hWnd = 0x11121314,
-                           .uID = 0x21222324,
-                           .uFlags = 0x31323334,
-                           .uCallbackMessage = 0x41424344,
-                           .hIcon = 0xF1F2F3F4};
-  record.SetTip(L"tip \x20AC");
-  const TrayIconBytes bytes = Pack(record, support::PageWithPrivateCharacters());
-  ASSERT_EQ(bytes.size(), 88U);
-  for (unsigned field = 0; field < 5; ++field) {
-    for (unsigned i = 0; i < 4; ++i) {
-      EXPECT_EQ(bytes.at(4 * field + i), std::byte(0x10 * field + 4 - i));
-    }
-  }
-  EXPECT_EQ(bytes.at(20), std::byte{0xF4});
-  EXPECT_EQ(bytes.at(23), std::byte{0xF1});
-  EXPECT_EQ(bytes.at(24), std::byte{'t'});
-  EXPECT_EQ(bytes.at(28), std::byte{0x80});
-  EXPECT_EQ(bytes.at(29), std::byte{' '});
-  EXPECT_EQ(bytes.at(87), std::byte{' '});
-  EXPECT_EQ(Unpack(bytes, support::PageWithPrivateCharacters()), record);
+  const runtime::CodePage page = support::PageWithPrivateCharacters();
+  TrayIconBytes bytes{};
+  std::ranges::generate(bytes, [next = 0x40U]() mutable { return std::byte(next++); });
+  const TrayIconRecord record = Unpack(bytes, page);
+  EXPECT_EQ(record.cbSize, 0x43424140U);
+  EXPECT_EQ(record.hWnd, 0x47464544U);
+  EXPECT_EQ(record.uID, 0x4B4A4948U);
+  EXPECT_EQ(record.uFlags, 0x4F4E4D4CU);
+  EXPECT_EQ(record.uCallbackMessage, 0x53525150U);
+  EXPECT_EQ(record.hIcon, 0x57565554U);
+  EXPECT_EQ(record.szTip.front(), L'X');
+  EXPECT_EQ(record.szTip.at(0x80 - 0x58), L'\x20AC');
+  EXPECT_EQ(Pack(record, page), bytes);
 }
 
 }  // namespace tidewell
