@@ -66,7 +66,7 @@ def mean(colours):
 
 
 def look(width, height, unit, colour, left=0, top=0):
-    """A picture of colour(x, y) as rows of (red, green, blue, alpha). It starts at (left, top); a pixel is `unit` wide."""
+    """A picture of colour(x, y) as rows of (red, green, blue, alpha), from (left, top) on; a pixel is `unit` wide."""
     step = unit / SAMPLES
     lines = [[colour(left + (column + 0.5) * step, top + (row + 0.5) * step) for column in range(width * SAMPLES)]
              for row in range(height * SAMPLES)]

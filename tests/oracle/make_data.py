@@ -3,10 +3,10 @@
 The build runs it. The instants are always the same: fixed ones and random ones with a fixed seed.
 """
 
-import calendar
 import math
 import random
 import sys
+from datetime import datetime, timedelta
 from pathlib import Path
 
 import moon_oracle as o
@@ -14,17 +14,15 @@ import moon_oracle as o
 OFFSETS = (0, 330, -300, 345, 765, -570, 840, -720, 60, -480)
 
 
-def some_date(chance, first_year, last_year):
-    """A random (year, month, day, hour, minute)."""
-    year, month = chance.randint(first_year, last_year), chance.randint(1, 12)
-    day = chance.randint(1, calendar.monthrange(year, month)[1])
-    return year, month, day, chance.randrange(24), chance.randrange(60)
+def some_time(chance, first_year, last_year):
+    """A random date and time, in whole seconds."""
+    first, end = datetime(first_year, 1, 1), datetime(last_year + 1, 1, 1)
+    return (first + chance.random() * (end - first)).replace(microsecond=0)
 
 
 def write(path, columns, rows):
-    """Writes a table with its columns separated by tabs."""
-    lines = ["# " + "\t".join(columns), *("\t".join(map(str, row)) for row in rows)]
-    path.write_text("\n".join(lines) + "\n", encoding="utf-8")
+    """Writes a table, its columns separated by tabs. The first line names them."""
+    path.write_text("".join("\t".join(map(str, row)) + "\n" for row in [["# " + columns[0], *columns[1:]], *rows]), encoding="utf-8")
 
 
 # ---------------------------------------------------------------- report lines
@@ -49,64 +47,57 @@ def report_instants():
     """(local clock, offset, southern) for each report."""
     chance = random.Random(1950)
     for _ in range(1200):
-        yield (*some_date(chance, 1950, 2050), chance.randrange(60)), chance.choice(OFFSETS), chance.randrange(2)
+        yield some_time(chance, 1950, 2050), chance.choice(OFFSETS), chance.randrange(2)
 
-    # Just before a phase, at it, or some hours after it. The minute shown counts as passed.
+    # Just before a phase, at it, or some hours after it. From its shown minute on a phase has passed.
     for _ in range(300):
         jd, _, _ = o.lunation(chance.randrange(2 * 620, 2 * 1860) / 2)
         offset = chance.choice(OFFSETS)
-        gap = chance.choice((-60, -1, 0, 1, 1800, 2 * 3600, 5 * 3600, 9 * 3600))
-        yield o.date_parts(o.local_date(jd, offset) + gap), offset, chance.randrange(2)
+        gap = timedelta(seconds=chance.choice((-60, -1, 0, 1, 1800, 2 * 3600, 5 * 3600, 9 * 3600)))
+        yield o.local_date(jd, offset) + gap, offset, chance.randrange(2)
 
     # The New Moon of 8 September 1991, 10:59:59.8 UT, is shown as 11:59. No other phase of 1950..2050 has an hours text
     # that rounds up.
-    for parts in ((1991, 9, 1, 12, 0, 0), (1991, 9, 8, 10, 59, 0), (1991, 9, 8, 11, 30, 0), (1991, 9, 15, 9, 0, 0)):
+    for text in "1991-09-01T12:00:00", "1991-09-08T10:59:00", "1991-09-08T11:30:00", "1991-09-15T09:00:00":
         for offset in (0, 330, -720):
-            yield parts, offset, 0
+            yield datetime.fromisoformat(text), offset, 0
 
     # Instants for rules whose effects are rare.
-    for parts, offset in (
-            ((1999, 12, 31, 23, 59, 59), 0), ((2000, 2, 29, 23, 59, 59), 0), ((2004, 12, 31, 23, 59, 59), 0),
-            # The number of lunations a year is a little too large. A thousand years on, moving the second pass by one
-            # day finds another lunation.
-            ((3107, 2, 15, 4, 31, 0), 0), ((3107, 4, 15, 15, 2, 0), 0), ((3128, 8, 18, 8, 46, 0), 0),
-            ((3303, 5, 9, 3, 38, 0), 0), ((3303, 7, 7, 6, 41, 0), 0),
+    for text, offset in (
+            ("1999-12-31T23:59:59", 0), ("2000-02-29T23:59:59", 0), ("2004-12-31T23:59:59", 0),
+            # The finder takes slightly too many lunations a year. After a thousand years a second pass that begins a
+            # day earlier or later finds another one.
+            ("3107-02-15T04:31:00", 0), ("3107-04-15T15:02:00", 0), ("3128-08-18T08:46:00", 0),
+            ("3303-05-09T03:38:00", 0), ("3303-07-07T06:41:00", 0),
             # Half a minute of offset, with even and odd minutes.
-            ((2003, 8, 19, 12, 0, 0), 330.5), ((2026, 11, 21, 3, 40, 0), 330.5), ((2003, 8, 19, 12, 0, 0), -300.5),
-            ((2026, 11, 21, 3, 40, 0), -300.5),
+            ("2003-08-19T12:00:00", 330.5), ("2026-11-21T03:40:00", 330.5),
+            ("2003-08-19T12:00:00", -300.5), ("2026-11-21T03:40:00", -300.5),
             # The last New Moon is still to come: within a day, within some days, in more than ten.
-            ((2031, 6, 20, 11, 50, 57), 840), ((2042, 12, 12, 7, 1, 17), 765), ((2005, 7, 3, 22, 36, 38), 765),
-            ((2007, 12, 30, 12, 54, 39), 765), ((1963, 1, 10, 1, 54, 8), 765), ((2007, 11, 24, 8, 22, 10), 570)):
-        yield parts, offset, 0
+            ("2031-06-20T11:50:57", 840), ("2042-12-12T07:01:17", 765), ("2005-07-03T22:36:38", 765),
+            ("2007-12-30T12:54:39", 765), ("1963-01-10T01:54:08", 765), ("2007-11-24T08:22:10", 570)):
+        yield datetime.fromisoformat(text), offset, 0
 
 
 def report_lines(path):
     """The report at local clock instants, the tip without its padding."""
     rows = []
-    for parts, offset, southern in report_instants():
-        report = o.report(*parts, offset, bool(southern))
+    for local, offset, southern in report_instants():
+        report = o.report(*local.timetuple()[:6], offset, bool(southern))
         if clear_of_edges(report):
-            rows.append(["%04d-%02d-%02dT%02d:%02d:%02d" % parts, offset, southern, *report["lines"],
-                         report["tip"].rstrip(), report["label1"], report["icon"]])
+            rows.append([local.isoformat(), offset, southern, *report["lines"], report["tip"].rstrip(),
+                         report["label1"], report["icon"]])
     write(path, ["local", "offset", "southern", "line0", "line1", "line2", "line3", "tip", "label1", "icon"], rows)
 
 
 # ---------------------------------------------------------------- module values
 
-def module_instants():
-    """Calendar dates and times, 1800..2200."""
-    chance = random.Random(1800)
-    for year in range(1800, 2201, 2):
-        yield some_date(chance, year, year)
-    for _ in range(45):
-        yield some_date(chance, 1950, 2050)
-
-
 def module_values(path):
     """The variables of the module after one pass."""
-    names = list(o.module_values(2000, 1, 1, 12, 0))
+    chance = random.Random(1800)
+    instants = [some_time(chance, 1800, 2200).timetuple()[:5] for _ in range(250)]
+    names = list(o.module_values(*instants[0]))
     write(path, ["year", "month", "day", "hour", "minute", *names],
-          [[*parts, *o.module_values(*parts).values()] for parts in module_instants()])
+          [[*parts, *o.module_values(*parts).values()] for parts in instants])
 
 
 # ---------------------------------------------------------------- phases

@@ -15,8 +15,6 @@ import moon_series as series
 
 PI10 = 3.1415926535  # ten decimals, on purpose, in every conversion
 MONTHS = "Jan Feb Mar Apr May Jun Jul Aug Sep Oct Nov Dec".split()
-DATE_EPOCH = datetime.date(1899, 12, 30).toordinal()
-DAY_SECONDS = 86400
 
 
 # ---------------------------------------------------------------- calendar and angles
@@ -290,32 +288,17 @@ def draw_moon_phase(fraction, waning, southern):
 
 # ---------------------------------------------------------------- report
 
-# Local dates are whole seconds from 1899-12-30 0 h. That is exact; a double that counts days would be rounded.
-
-def date_seconds(year, month, day, hour=0, minute=0, second=0):
-    days = datetime.date(year, month, day).toordinal() - DATE_EPOCH
-    return days * DAY_SECONDS + hour * 3600 + minute * 60 + second
-
-
-def date_parts(seconds):
-    """(year, month, day, hour, minute, second) of a local date in seconds."""
-    day, rest = divmod(seconds, DAY_SECONDS)
-    date = datetime.date.fromordinal(day + DATE_EPOCH)
-    return date.year, date.month, date.day, rest // 3600, rest // 60 % 60, rest % 60
-
-
 def local_date(jd, offset_minutes):
-    """Local date (seconds) of a Julian day; the offset in minutes is added to the minute."""
-    *hour, minute = julian_to_civil(jd)
-    return date_seconds(*hour, round(minute + offset_minutes))  # half to even
+    """Local date and time of a Julian day; the offset is added to the minute, a half goes to the even one."""
+    *day, hour, minute = julian_to_civil(jd)
+    return datetime.datetime(*day) + datetime.timedelta(hours=hour, minutes=round(minute + offset_minutes))
 
 
-def date_line(prefix, seconds):
+def date_line(prefix, date):
     """A line of the report: prefix, "dd-mmm-yy", a space, "h:mm AM/PM"."""
-    year, month, day, hour, minute, _ = date_parts(seconds)
     return "%s%02d-%s-%02d %d:%02d %s" % (
-        prefix, day, MONTHS[month - 1], year % 100, hour % 12 or 12, minute,
-        "AM" if hour < 12 else "PM")
+        prefix, date.day, MONTHS[date.month - 1], date.year % 100, date.hour % 12 or 12, date.minute,
+        "AM" if date.hour < 12 else "PM")
 
 
 def pair_of_lines(kind, full, new):
@@ -325,15 +308,15 @@ def pair_of_lines(kind, full, new):
     return [full_line, new_line] if full < new else [new_line, full_line]
 
 
-def tip_text(age_seconds):
+def tip_text(age):
     """The tip for the Moon's age. On purpose the days come from the text with three decimals, the time from the age."""
-    days = int(format_fixed(age_seconds / DAY_SECONDS, 2, 3)[:2])
-    rest = abs(age_seconds) % DAY_SECONDS
-    return ("Moon's Age - %d Days %d:%02d" % (days, rest // 3600, rest // 60 % 60)).ljust(64)
+    days = int(format_fixed(age / datetime.timedelta(days=1), 2, 3)[:2])
+    minutes = abs(age).seconds // 60
+    return ("Moon's Age - %d Days %d:%02d" % (days, minutes // 60, minutes % 60)).ljust(64)
 
 
 def module_values(year, month, day, hour, minute):
-    """Every module value of one pass. If several routines write a name, the routine is added: @Sun, @Moon, @Phases."""
+    """Every module value of one pass. @Sun, @Moon or @Phases tells which routine wrote a name that several write."""
     jd = civil_to_julian(year, month, day, hour, minute)
     t = julian_centuries(jd)
     sun = sun_position(t)
@@ -357,20 +340,20 @@ def report(year, month, day, hour, minute, second, offset_minutes, southern):
     passes = []
 
     def run_pass(base):
-        """One pass at a local date (seconds): Full date, New date."""
-        values = module_values(*date_parts(base)[:5])
+        """One pass at a local date: Full date, New date."""
+        values = module_values(*base.timetuple()[:5])
         passes.append(values)
         return local_date(values["FullMoonJD"], offset_minutes), local_date(values["NewMoonJD"], offset_minutes)
 
-    now = date_seconds(year, month, day, hour, minute, second)
+    now = datetime.datetime(year, month, day, hour, minute, second)
     next_full, next_new = run_pass(now)
     picture = draw_moon_phase(passes[0]["Illumination"], passes[0]["WaningFlag"], southern)
     coming = pair_of_lines("Next", next_full, next_new)
     corrected = next_new <= now or next_full <= now
     if corrected:
-        next_full, next_new = run_pass(now + 5 * DAY_SECONDS)
+        next_full, next_new = run_pass(now + datetime.timedelta(days=5))
         coming = pair_of_lines("New", next_full, next_new)
-    last_full, last_new = run_pass(min(next_full, next_new) - 30 * DAY_SECONDS)
+    last_full, last_new = run_pass(min(next_full, next_new) - datetime.timedelta(days=30))
     return {
         "lines": pair_of_lines("Last", last_full, last_new) + coming,
         "tip": tip_text(now - last_new),

@@ -13,6 +13,7 @@ import pathlib
 import re
 import subprocess
 import sys
+from datetime import datetime, timedelta
 
 HERE = pathlib.Path(__file__).resolve().parent
 ROOT = HERE.parent.parent
@@ -27,7 +28,8 @@ o.sum_series = lambda *_, **__: 0.0
 o.lunation = functools.cache(o.lunation)
 
 JD_1900, JD_2000, JD_2101 = (o.civil_to_julian(year, 1, 1) for year in (1900, 2000, 2101))
-DAY, MONTH = 86400, 29.530589 * 86400  # seconds
+DAY = timedelta(days=1)
+MONTH = 29.530589 * DAY
 YEAR = 365.2425  # days
 
 
@@ -43,8 +45,8 @@ def reference():
 
 def rows(path):
     """The rows of a reference file as numbers."""
-    with open(path, encoding="utf-8") as lines:
-        return [[float(cell) for cell in line.split("\t")] for line in lines if not line.startswith("#")]
+    _, *lines = path.read_text(encoding="utf-8").splitlines()
+    return [[float(cell) for cell in line.split("\t")] for line in lines]
 
 
 def table(head, lines):
@@ -94,10 +96,10 @@ def measure_instants(phases):
             found = o.lunation(lunation)[0]
             error = (found - tt) * 1440
             series[kind].append(error)
-            ut_date = (tt - delta_t / DAY - 2415018.5) * DAY  # seconds of the report's dates
-            shown = (o.local_date(found, 0) - ut_date) / 60
+            universal = datetime(1900, 1, 1) + (tt - delta_t / 86400 - JD_1900) * DAY
+            shown = (o.local_date(found, 0) - universal) / timedelta(minutes=1)
             if shown > 30:
-                carried.append("%04d-%02d-%02d" % o.date_parts(o.local_date(found, 0))[:3])
+                carried.append(str(o.local_date(found, 0).date()))
                 continue
             all_causes.append((delta_t / 60, shown))
             points.append((2000 + (tt - JD_2000) / YEAR, kind, error, shown, delta_t / 60))
@@ -142,7 +144,7 @@ def measure_lit_fraction(phases, samples):
 
 
 def measure_clock(phases):
-    """A plot of what taking the local clock for Universal Time does to lit fraction and icon: each hour of 19 years."""
+    """A plot of how lit fraction and icon change if the local clock is taken for Universal Time: each hour of 19 years."""
     new_moons = [row[1] for row in phases]
     full_moons = [row[2] for row in phases]
     start, hours = o.civil_to_julian(2020, 1, 1), 19 * 365 * 24
@@ -163,20 +165,22 @@ def measure_clock(phases):
 
 
 def reports(first_year, last_year, offset):
-    """(start, length in seconds, report, true dates) for each span in which the lines do not change. The "true" dates
-    are the program's own dates of the phases: this leaves out errors with other causes.
+    """(start, end, report, true dates) for each span in which the lines do not change. The "true" dates are the
+    program's own dates of the phases: this leaves out errors with other causes.
     """
     shown = {kind: [o.local_date(o.lunation(k + half)[0], offset) for k in range(-3, 2492)]
              for kind, half in (("New", 0), ("Full", 0.5))}
     both = sorted(shown["New"] + shown["Full"])
-    for day in range(o.date_seconds(first_year, 1, 1), o.date_seconds(last_year + 1, 1, 1), DAY):
+    first = datetime(first_year, 1, 1)
+    for number in range((datetime(last_year + 1, 1, 1) - first).days):
+        day = first + number * DAY
         changes = [day, *both[bisect.bisect_right(both, day):bisect.bisect_left(both, day + DAY)], day + DAY]
         for now, until in zip(changes, changes[1:]):
             true = {}
             for kind, dates in shown.items():
                 at = bisect.bisect_right(dates, now)
                 true["Last" + kind], true["Next" + kind] = dates[at - 1], dates[at]
-            yield now, until - now, o.report(*o.date_parts(now), offset, False), true
+            yield now, until, o.report(*now.timetuple()[:6], offset, False), true
 
 
 def effects_of(report, true):
@@ -204,30 +208,27 @@ def measure_day_start():
     plotted_years = (2026, 2027)
     shares, spans, edge, off = {}, collections.defaultdict(list), 0, 0
     for zone in zones:
-        seconds, total = {}, 0
-        for now, lasts, report, true in reports(1900, 2100, zone):
+        days, total = collections.Counter(), 0
+        for now, until, report, true in reports(1900, 2100, zone):
+            lasts = (until - now) / DAY
             total += lasts
             effects = effects_of(report, true)
             for row, (name, holds) in enumerate(effects.items()):
-                seconds[name] = seconds.get(name, 0) + lasts * holds
-                if zone == 0 and holds and o.date_parts(now)[0] in plotted_years:
+                days[name] += lasts * holds
+                if zone == 0 and holds and now.year in plotted_years:
                     if spans[row] and spans[row][-1][1] == now:
-                        spans[row][-1][1] += lasts
+                        spans[row][-1][1] = until
                     else:
-                        spans[row].append([now, now + lasts])
+                        spans[row].append([now, until])
             if effects["the wrong edge of the picture is dark"]:
                 picture = report["picture"]
                 edge = max(edge, min(picture["p"], 1 - picture["p"]))
                 away = (picture["icon"] - o.phase_to_icon_number(200 - picture["value"]) + 14) % 28 - 14
                 off = max(off, abs(away))
-        for name, lasts in seconds.items():
-            shares.setdefault(name, []).append(lasts / total)
-    points = []
-    for year in plotted_years:
-        january = o.date_seconds(year, 1, 1)
-        points += [(year, (begin - january) / DAY, (end - january) / DAY, row)
-                   for row in spans for begin, end in spans[row]]
-    write_points("days.dat", points)
+        for name in days:
+            shares.setdefault(name, []).append(days[name] / total)
+    write_points("days.dat", [(year, *((moment - datetime(year, 1, 1)) / DAY for moment in span), row)
+                              for year in plotted_years for row in spans for span in spans[row]])
     print(f"the wrong edge: at most {edge:.3f} of the disc, {off} tray pictures")
     return table(["share of all time", *zones.values(), "days a year at UTC"],
                  [[name, *(f"{100 * part:.1f} %" for part in parts), f"{parts[1] * YEAR:.0f}"]
