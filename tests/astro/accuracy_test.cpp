@@ -3,19 +3,16 @@
 #include <cmath>
 #include <cstdint>
 #include <iterator>
+#include <numeric>
 #include <set>
 #include <vector>
 
 #include "astro/mMoon.h"
-#include "support/closeness.h"
 #include "support/module_test.h"
 #include "support/tsv.h"
 
 // Compares the program with a modern ephemeris, in dynamical time. The bounds are those of docs/accuracy.md.
 // The build makes the reference files (tests/oracle/ephemeris.cpp).
-
-using support::Near;
-using support::Prints;
 
 namespace mMoon {
 
@@ -24,11 +21,8 @@ namespace {
 using AccuracyTest = support::ModuleTest;
 
 double RootMeanSquare(const std::vector<double>& errors) {
-  double squares = 0;
-  for (const double error : errors) {
-    squares += error * error;
-  }
-  return std::sqrt(squares / static_cast<double>(errors.size()));
+  return std::sqrt(std::inner_product(errors.begin(), errors.end(), errors.begin(), 0.0) /
+                   static_cast<double>(errors.size()));
 }
 
 double JanuaryFirst(std::int16_t year) {
@@ -59,7 +53,7 @@ FoundPhases FindOnEveryDay() {
 }
 
 /// Compares the phases found with a column of the reference file, 1900 to 2100. `rms` is the measured error in minutes:
-/// a changed last digit of a coefficient shows there, but not in the largest error.
+/// it shows a wrong last digit of a coefficient, the largest error does not.
 void HoldToReference(const char* quantity, const std::set<double>& found, const std::vector<support::TsvRow>& rows,
                      const char* column, double rms) {
   SCOPED_TRACE(quantity);
@@ -72,12 +66,12 @@ void HoldToReference(const char* quantity, const std::set<double>& found, const 
     const auto got = found.lower_bound(want - 14);  // the nearest: the next one is 29 days later
     ASSERT_NE(got, found.end()) << "lunation " << row.Text("lunation");
     const double minutes = (*got - want) * 1440;
-    EXPECT_TRUE(Near(0, minutes, 3.5)) << "lunation " << row.Text("lunation");
+    EXPECT_NEAR(minutes, 0, 3.5) << "lunation " << row.Text("lunation");
     errors.push_back(minutes);
   }
   EXPECT_EQ(std::ssize(errors),
             std::distance(found.lower_bound(JanuaryFirst(1900)), found.lower_bound(JanuaryFirst(2101))));
-  EXPECT_TRUE(Prints(rms, RootMeanSquare(errors), 3));
+  EXPECT_NEAR(RootMeanSquare(errors), rms, 0.5e-3);
 }
 
 }  // namespace
@@ -100,10 +94,10 @@ TEST_F(AccuracyTest, TheLitFractionIsWithinFourThousandths) {
     SunPosition(jd);
     MoonPosition(jd);
     FindPhases(1900, jd, JanuaryFirst(1900));
-    EXPECT_TRUE(Near(row.Number("lit"), Illumination, 0.004)) << "JD " << row.Text("jd");
+    EXPECT_NEAR(Illumination, row.Number("lit"), 0.004) << "JD " << row.Text("jd");
     errors.push_back(Illumination - row.Number("lit"));
   }
-  EXPECT_TRUE(Prints(0.001085, RootMeanSquare(errors), 6));
+  EXPECT_NEAR(RootMeanSquare(errors), 0.001085, 0.5e-6);
 }
 
 }  // namespace mMoon

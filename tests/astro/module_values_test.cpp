@@ -6,7 +6,6 @@
 
 #include "astro/mMoon.h"
 #include "report/moon_report.h"
-#include "support/closeness.h"
 #include "support/module_test.h"
 #include "support/tsv.h"
 
@@ -85,8 +84,7 @@ TEST_F(ModuleValuesTest, AgreeWithTheReferenceFile) {
     ASSERT_EQ(values.size() + 5, row.cells.size());
     for (const auto& [name, got] : values) {
       const double want = row.Number(name);
-      EXPECT_TRUE(support::Near(want, got, want > 1e6 ? kJulianDayTolerance : kTolerance))
-          << name << ", " << row.Text("JD");
+      EXPECT_NEAR(got, want, want > 1e6 ? kJulianDayTolerance : kTolerance) << name << ", " << row.Text("JD");
     }
   }
 }

@@ -21,27 +21,10 @@ Ellipse Drawn(double aspect, FillStyle style = FillStyle::Solid) {
 
 }  // namespace
 
-TEST(DrawingList, CircleIsOutlinedAndFilled) {
-  const Ellipse want = {.centre = kCentre, .halfWidth = 65, .halfHeight = 65, .outline = 255, .fill = kWhite};
-  EXPECT_EQ(Drawn(1), want);
-}
-
 TEST(DrawingList, FillIsTransparentUntilItIsSet) {
   DrawingList list;
   list.Circle(kCentre, 65, kWhite);
   EXPECT_EQ(std::get<Ellipse>(list.Primitives().at(0)).fill, std::nullopt);
-}
-
-TEST(DrawingList, RadiusIsTheLargerHalfAxis) {
-  EXPECT_EQ(Drawn(2).halfHeight, 65);
-  EXPECT_EQ(Drawn(2).halfWidth, 32.5);
-  EXPECT_EQ(Drawn(0.5).halfHeight, 32.5);
-  EXPECT_EQ(Drawn(0.5).halfWidth, 65);
-}
-
-TEST(DrawingList, UsesTheMagnitudeOfANegativeAspect) {
-  EXPECT_EQ(Drawn(-2), Drawn(2));
-  EXPECT_EQ(Drawn(-0.5), Drawn(0.5));
 }
 
 TEST(DrawingList, ClsForgetsPrimitivesButKeepsTheStyles) {

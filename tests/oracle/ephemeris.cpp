@@ -2,8 +2,8 @@
 //
 //   ephemeris PHASES LIT-FRACTIONS STEP
 //
-// All New and Full Moons go to the file PHASES, the lit fraction every STEP days to LIT-FRACTIONS. The program is never
-// linked with that library. Julian days are in dynamical time (TT).
+// All New and Full Moons go to the file PHASES, the lit fraction every STEP days to LIT-FRACTIONS. Julian days are in
+// dynamical time (TT). Tidewell itself never contains that library.
 
 #include <swephexp.h>
 
@@ -73,7 +73,7 @@ double LitFraction(double tt) {
 
 void WritePhases(const char* path) {
   std::ofstream file(path);
-  file << std::fixed << "# lunation\tnew moon\tfull moon\tdelta T\n";
+  file << std::fixed << "lunation\tnew moon\tfull moon\tdelta T\n";
   for (int lunation = kFirstLunation; lunation <= kLastLunation; ++lunation) {
     const double mean = 2415020.76 + 29.530589 * lunation;
     const double newMoon = PhaseNear(mean, 0);
@@ -84,7 +84,7 @@ void WritePhases(const char* path) {
 
 void WriteLitFractions(const char* path, double step) {
   std::ofstream file(path);
-  file << std::fixed << "# jd\tlit\n";
+  file << std::fixed << "jd\tlit\n";
   for (double tt = kJanuary1900; tt < kJanuary2101; tt += step) {
     file << tt << '\t' << LitFraction(tt) << '\n';
   }

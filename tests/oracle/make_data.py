@@ -22,7 +22,7 @@ def some_time(chance, first_year, last_year):
 
 def write(path, columns, rows):
     """Writes a table, its columns separated by tabs. The first line names them."""
-    path.write_text("".join("\t".join(map(str, row)) + "\n" for row in [["# " + columns[0], *columns[1:]], *rows]), encoding="utf-8")
+    path.write_text("".join("\t".join(map(str, row)) + "\n" for row in [columns, *rows]), encoding="utf-8")
 
 
 # ---------------------------------------------------------------- report lines

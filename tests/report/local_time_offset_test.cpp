@@ -28,8 +28,6 @@ constexpr std::int32_t kDaylight = 2;
 
 TimeZoneReading zone;
 
-const Boolean kAtTheStart = UseDaylightBias;
-
 class LocalTimeOffsetTest : public support::ModuleTest {
  protected:
   LocalTimeOffsetTest() {
@@ -39,7 +37,7 @@ class LocalTimeOffsetTest : public support::ModuleTest {
 
 }  // namespace
 
-TEST_F(LocalTimeOffsetTest, IgnoresDaylightSavingFromTheStart) { EXPECT_EQ(kAtTheStart, False); }
+TEST_F(LocalTimeOffsetTest, IgnoresDaylightSavingFromTheStart) { EXPECT_EQ(UseDaylightBias, False); }
 
 TEST_F(LocalTimeOffsetTest, IsUniversalTimeUntilTheStartSetsTheReader) {
   support::ResetModule();

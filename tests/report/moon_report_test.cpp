@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "astro/mMoon.h"
-#include "support/closeness.h"
 #include "support/module_test.h"
 #include "support/raises.h"
 #include "support/report_stage.h"
@@ -18,7 +17,6 @@
 
 using support::Raises;
 using support::ReportStage;
-using support::Same;
 
 namespace tidewell {
 
@@ -119,11 +117,11 @@ TEST_F(MoonReportTest, ReadsTheClockAgainToSeeWhetherAPhaseHasPassed) {
 TEST_F(MoonReportTest, LeavesTheVariablesOfTheLastPass) {
   LinesAt({Local(2004, 2, 15, 6)});
   // 30 days before the New Moon of 20 February 9:20.
-  EXPECT_TRUE(Same(JulianCenturies(2453025.5 + (9 * 60 + 20) / 1440.0), Centuries));
-  EXPECT_TRUE(Same(2453005.5, YearStartJD));
+  EXPECT_EQ(Centuries, JulianCenturies(2453025.5 + (9 * 60 + 20) / 1440.0));
+  EXPECT_EQ(YearStartJD, 2453005.5);
   // The New Moon is the last date converted.
-  EXPECT_TRUE(Same(1, CalMonth));
-  EXPECT_TRUE(Same(21, CalDay));
+  EXPECT_EQ(CalMonth, 1);
+  EXPECT_EQ(CalDay, 21);
   EXPECT_EQ(CalHour, 21);
   EXPECT_EQ(CalMinute, 7);
 }
@@ -192,6 +190,12 @@ TEST_F(MoonReportTest, LinesWrittenBeforeAnErrorKeepTheirNewText) {
 
 TEST_F(MoonReportTest, APhaseBeyondTheCalendarIsAnInvalidArgument) {
   EXPECT_TRUE(Raises(ErrorNumber::InvalidProcedureCall, [] { LinesAt({Local(9999, 12, 31)}); }));
+}
+
+TEST(Surroundings, RefuseAFormOrAClockThatWasNotSet) {
+  const Surroundings nothing;
+  EXPECT_TRUE(Raises(ErrorNumber::InternalError, [&] { static_cast<void>(nothing.Form()); }));
+  EXPECT_TRUE(Raises(ErrorNumber::InternalError, [&] { nothing.Now(); }));
 }
 
 }  // namespace tidewell

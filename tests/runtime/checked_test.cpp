@@ -6,11 +6,9 @@
 #include <cstdint>
 #include <limits>
 
-#include "support/closeness.h"
 #include "support/raises.h"
 
 using support::Raises;
-using support::Same;
 
 namespace runtime {
 
@@ -24,12 +22,12 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 TEST(Checked, ComputesLikeADouble) {
   const Checked x = 1.5;
-  EXPECT_TRUE(Same(3.75, x + 2.25));
-  EXPECT_TRUE(Same(0.75, 2.25 - x));
-  EXPECT_TRUE(Same(4.5, 3 * x));
-  EXPECT_TRUE(Same(0.5, x / 3));
-  EXPECT_TRUE(Same(-1.5, -x));
-  EXPECT_TRUE(Same(0, Checked(1e-300) * 1e-300)) << "underflow is no error";
+  EXPECT_EQ(x + 2.25, 3.75);
+  EXPECT_EQ(2.25 - x, 0.75);
+  EXPECT_EQ(3 * x, 4.5);
+  EXPECT_EQ(x / 3, 0.5);
+  EXPECT_EQ(-x, -1.5);
+  EXPECT_EQ(Checked(1e-300) * 1e-300, 0) << "underflow is no error";
 }
 
 TEST(Checked, OverflowsInEveryOperation) {
@@ -65,17 +63,17 @@ TEST(Checked, InvalidOperationsAreInvalidArguments) {
 TEST(Checked, AddChangesTheVariableOnlyIfItSucceeds) {
   double variable = 1;
   Add(variable, 0.5);
-  EXPECT_TRUE(Same(1.5, variable));
+  EXPECT_EQ(variable, 1.5);
   variable = kLargest;
   EXPECT_TRUE(Raises(ErrorNumber::Overflow, [&] { Add(variable, kLargest); }));
-  EXPECT_TRUE(Same(kLargest, variable));
+  EXPECT_EQ(variable, kLargest);
 }
 
 TEST(Int, RoundsTowardMinusInfinity) {
-  EXPECT_TRUE(Same(2, Int(2.5)));
-  EXPECT_TRUE(Same(-3, Int(-2.5)));
-  EXPECT_TRUE(Same(-3, Int(-3)));
-  EXPECT_TRUE(Same(-1, Int(-1e-300)));
+  EXPECT_EQ(Int(2.5), 2);
+  EXPECT_EQ(Int(-2.5), -3);
+  EXPECT_EQ(Int(-3), -3);
+  EXPECT_EQ(Int(-1e-300), -1);
 }
 
 TEST(RoundTo, RoundsHalfToEven) {
