@@ -144,7 +144,7 @@ def measure_lit_fraction(phases, samples):
 
 
 def measure_clock(phases):
-    """A plot of how lit fraction and icon change if the local clock is taken for Universal Time: each hour of 19 years."""
+    """A plot of how lit fraction and icon change if the local clock counts as Universal Time: each hour of 19 years."""
     new_moons = [row[1] for row in phases]
     full_moons = [row[2] for row in phases]
     start, hours = o.civil_to_julian(2020, 1, 1), 19 * 365 * 24
