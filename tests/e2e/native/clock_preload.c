@@ -23,7 +23,7 @@ void* mmap(void* address, size_t length, int protection, int flags, int file, lo
 long syscall(long number, ...);
 
 struct clock_file {     /* bench/clock.py has the same layout */
-  int64_t microseconds; /* since 1970-01-01 0 h, Universal Time */
+  int64_t microseconds; /* since 1970-01-01 0 h, Universal Time; not negative */
   uint32_t readings;
 };
 
@@ -48,8 +48,7 @@ int __gettimeofday64(struct time64* time, void* zone) {
     __atomic_add_fetch(&the_clock->readings, 1, __ATOMIC_RELAXED);
     now = __atomic_load_n(&the_clock->microseconds, __ATOMIC_RELAXED);
   }
-  const int64_t microsecond = (now % 1000000 + 1000000) % 1000000; /* before 1970 too */
-  *time = (struct time64){.seconds = (now - microsecond) / 1000000, .fraction = (int32_t)microsecond};
+  *time = (struct time64){.seconds = now / 1000000, .fraction = (int32_t)(now % 1000000)};
   return 0;
 }
 

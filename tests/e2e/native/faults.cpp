@@ -1,64 +1,46 @@
 #include "faults.h"
 
-#include <cstring>
+#include <cstdint>
 #include <fstream>
-#include <list>
-#include <vector>
 
 namespace {
 
-struct Rule {
-  unsigned first = 0;
-  unsigned last = 0;
-  unsigned calls = 0;
-  unsigned refusals = 0;
+#pragma pack(push, 1)
+/// Machine code: `push import; jmp ToDecide`.
+struct Thunk {
+  std::uint8_t push = 0x68;
+  const void* import = nullptr;
+  std::uint8_t jump = 0xE9;
+  std::int32_t distance = 0;
 };
 
+/// Machine code: `mov eax, result; ret bytes`.
+struct Failure {
+  std::uint8_t move = 0xB8;
+  unsigned result = 0;
+  std::uint8_t ret = 0xC2;
+  std::uint16_t bytes = 0;
+};
+#pragma pack(pop)
+
+/// An imported function. The program calls its thunk.
 struct Import {
-  std::string name;
-  void* target = nullptr;   ///< where a call goes that does not fail
-  void* failure = nullptr;  ///< code that returns the failure; null if it never fails
+  const char* name = nullptr;
+  Thunk thunk;
+  void* target = nullptr;  ///< where a call goes that does not fail
+  bool mayFail = false;
+  Failure failure;
   DWORD error = 0;
 };
 
-std::list<Import> imports;  // its elements do not move
-Rule rule;
-std::vector<const std::string*> journal;
-std::list<std::string> marks;
+std::map<std::string, Import> imports;  // its elements do not move
+unsigned firstRefused = 0;
+unsigned lastRefused = 0;
+unsigned refusable = 0;  // calls so far of functions that may fail
+unsigned refusals = 0;
+unsigned calls = 0;
+std::string journal;
 DWORD programThread = 0;
-
-/// Machine code, appended to.
-class Code {
- public:
-  explicit Code(std::size_t size)
-      : next_(static_cast<char*>(VirtualAlloc(nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE))) {}
-
-  /// `push import; jmp ToDecide`
-  void* Thunk(const Import* import, const void* decide) {
-    char* const start = next_;
-    Add(0x68, import);
-    Add(0xE9, reinterpret_cast<const void*>(static_cast<const char*>(decide) - (next_ + 5)));
-    return start;
-  }
-
-  /// `mov eax, result; ret bytes`
-  void* Failure(unsigned result, unsigned bytes) {
-    char* const start = next_;
-    Add(0xB8, reinterpret_cast<const void*>(result));
-    Add(0xC2, reinterpret_cast<const void*>(bytes));
-    next_ -= 2;  // the operand of ret has two bytes
-    return start;
-  }
-
- private:
-  void Add(int instruction, const void* operand) {
-    *next_++ = static_cast<char>(instruction);
-    std::memcpy(next_, &operand, sizeof operand);
-    next_ += sizeof operand;
-  }
-
-  char* next_;
-};
 
 /// Returns where the call goes.
 extern "C" void* DecideCall(Import* import) {
@@ -66,19 +48,12 @@ extern "C" void* DecideCall(Import* import) {
     return import->target;
   }
   const DWORD error = GetLastError();
-  journal.push_back(&import->name);
-  void* next = import->target;
-  DWORD nextError = error;
-  if (import->failure != nullptr) {
-    ++rule.calls;
-    if (rule.calls >= rule.first && (rule.last == 0 || rule.calls <= rule.last)) {
-      ++rule.refusals;
-      next = import->failure;
-      nextError = import->error;
-    }
-  }
-  SetLastError(nextError);
-  return next;
+  ++calls;
+  journal += std::string(import->name) + '\n';
+  const bool fails = import->mayFail && ++refusable >= firstRefused && (lastRefused == 0 || refusable <= lastRefused);
+  refusals += fails ? 1 : 0;
+  SetLastError(fails ? import->error : error);
+  return fails ? &import->failure : import->target;
 }
 
 // On the stack: the import, the return address, the arguments. The decision replaces the import, and `ret` jumps there
@@ -103,17 +78,14 @@ bool IsCode(const void* address) {
 
 }  // namespace
 
-std::wstring BesideTheProgram(const wchar_t* name) {
+std::filesystem::path BesideTheProgram(const wchar_t* name) {
   wchar_t path[MAX_PATH] = L"";
   GetModuleFileNameW(nullptr, path, MAX_PATH);
-  const std::wstring program = path;
-  return program.substr(0, program.rfind(L'\\') + 1) + name;
+  return std::filesystem::path(path).replace_filename(name);
 }
 
 void RewriteImports(const std::map<std::string, void*>& replacements, std::istream& file) {
   programThread = GetCurrentThreadId();
-  Code code(1 << 16);
-  std::map<std::string, Import*> byName;
   auto* const image = reinterpret_cast<char*>(GetModuleHandleW(nullptr));
   const auto* const headers =
       reinterpret_cast<IMAGE_NT_HEADERS*>(image + reinterpret_cast<IMAGE_DOS_HEADER*>(image)->e_lfanew);
@@ -126,42 +98,41 @@ void RewriteImports(const std::map<std::string, void*>& replacements, std::istre
       if (!IsCode(*places)) {
         continue;  // a variable
       }
-      Import& import = imports.emplace_back();
-      import.name = reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(image + names->u1.AddressOfData)->Name;
-      const auto replacement = replacements.find(import.name);
+      const char* const name = reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(image + names->u1.AddressOfData)->Name;
+      Import& import = imports[name];
+      const auto replacement = replacements.find(name);
+      import.name = name;
       import.target = replacement != replacements.end() ? replacement->second : *places;
-      byName[import.name] = &import;
+      import.thunk.import = &import;
+      import.thunk.distance = reinterpret_cast<char*>(&ToDecide) - reinterpret_cast<char*>(&import.thunk + 1);
       DWORD before = 0;
+      VirtualProtect(&import, sizeof import, PAGE_EXECUTE_READWRITE, &before);
       VirtualProtect(places, sizeof *places, PAGE_READWRITE, &before);
-      *places = code.Thunk(&import, reinterpret_cast<const void*>(&ToDecide));
+      *places = &import.thunk;
       VirtualProtect(places, sizeof *places, before, &before);
     }
   }
-  file >> rule.first >> rule.last;
+  file >> firstRefused >> lastRefused;
   std::string name;
-  unsigned bytes = 0;
-  unsigned result = 0;
-  DWORD error = 0;
+  unsigned bytes = 0, result = 0, error = 0;
   while (file >> name >> bytes >> result >> error) {
-    if (const auto found = byName.find(name); found != byName.end()) {
-      found->second->failure = code.Failure(result, bytes);
-      found->second->error = error;
+    if (const auto found = imports.find(name); found != imports.end()) {
+      Import& import = found->second;
+      import.mayFail = true;
+      import.failure.result = result;
+      import.failure.bytes = static_cast<std::uint16_t>(bytes);
+      import.error = error;
     }
   }
 }
 
-unsigned CallsSoFar() { return journal.size(); }
-unsigned RefusalsSoFar() { return rule.refusals; }
+unsigned CallsSoFar() { return calls; }
+unsigned RefusalsSoFar() { return refusals; }
 
-void MarkJournal(const std::string& text) { journal.push_back(&marks.emplace_back("-- " + text)); }
+void MarkJournal(const std::string& text) { journal += "-- " + text + '\n'; }
 
-void WriteJournal() {
-  std::ofstream file(BesideTheProgram(L"journal").c_str(), std::ios::binary);
-  for (const std::string* const name : journal) {
-    file << *name << '\n';
-  }
-}
+void WriteJournal() { std::ofstream(BesideTheProgram(L"journal"), std::ios::binary) << journal; }
 
 void Log(const std::string& line) {
-  std::ofstream(BesideTheProgram(L"log").c_str(), std::ios::binary | std::ios::app) << line << '\n';
+  std::ofstream(BesideTheProgram(L"log"), std::ios::binary | std::ios::app) << line << '\n';
 }

@@ -3,18 +3,20 @@
 
 #include <windows.h>
 
+#include <filesystem>
 #include <istream>
 #include <map>
 #include <string>
 
 /// The path of a file beside the program.
-std::wstring BesideTheProgram(const wchar_t* name);
+std::filesystem::path BesideTheProgram(const wchar_t* name);
 
-/// Sends the program's imports through thunks. Some are replaced; others fail, as the file says. Call it before the
-/// program's entry point.
+/// Replaces some of the program's imports, and makes others fail as the file says. Call it before the program's entry
+/// point.
 ///
-/// The file: FIRST LAST, then for each function FUNCTION ARGUMENT_BYTES RESULT ERROR. Their calls are counted together;
-/// from call FIRST to call LAST (0: for ever) they pop their arguments, set the last error and return the result.
+/// The file: FIRST LAST, then for each failing function FUNCTION ARGUMENT_BYTES RESULT ERROR. Calls of these functions
+/// are counted together. Those from FIRST to LAST (0: for ever) only pop their arguments, set the last error and return
+/// the result.
 void RewriteImports(const std::map<std::string, void*>& replacements, std::istream& file);
 
 /// How many calls the program has made so far, and how many of them failed.

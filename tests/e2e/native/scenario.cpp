@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
 #include <fstream>
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -26,65 +26,45 @@ constexpr std::uint64_t kSlot = 300;         ///< seconds of a step, all tries i
 
 /// Noon and ten seconds of a day, as a file time.
 std::uint64_t NoonOf(WORD year, WORD month, WORD day) {
-  SYSTEMTIME time{};
-  time.wYear = year;
-  time.wMonth = month;
-  time.wDay = day;
-  time.wHour = 12;
-  time.wSecond = 10;
-  ULARGE_INTEGER noon{};
+  const SYSTEMTIME time = {year, month, 0, day, 12, 0, 10, 0};
+  std::uint64_t noon = 0;
   SystemTimeToFileTime(&time, reinterpret_cast<FILETIME*>(&noon));
-  return noon.QuadPart;
+  return noon;
 }
 
 std::uint64_t clock = NoonOf(2024, 2, 28);
 
 void WINAPI SupplyGetLocalTime(SYSTEMTIME* time) { FileTimeToSystemTime(reinterpret_cast<FILETIME*>(&clock), time); }
 
-struct Timer {
-  HWND window;
-  UINT_PTR id;
-  bool operator==(const Timer&) const = default;
-};
-std::vector<Timer> timers;
+std::set<std::pair<HWND, UINT_PTR>> timers;  // window and id
 
 UINT_PTR WINAPI SupplySetTimer(HWND window, UINT_PTR id, UINT, TIMERPROC) {
-  if (std::find(timers.begin(), timers.end(), Timer{window, id}) == timers.end()) {
-    timers.push_back({window, id});
-  }
+  timers.emplace(window, id);
   return id;
 }
 
-BOOL WINAPI SupplyKillTimer(HWND window, UINT_PTR id) { return std::erase(timers, Timer{window, id}) > 0; }
+BOOL WINAPI SupplyKillTimer(HWND window, UINT_PTR id) { return timers.erase({window, id}) > 0; }
 
 void Tick(std::uint64_t seconds) {
   clock += seconds * kSecond;
-  for (const Timer& timer : timers) {
-    PostMessageW(timer.window, WM_TIMER, timer.id, 0);
+  for (const auto& [window, id] : timers) {
+    PostMessageW(window, WM_TIMER, id, 0);
   }
 }
 
-// ---- shell
+// ---- what a user sees
 
 std::optional<TrayEntry> icon;  // as the shell shows it
-
-std::string TipOf(const TrayEntry& entry) {
-  constexpr std::size_t kTip = 24;
-  const auto* const text = reinterpret_cast<const char*>(entry.record) + kTip;
-  return {text, strnlen(text, kRecordSize - kTip)};
-}
-
-// ---- what a user sees
 
 std::string menu;  // the entries of the one that was opened last
 
 unsigned refusalsBefore = 0;
 
-/// Writes all that a user sees of the program, and whether calls have failed since the last time.
+/// Logs what a user sees of the program, and whether calls have failed since the last time.
 void See(const std::string& moment) {
   const std::string ofIcon = icon
                                  ? "there\ticon-picture=" + HashOf({std::begin(icon->pixels), std::end(icon->pixels)}) +
-                                       "\ttip=" + TipOf(*icon)
+                                       "\ttip=" + std::string(icon->record.tip, sizeof icon->record.tip)
                                  : "none\ticon-picture=\ttip=";
   Log("see\t" + moment + "\ticon=" + ofIcon + "\tmenu=" + menu + WindowsAsSeen());
   if (RefusalsSoFar() != refusalsBefore) {
@@ -150,9 +130,6 @@ struct Step {
   std::function<bool()> reached;  ///< if not, the user tries again
 };
 
-constexpr const wchar_t* kRestore = L"Restore in System Tray";
-constexpr const wchar_t* kSouth = L"Enable Southern Hemisphere View";
-
 const std::map<std::string, std::vector<Step>> kScenarios = {
     {"shown",
      {
@@ -180,7 +157,7 @@ const std::map<std::string, std::vector<Step>> kScenarios = {
          {"entry", [] { Choose(L"Show Main Window"); }, MainShown},
          {"box", [] { PostMessageW(Main(), WM_CLOSE, 0, 0); }, MainHidden},
          {"exit", [] { Choose(L"Exit"); }, Never},
-         // Only if the menu does not come.
+         // Reached only if the menu does not open.
          {"show", ShowByTheIcon, MainShown},
          {"untick", [] { Click(Option(kRestore)); }, [] { return !Ticked(kRestore); }},
          {"end", [] { Click(Button(Main(), L"Close")); }, Never},
@@ -307,7 +284,7 @@ const std::map<std::string, void*> kReplacements = {
 }  // namespace
 
 void BeginScenario() {
-  std::ifstream file(BesideTheProgram(L"scenario").c_str());
+  std::ifstream file(BesideTheProgram(L"scenario"));
   if (file >> scenario) {
     SetUnhandledExceptionFilter(OnCrash);
     RewriteImports(kReplacements, file);

@@ -1,24 +1,30 @@
-// A whole life of the program within a second: the stand-in supplies its clock, timers, shell, menu and boxes, and does
-// a step of the scenario whenever the program waits for a message.
+// Runs the program through a scenario, from start to end, in a second. The stand-in supplies its clock, timers, shell,
+// menu and boxes. Whenever the program waits for a message, the next step is done.
 #pragma once
 
 #include <windows.h>
 
-#include <cstddef>
-
 constexpr int kIconSize = 16;
-constexpr std::size_t kRecordSize = 88;
+
+/// The program's record: the first form of NOTIFYICONDATAA.
+struct Record {
+  DWORD size;
+  HWND window;
+  UINT id, flags, message;
+  HICON icon;
+  char tip[64];
+};
 
 /// A call of Shell_NotifyIconA, as it is written down.
 struct TrayEntry {
   DWORD command;
-  DWORD result;
-  unsigned char record[kRecordSize];
+  BOOL result;
+  Record record;
   DWORD pixels[kIconSize * kIconSize];
 };
 
-/// Takes the scenario that the file "scenario" beside the program names, if there is one. The rest of the file says
-/// which calls fail; see faults.h.
+/// Begins the scenario that is named in the file "scenario" beside the program, if there is one. The rest of the file
+/// says which calls fail; see faults.h.
 void BeginScenario();
 bool InScenario();
 

@@ -11,6 +11,9 @@
 
 #include "support/pixels_win.h"
 
+constexpr const wchar_t* kRestore = L"Restore in System Tray";
+constexpr const wchar_t* kSouth = L"Enable Southern Hemisphere View";
+
 inline HWND Main() { return FindWindowW(L"TidewellMoon", nullptr); }
 inline HWND About() { return FindWindowW(L"TidewellAbout", nullptr); }
 inline HWND Button(HWND form, const wchar_t* text) { return FindWindowExW(form, nullptr, nullptr, text); }
@@ -21,7 +24,7 @@ inline HWND Option(const wchar_t* text) {
 inline bool Ticked(const wchar_t* option) { return SendMessageW(Option(option), BM_GETCHECK, 0, 0) == BST_CHECKED; }
 inline bool Shown(HWND window) { return IsWindowVisible(window) != FALSE && IsIconic(window) == FALSE; }
 
-/// Without characters that would break a line of the log.
+/// Replaces characters that would break a line of the log.
 inline std::string Narrow(const std::wstring& text) {
   std::string narrow;
   for (const wchar_t c : text) {
@@ -37,15 +40,6 @@ inline std::string HashOf(const std::vector<DWORD>& pixels) {
   return blank ? "blank" : std::to_string(std::hash<std::string_view>()(bytes));
 }
 
-inline std::vector<DWORD> PixelsOfTheMoon(HWND main) {
-  constexpr int kLeft = 60, kTop = 20, kSide = 131;
-  return PixelsPaintedBy(kSide, kSide, [&](HDC dc) {
-    const HDC from = GetDC(main);
-    BitBlt(dc, 0, 0, kSide, kSide, from, kLeft, kTop, SRCCOPY);
-    ReleaseDC(main, from);
-  });
-}
-
 inline std::string PlaceOf(HWND window) {
   RECT place{};
   GetWindowRect(window, &place);
@@ -53,7 +47,7 @@ inline std::string PlaceOf(HWND window) {
          std::to_string(place.bottom);
 }
 
-/// Texts, states, places and pixels of the windows, as fields KEY=VALUE with a tab before each. No message goes to a
+/// Texts, states, places and pixels of the windows, as fields KEY=VALUE with a tab before each. Sends no message to a
 /// window of the program's own classes.
 inline std::string WindowsAsSeen() {
   const auto state = [](HWND window) {
@@ -69,11 +63,10 @@ inline std::string WindowsAsSeen() {
     InternalGetWindowText(label, text, 256);
     seen += Narrow(text) + "|";
   }
-  seen += "\toptions=" + std::to_string(Ticked(L"Restore in System Tray")) +
-          std::to_string(Ticked(L"Enable Southern Hemisphere View")) +
+  seen += "\toptions=" + std::to_string(Ticked(kRestore)) + std::to_string(Ticked(kSouth)) +
           "\ttopmost=" + std::to_string((GetWindowLongW(main, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0);
   if (Shown(main)) {
-    seen += "\tplace=" + PlaceOf(main) + "\tmoon=" + HashOf(PixelsOfTheMoon(main)) +
+    seen += "\tplace=" + PlaceOf(main) + "\tmoon=" + HashOf(Pixels(main, {60, 20, 191, 151}).All()) +
             "\twindow=" + HashOf(Pixels(main).All());
   }
   if (Shown(About())) {
