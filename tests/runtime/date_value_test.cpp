@@ -57,14 +57,14 @@ TEST(DateSerial, RefusesYearsOutsideTheCalendar) {
 
 TEST(AddTime, CarriesInBothDirections) {
   const DateValue date = DateSerial(2003, 8, 19);
-  EXPECT_EQ(AddTime(date, 12, 0), date + 0.5);
-  EXPECT_EQ(AddTime(date, 17, 60), date + 0.75);
-  EXPECT_EQ(AddTime(date, 24, 0), date + 1);
-  EXPECT_EQ(AddTime(date, 23, 59, 60), date + 1);
-  EXPECT_EQ(AddTime(date, 0, -1), date - 1 + 1439.0 / 1440);
-  EXPECT_EQ(AddTime(date, 2, -300), date - 1 + 21.0 / 24);
-  EXPECT_EQ(AddTime(date, 0, 32767), date + 22 + 1087.0 / 1440);
-  EXPECT_EQ(AddTime(date, 0, -32768), date - 23 + 352.0 / 1440);
+  EXPECT_NEAR(AddTime(date, 12, 0), date + 0.5, 0);
+  EXPECT_NEAR(AddTime(date, 17, 60), date + 0.75, 0);
+  EXPECT_NEAR(AddTime(date, 24, 0), date + 1, 0);
+  EXPECT_NEAR(AddTime(date, 23, 59, 60), date + 1, 0);
+  EXPECT_NEAR(AddTime(date, 0, -1), date - 1 + 1439.0 / 1440, 0);
+  EXPECT_NEAR(AddTime(date, 2, -300), date - 1 + 21.0 / 24, 0);
+  EXPECT_NEAR(AddTime(date, 0, 32767), date + 22 + 1087.0 / 1440, 0);
+  EXPECT_NEAR(AddTime(date, 0, -32768), date - 23 + 352.0 / 1440, 0);
 }
 
 TEST(PartsOf, TakesADateApart) {
