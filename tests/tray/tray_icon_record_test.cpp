@@ -12,19 +12,13 @@ namespace tidewell {
 using namespace mMoon;
 using namespace runtime;
 
-namespace {
-
-std::wstring TipOf(const TrayIconRecord& record) { return {record.szTip.begin(), record.szTip.end()}; }
-
-}  // namespace
-
 TEST(TrayIconRecord, TipIsCutAtItsWidth) {
-  TrayIconRecord record;
   const std::wstring full = L"<" + std::wstring(62, L'x') + L">";
-  record.SetTip(full);
-  EXPECT_EQ(TipOf(record), full);
-  record.SetTip(full + L"y");
-  EXPECT_EQ(TipOf(record), full);
+  for (const std::wstring& tip : {full, full + L"y"}) {
+    TrayIconRecord record;
+    record.SetTip(tip);
+    EXPECT_EQ(std::wstring(record.szTip.begin(), record.szTip.end()), full);
+  }
 }
 
 TEST(TrayIconRecord, PacksInto88Bytes) {
