@@ -109,7 +109,7 @@ def measure_instants(phases):
     lines = [
         ["the series: New Moons", *sizes(series["New"], minutes)],
         ["the series: Full Moons", *sizes(series["Full"], minutes)],
-        ["both, with the altered term as published", *sizes(errors_as_published(phases), minutes)],
+        ["the series, its altered term as published", *sizes(errors_as_published(phases), minutes)],
         ["dynamical time taken for Universal Time", *sizes([d for d, _ in all_causes], minutes)],
         ["**the shown time**: both causes, seconds cut off", *sizes([s for _, s in all_causes], minutes)],
     ]
