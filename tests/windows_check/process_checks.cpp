@@ -94,21 +94,20 @@ std::wstring Text(const Resources& resources) {
          std::to_wstring(resources.gdi) + L" GDI objects, " + std::to_wstring(resources.user) + L" USER objects";
 }
 
-void UpdateOften(const Program& program, int times) {
-  for (int update = 0; update < times; ++update) {
-    program.Update();
-  }
-}
-
 /// The first updates fill the system's caches. Later ones must not leave anything behind.
 TEST(Cost, OfManyUpdates) {
   constexpr std::size_t kMemory = 256 * 1024;
   constexpr DWORD kFew = 4;
   const Program program;
-  UpdateOften(program, 100);
+  const auto update = [&](int times) {
+    while (times-- > 0) {
+      program.Update();
+    }
+  };
+  update(100);
   const Resources before = ResourcesOf(program);
   const ULONGLONG start = GetTickCount64();
-  UpdateOften(program, 2000);
+  update(2000);
   const ULONGLONG time = GetTickCount64() - start;
   ASSERT_FALSE(program.Ended());
   const Resources after = ResourcesOf(program);
