@@ -1,8 +1,6 @@
 """Mistakes that no operator makes: in the order of steps, in departures from the published formulae, in which error
 comes first, in the calls to Windows. Each text occurs exactly once in its file."""
 
-import re
-
 from operators import REPOSITORY, Mutant
 
 BY_HAND = {
@@ -181,11 +179,6 @@ EQUIVALENT = {
     r"runtime/code_page_win\.cpp: .*&back, 1, .*&back, 2, ": "a character of such a page is one byte",
     r"runtime/random_file_win\.cpp: DWORD \w+ = 0; -> .* = 1;": "the system sets it",
 }
-
-
-def explanation(name):
-    """Why a generated mutant changes nothing, or None."""
-    return next((reason for pattern, reason in EQUIVALENT.items() if re.match(pattern, name)), None)
 
 
 def by_hand():

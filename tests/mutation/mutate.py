@@ -25,7 +25,7 @@ import time
 from collections import Counter
 from pathlib import Path
 
-from mutants import by_hand, explanation
+from mutants import EQUIVALENT, by_hand
 from operators import REPOSITORY, generated
 
 BUILD_SECONDS = 1800
@@ -109,7 +109,7 @@ def try_mutant(mutant, tests):
         failing = tests.failing_test()
         if failing:
             return "killed", failing
-        reason = explanation(mutant.name)
+        reason = next((reason for pattern, reason in EQUIVALENT.items() if re.match(pattern, mutant.name)), None)
         return ("equivalent", reason) if reason else ("survived", "")
     finally:
         path.write_text(good, encoding="utf-8")
