@@ -407,20 +407,6 @@ Function .onInstSuccess
   ${EndIf}
 FunctionEnd
 
-; After a failure: removes the folder if this setup made it, and restores its registry entry. Called only if no file has
-; been replaced.
-Function GiveFolderBack
-  ${If} $FolderIsNew = 1
-    RMDir "$INSTDIR" ; only if it is empty
-  ${EndIf}
-  ${If} $Former != ""
-    WriteRegStr HKCU "${UNINSTALL_KEY}" InstallLocation $Former
-  ${Else}
-    DeleteRegValue HKCU "${UNINSTALL_KEY}" InstallLocation
-    DeleteRegKey /ifempty HKCU "${UNINSTALL_KEY}"
-  ${EndIf}
-FunctionEnd
-
 Function .onInstFailed
   GetErrorLevel $0
   ${If} $0 = -1 ; NSIS itself stopped, for example on a full disk
@@ -432,7 +418,16 @@ Function .onInstFailed
   ${EndIf}
   ${If} $Progress == begun
   ${AndIfNot} ${FileExists} "${NEW}"
-    Call GiveFolderBack
+    ; No existing file was replaced: undo the rest, too.
+    ${If} $FolderIsNew = 1
+      RMDir "$INSTDIR" ; only if it is empty
+    ${EndIf}
+    ${If} $Former != ""
+      WriteRegStr HKCU "${UNINSTALL_KEY}" InstallLocation $Former
+    ${Else}
+      DeleteRegValue HKCU "${UNINSTALL_KEY}" InstallLocation
+      DeleteRegKey /ifempty HKCU "${UNINSTALL_KEY}"
+    ${EndIf}
   ${EndIf}
   Call StartAgain
 FunctionEnd

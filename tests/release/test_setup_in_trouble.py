@@ -1,4 +1,4 @@
-"""The setup in trouble: it changes only Tidewell's files, all or none, and its exit code says which."""
+"""The setup in trouble: it changes all of Tidewell's files or none, and no other. Its exit code says which."""
 
 import contextlib
 import os
@@ -27,7 +27,7 @@ def state(user):
 
 @contextlib.contextmanager
 def unchanged(user):
-    """Asserts that what is done within the context leaves the machine as it was."""
+    """Asserts that the block leaves the machine as it was."""
     before = state(user)
     yield
     assert state(user) == before
@@ -91,21 +91,6 @@ def disk(user):
         subprocess.run(["umount", "--lazy", folder], check=True)
 
 
-def install_on_full_disks(user, sizes):
-    """Installs with each number of free bytes until it succeeds; a failure changes nothing."""
-    filler = user.folder.parent / "filler"
-    for size in sizes:
-        before, system = state(user), os.statvfs(filler.parent)
-        filler.write_bytes(bytes(system.f_bavail * system.f_frsize - size))
-        status = user.install()
-        filler.unlink()
-        if status == 0:
-            return
-        assert status == NOT_HERE, size
-        assert state(user) == before
-    assert user.install() == 0
-
-
 # ---- other people's files
 
 def test_a_first_installation_leaves_the_root_of_the_drive_alone(user, foreign):
@@ -145,15 +130,23 @@ def test_a_folder_with_other_peoples_files_is_refused(user, foreign):
         (user.elsewhere / name).unlink()
 
 
-def test_shortcuts_to_a_portable_copy_stay(user, unpacked):
+def test_a_running_portable_copy_and_its_shortcuts_stay(user, unpacked):
+    def portable():
+        files = [*unpacked.iterdir(), user.start_menu_entry, user.startup_entry]
+        return {path: path.read_bytes() for path in files}, user.running()
+
     assert user.install(user.windows_path(unpacked)) == 0
-    link = user.start_menu_entry.read_bytes()
-    user.startup_entry.write_bytes(link)
+    shutil.copy(user.start_menu_entry, user.startup_entry)
     assert user.wine.run("reg", "delete", UNINSTALL_KEY, "/f") == 0  # now the copy is a portable one
+    user.start(unpacked)
+    user.tick(SOUTH)
+    before = portable()
     assert user.install() == 0
-    assert user.start_menu_entry.read_bytes() == user.startup_entry.read_bytes() == link
+    with unchanged(user), user.holding(user.folder / IMAGE):
+        assert user.install() == IN_USE  # it ends no other copy
+    assert portable() == before
     assert user.remove() == 0
-    assert user.start_menu_entry.read_bytes() == user.startup_entry.read_bytes() == link
+    assert portable() == before
 
 
 @long
@@ -200,17 +193,11 @@ def test_a_copy_of_the_uninstaller_removes_nothing(user, unpacked):
 
 # ---- files in use
 
-def test_a_removal_while_a_file_is_held_changes_nothing(user):
+def test_a_removal_that_a_held_file_stops_can_be_repeated(user):
     assert user.install() == 0
     with unchanged(user), user.holding(user.folder / "LICENSE.txt"):
         assert user.remove_and_wait() == IN_USE
-    assert user.remove() == 0
-    assert not user.folder.exists()
-    assert not user.uninstall_entry()
-
-
-def test_a_removal_that_cannot_delete_a_file_can_be_repeated(user):
-    assert user.install() == 0
+    # Now it is held once the removal has begun.
     copy = user.home / "Temp/Un.exe"
     shutil.copy(user.folder / "uninstall.exe", copy)  # as the uninstaller itself does
     process = user.step(user.windows_path(copy), *user.uninstaller(user.folder)[1:])
@@ -258,17 +245,6 @@ def test_an_update_waits_for_a_scanner(user, held, share):
     is_updated(user)
 
 
-def test_a_portable_copy_is_left_alone(user, unpacked):
-    user.start(unpacked)
-    user.tick(SOUTH)
-    portable = {path: path.read_bytes() for path in unpacked.iterdir()}, user.running()
-    assert user.install() == 0
-    with unchanged(user), user.holding(user.folder / IMAGE):
-        assert user.install() == IN_USE  # it ends no other copy
-    assert user.remove() == 0
-    assert ({path: path.read_bytes() for path in unpacked.iterdir()}, user.running()) == portable
-
-
 @long
 def test_a_copy_that_hangs_is_left_alone(user):
     assert user.install() == 0
@@ -295,38 +271,36 @@ def test_a_failed_update_starts_the_copy_that_it_ended(user):
     assert user.ticked(SOUTH)
 
 
-@long
-def test_read_only_files_are_updated(user):
-    assert user.install() == 0
-    age(user)
-    for name in INSTALLED:
-        (user.folder / name).chmod(0o444)
-    assert user.install() == 0
-    is_updated(user)
-
-
 # ---- full disks
 
-SIZES = [pytest.param([100_000, 220_000], id="two"),  # too small for the program; too small for the uninstaller
-         pytest.param(range(0, 400_000, 8192), id="all", marks=long)]
-
-
-@pytest.mark.parametrize("sizes", SIZES)
-def test_an_update_on_a_full_disk_changes_nothing(user, disk, sizes):
+@pytest.mark.parametrize("update", [False, True])
+@pytest.mark.parametrize("sizes", [
+    pytest.param([100_000, 220_000], id="two"),  # too small for the program; too small for the uninstaller
+    pytest.param(range(0, 400_000, 8192), id="all", marks=long)])
+def test_on_a_full_disk_nothing_changes(user, disk, sizes, update):
+    """Installs with each number of free bytes until it succeeds."""
     disk(user.folder.parent, "2m")
-    assert user.install() == 0
-    age(user)
-    user.start()
-    install_on_full_disks(user, sizes)
+    if update:
+        assert user.install() == 0
+        age(user)
+        user.start()
+    filler = user.folder.parent / "filler"
+    for size in sizes:
+        before, system = state(user), os.statvfs(filler.parent)
+        filler.write_bytes(bytes(system.f_bavail * system.f_frsize - size))
+        status = user.install()
+        filler.unlink()
+        if status == 0:
+            break
+        assert status == NOT_HERE, size
+        assert state(user) == before
+    else:
+        assert user.install() == 0
     user.end_programs()
-    is_updated(user)
-
-
-@pytest.mark.parametrize("sizes", SIZES)
-def test_a_first_installation_on_a_full_disk_leaves_nothing(user, disk, sizes):
-    disk(user.folder.parent, "2m")
-    install_on_full_disks(user, sizes)
-    assert names(user.folder) == INSTALLED
+    if update:
+        is_updated(user)
+    else:
+        assert names(user.folder) == INSTALLED
 
 
 @long

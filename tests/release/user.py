@@ -33,12 +33,6 @@ def packed(folder):
     return {name: zlib.crc32((folder / name).read_bytes()) for name in PACKED}
 
 
-def difference(after, before):
-    """What was added or removed, without Wine's own notes."""
-    return sorted((key, line) for key, line in after ^ before
-                  if key and not key.startswith("[HKEY_CURRENT_USER\\Software\\Wine\\"))
-
-
 class User:
     """A user of the machine."""
 
@@ -69,7 +63,10 @@ class User:
         return {path for path in self.drive_c.rglob("*") if not any(folder in path.parents for folder in own)}
 
     def registry(self):
-        return self._exported("HKEY_CURRENT_USER") | self._exported("HKEY_LOCAL_MACHINE\\Software")
+        """Its lines with their keys, without Wine's own notes."""
+        lines = self._exported("HKEY_CURRENT_USER") | self._exported("HKEY_LOCAL_MACHINE\\Software")
+        notes = "[HKEY_CURRENT_USER\\Software\\Wine\\"
+        return {(key, line) for key, line in lines if key and not key.startswith(notes)}
 
     def _exported(self, root):
         exported = self.drive_c / "registry.reg"
@@ -84,9 +81,10 @@ class User:
         return found
 
     def uninstall_entry(self):
-        """The values of the entry in the list of installed programs."""
-        values = dict(line.split("=", 1) for _, line in self._exported(UNINSTALL_KEY) if line.startswith('"'))
-        return {name.strip('"'): int(value[6:], 16) if value.startswith("dword:")
+        """The values of the entry in the list of installed programs; an empty set if there is no entry."""
+        lines = self._exported(UNINSTALL_KEY)
+        values = dict(line.split("=", 1) for _, line in lines if line.startswith('"'))
+        return lines and {name.strip('"'): int(value[6:], 16) if value.startswith("dword:")
                 else value[1:-1].replace('\\"', '"').replace("\\\\", "\\") for name, value in values.items()}
 
     # ---- setup and removal
