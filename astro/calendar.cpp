@@ -54,7 +54,8 @@ void JulianToCivil(double jd) {
   const Checked dayWithFraction = (B - D) - Int(30.6001 * E) + CalDayPart;
 
   CalDay = Int(dayWithFraction);
-  const Checked hours = (dayWithFraction - CalDay) * 1440 / 60;  // not * 24: the last bits would differ
+  // Not * 24: on the first Julian days the last bits would differ.
+  const Checked hours = (dayWithFraction - CalDay) * 1440 / 60;
   CalMinute = CheckedCast<std::int16_t>(Int((hours - Int(hours)) * 60));
   CalMonth = E < 13.5 ? E - 1 : E - 13;
   CalYear = CalMonth > 2.5 ? C - 4716 : C - 4715;
