@@ -23,14 +23,10 @@ from bench.program import Bench  # noqa: E402
 from bench.typewriter import Typewriter  # noqa: E402
 from bench.wine import wine_on_a_screen  # noqa: E402
 
-THE_BENCH = pytest.StashKey()
-
 
 def pytest_addoption(parser):
     parser.addoption("--program", default=str(REPOSITORY / "build/windows/Tidewell.exe"),
                      help="the Tidewell.exe to test")
-    parser.addoption("--bench-folder", default=str(REPOSITORY / "build/e2e"),
-                     help="the folder for the Wine prefix and the results; simultaneous runs need different ones")
 
 
 @pytest.fixture(scope="session")
@@ -39,7 +35,7 @@ def bench(request):
     exe = Path(request.config.getoption("program")).resolve()
     tools.build_program(exe)
     assert exe.exists(), f"{exe} does not exist: build it, or give another one by --program"
-    folders = Folders(request.config.getoption("bench_folder"))
+    folders = Folders(REPOSITORY / "build/e2e")
     with wine_on_a_screen(folders) as (display, wine):
         shutil.rmtree(folders.programs)
         shutil.rmtree(folders.failures)
@@ -47,8 +43,7 @@ def bench(request):
         folders.failures.mkdir()
         built = tools.build(folders.tools)
         driver = Driver(wine, built["driver.exe"], folders.logs / "driver.log")
-        request.config.stash[THE_BENCH] = the_bench = Bench(exe, folders, built, display, wine, driver)
-        yield the_bench
+        yield Bench(exe, folders, built, display, wine, driver)
         driver.close()
 
 
@@ -66,8 +61,8 @@ def program(start):
 
 
 @pytest.fixture
-def typewriter(bench, program):
-    """Another program, with the keyboard and "abc" typed into it, beside a running Tidewell."""
+def typewriter(bench):
+    """Another program, with the keyboard and "abc" typed into it."""
     other = Typewriter(bench)
     other.take_the_keyboard()
     other.type("abc")
@@ -78,7 +73,7 @@ def typewriter(bench, program):
 @pytest.hookimpl(hookwrapper=True)
 def pytest_runtest_makereport(item, call):
     report = (yield).get_result()
-    the_bench = item.config.stash.get(THE_BENCH, None)
+    the_bench = item.funcargs.get("bench")
     if report.failed and report.when != "teardown" and the_bench:
         try:
             the_bench.picture_of_failure(re.sub(r"[^\w.-]+", "-", f"{item.path.stem}-{item.name}"))

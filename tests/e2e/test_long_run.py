@@ -6,7 +6,6 @@ from pathlib import Path
 
 from bench import LONG
 from bench.driver import WM_TIMER
-from bench.oracle import wanted_report
 
 TOLERATED = 64 * 1024  # bytes; or one per cent, if that is more
 FLEETING = 16  # files that may be open just then; a leak would make thousands
@@ -15,8 +14,8 @@ UPDATES, REPAINTS = (20_000, 70_000) if LONG else (2_000, 2_000)
 
 
 def usage(program):
-    """Private memory in bytes, and open files, as Linux counts them. Each window and each GDI object takes memory, too.
-    Only written memory counts: whether a page that is only read is private depends on other processes."""
+    """Private memory in bytes, and open files, as Linux counts them. Windows and GDI objects take memory too. Only
+    written pages count: whether others are private depends on other processes."""
     host = Path(f"/proc/{program.process.pid}")
     private = re.findall(r"^Private_Dirty:\s+(\d+) kB", (host / "smaps").read_text(), re.MULTILINE)
     return 1024 * sum(map(int, private)), len(list((host / "fd").iterdir()))
@@ -32,7 +31,7 @@ def test_updates_of_a_year_and_repaints_leave_nothing_behind(start):
         for _ in range(PORTION):
             program.clock.advance(seconds=step.total_seconds())
             program.driver.send(main, WM_TIMER, 1)
-        assert program.report().lines == wanted_report(program.clock.at, program.zone)["lines"]
+        assert program.report().lines == program.wanted_report()["lines"]
 
     def repaint():
         for _ in range(PORTION):

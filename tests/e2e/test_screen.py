@@ -1,4 +1,4 @@
-"""Wide windows, lost windows, and their icons."""
+"""Windows that are very wide, partly visible, or lost off the screen."""
 
 import pytest
 

@@ -3,8 +3,7 @@
 import pytest
 
 from bench.driver import DriverError
-from bench.program import RESTORE, SOUTH
-from bench.settings_file import RECORD, RECORD_SIZE, RESTORE_IN_TRAY, SOUTHERN_VIEW, TRUE
+from bench.program import RECORD, RECORD_SIZE, RESTORE, RESTORE_IN_TRAY, SOUTH, SOUTHERN_VIEW, TRUE
 from bench.user import tick
 from bench.wine import windows_path
 

@@ -6,18 +6,18 @@ import pytest
 
 from bench.driver import (SW_FORCEMINIMIZE, SW_HIDE, SW_MAXIMIZE, SW_MINIMIZE, SW_SHOWMINIMIZED,
                           SW_SHOWMINNOACTIVE)
-from bench.settings_file import SOUTHERN_VIEW, TRUE
+from bench.program import SOUTHERN_VIEW, TRUE
 from bench.user import wait_for_main
 from bench.waiting import until
 
 
-@pytest.mark.parametrize("wish, settings", [
+@pytest.mark.parametrize("show, settings", [
     (SW_HIDE, None), (SW_SHOWMINIMIZED, None), (SW_MINIMIZE, None), (SW_SHOWMINNOACTIVE, None),
     (SW_FORCEMINIMIZE, None),
     (SW_SHOWMINNOACTIVE, bytes(SOUTHERN_VIEW) + TRUE),  # then it tries to change the icon before it adds it
 ])
-def test_a_hidden_or_minimised_start_goes_into_the_tray(bench, start, wish, settings):
-    program = start(bench.folder(settings=settings), wish=wish)
+def test_a_hidden_or_minimised_start_goes_into_the_tray(bench, start, show, settings):
+    program = start(bench.folder(settings=settings), show=show)
     program.settle()
     assert not program.main().shown
     program.display.click(*program.icon_centre())
@@ -27,7 +27,7 @@ def test_a_hidden_or_minimised_start_goes_into_the_tray(bench, start, wish, sett
 
 
 def test_a_maximised_start_shows_the_window_in_its_size(start):
-    program = start(wish=SW_MAXIMIZE)
+    program = start(show=SW_MAXIMIZE)
     wait_for_main(program, True)
     assert program.main().client[2:] == [257, 342]
     assert not program.main().minimised

@@ -7,7 +7,7 @@ import pytest
 from bench import LONG
 from bench.display import RIGHT
 from bench.driver import LEFT_DOUBLE, LEFT_DOWN, LEFT_UP, NIM_ADD, NIM_MODIFY, RIGHT_DOUBLE, RIGHT_DOWN
-from bench.program import MAGENTA, RESTORE, phase_pictures
+from bench.program import RESTORE
 from bench.user import choose, hide, open_menu, pass_a_minute, place_of, wait_for_main
 from bench.waiting import until
 
@@ -28,13 +28,6 @@ def test_other_messages_of_the_icon_do_nothing(program, message):
 
 # ---- menu
 
-def test_show_main_window_never_hides_it(program):
-    choose(program, "Show Main Window")
-    until(lambda: program.menu() is None, "menu closed")
-    program.settle()
-    assert program.main().shown
-
-
 def test_a_click_elsewhere_closes_the_menu(program):
     open_menu(program)
     program.display.click(*ELSEWHERE)
@@ -51,27 +44,23 @@ def test_a_right_click_on_an_entry_does_nothing(program):
     until(lambda: program.about().shown, "About box")
 
 
-def test_with_the_menu_open_a_click_on_the_icon_does_not_hide_the_window(program):
+def test_while_the_menu_is_open_updates_go_on_and_a_click_on_the_icon_does_nothing(program):
     open_menu(program)
+    count = len(program.calls())
+    program.clock.advance(minutes=1)
+    until(lambda: len(program.calls()) > count, "update")
+    assert program.menu()
     program.tray_message(LEFT_DOWN)
     program.tray_message(LEFT_UP)
     program.settle()
     assert program.main().shown
 
 
-def test_the_report_is_updated_while_the_menu_is_open(program):
-    open_menu(program)
-    count = len(program.calls())
-    program.clock.advance(minutes=1)
-    until(lambda: len(program.calls()) > count, "update")
-    assert program.menu()
-
-
 @pytest.mark.parametrize("gap", [0, 5, 20, 50, 300])
 def test_the_icon_still_answers_after_a_right_click_and_a_quick_click_elsewhere(program, typewriter, gap):
     """The second click may take the foreground just before or just after the menu opens."""
     icon = program.icon_centre()
-    x, y, width, height = typewriter.place
+    x, y, width, height = typewriter.window().screen
     for number in range(TRIES):  # hides and shows the main window in turn
         program.display.click(*icon, RIGHT)
         time.sleep(gap / 1000)
@@ -87,7 +76,7 @@ def test_the_icon_still_answers_after_a_right_click_and_a_quick_click_elsewhere(
         until(toggled, f"icon that answers, in try {number}", bound=10)
 
 
-# ---- record and picture
+# ---- record
 
 def test_the_record_is_filled_as_the_shell_expects(program):
     about = program.about().hwnd
@@ -98,17 +87,6 @@ def test_the_record_is_filled_as_the_shell_expects(program):
         assert (call.size, call.hwnd, call.id, call.flags, call.message) == (88, about, 1, 7, 512)
         assert len(call.tip) == 64
         assert call.tip.startswith("Moon's Age - ")
-
-
-def test_the_icon_in_the_tray_shows_the_phase_picture(program):
-    """Compares the opaque pixels: the 16 x 16 picture is centred in the docked icon."""
-    wanted = next(picture for picture, number in phase_pictures().items() if number == program.calls()[-1].icon)
-
-    def shown():
-        x, y, width, height = program.display.docked_icons()[0]
-        grabbed = program.display.grab(x + (width - 16) // 2, y + (height - 16) // 2, 16, 16)
-        return all(grabbed.pixel(at % 16, at // 16) == colour for at, colour in enumerate(wanted) if colour != MAGENTA)
-    until(shown, "phase picture in the tray")
 
 
 # ---- the shell

@@ -1,10 +1,9 @@
 """The main window and the About box: their controls, the picture, and the keyboard."""
 
-import moon_oracle
 import pytest
 
 from bench.driver import LEFT_UP
-from bench.program import RESTORE, SOUTH, START, THIRD
+from bench.program import RESTORE, SOUTH, THIRD
 from bench.user import bring_to_front, focus, hide, minimise, moon, show_about
 from bench.waiting import until
 
@@ -29,7 +28,6 @@ ABOUT = [
     ("OK", "Button", 2820, 1470, 1260, 345, "About Moon", True, True),
 ]
 
-FACE = (0xF5, 0xF5, 0xF5)  # Wine's window colour, where nothing is drawn
 WHITE, BLACK = (255, 255, 255), (0, 0, 0)
 
 
@@ -47,7 +45,7 @@ def test_the_windows_are_topmost_and_have_their_sizes_and_controls(program, form
     show_about(program)  # only then is the box complete
     assert program.top(form).client[2:] == size
     assert program.top(form).exstyle & 0x8
-    report = moon_oracle.report(*START.timetuple()[:6], 0, False)
+    report = program.wanted_report()
     windows = {window.hwnd: window for window in program.windows()}
     found = [(window.text, window.class_, *window.place, windows[window.parent].text, window.enabled, window.visible)
              for window in program.inside(form) if window.place[1] < windows[window.parent].client[3]]
@@ -63,30 +61,7 @@ def test_the_pictures_of_the_about_box_are_below_its_edge(program):
     assert not any(window.visible for window in below)
 
 
-def test_the_third_box_is_cut_off_by_the_frame(program):
-    program.display.rest()
-    box = program.control(THIRD)
-    frame = next(window for window in program.inside("Tidewell") if window.class_ == "TidewellFrame")
-    right = frame.screen[0] + frame.screen[2]
-    assert box.screen[0] < right < box.screen[0] + box.screen[2]
-    main = program.main()
-    edge = main.screen[0] + main.screen[2]
-    beyond = program.display.grab(right, box.screen[1], edge - 3 - right, box.screen[3])
-    assert beyond.colours() == {FACE}
-
-
 # ---- picture
-
-def test_the_picture_is_lit_as_the_moon_is(program):
-    picture = moon(program)
-    assert picture.colours() == {FACE, WHITE, BLACK}
-    # Through the middle, waning: rim, white, terminator, black.
-    row = [picture.pixel(x, 65) for x in range(131)]
-    dark = float(moon_oracle.report(*START.timetuple()[:6], 0, False)["label1"])
-    terminator = 65 + 130 * (0.5 - dark)
-    assert row[2:int(terminator) - 1] == [WHITE] * (int(terminator) - 3)
-    assert row[int(terminator) + 3:130] == [BLACK] * (127 - int(terminator))
-
 
 def test_a_click_on_the_southern_view_mirrors_the_icon_and_the_picture(program):
     count = len(program.calls())

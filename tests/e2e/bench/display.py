@@ -1,6 +1,7 @@
 """A virtual screen with a tray on it, its mouse and its pictures."""
 
 import contextlib
+import dataclasses
 import os
 import subprocess
 
@@ -16,24 +17,17 @@ MARGIN = (5, 5)  # the pointer rests here: no window is near
 LEFT, RIGHT = 1, 3
 
 
+@dataclasses.dataclass
 class Picture:
     """A part of the screen: red, green and blue bytes, row by row."""
 
-    def __init__(self, width, height, data):
-        self.width, self.height, self.data = width, height, data
+    width: int
+    height: int
+    data: bytes = dataclasses.field(repr=False)
 
     def pixel(self, x, y):
         at = (y * self.width + x) * 3
         return tuple(self.data[at:at + 3])
-
-    def colours(self):
-        return {tuple(self.data[at:at + 3]) for at in range(0, len(self.data), 3)}
-
-    def __eq__(self, other):
-        return (self.width, self.height, self.data) == (other.width, other.height, other.data)
-
-    def __repr__(self):
-        return f"Picture({self.width}x{self.height})"
 
 
 class Display:
@@ -61,7 +55,7 @@ class Display:
         self.rest()
 
     def _start(self, *command, pass_fds=(), environment=None):
-        # A session of its own keeps a Ctrl-C from ending it before Wine. The death signal ends it with the tests.
+        # In its own session a Ctrl-C does not end it before Wine. The death signal ends it with the tests.
         with open(self._logs / f"{command[0]}.log", "w") as log:
             self._processes.append(subprocess.Popen(
                 ["setpriv", "--pdeathsig", "KILL", *command], stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=pass_fds,

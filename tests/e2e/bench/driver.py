@@ -3,9 +3,8 @@
 import contextlib
 import functools
 import json
-import queue
+import select
 import subprocess
-import threading
 from types import SimpleNamespace
 
 from bench.waiting import BOUND
@@ -35,19 +34,9 @@ class Driver:
 
     def __init__(self, wine, path, log):
         self._launch = functools.partial(wine.start, path, log=log, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        self._start()
+        self._process = self._launch()
         # The first request about windows starts Wine's shell. It must not inherit a program's environment.
         self.ask("tips")
-
-    def _start(self):
-        self._process, self._answers = self._launch(), queue.Queue()
-        threading.Thread(target=self._listen, args=(self._process.stdout, self._answers), daemon=True).start()
-
-    @staticmethod
-    def _listen(output, answers):
-        for line in output:
-            answers.put(line)
-        answers.put(None)
 
     def close(self):
         self._process.kill()
@@ -56,14 +45,15 @@ class Driver:
     def ask(self, *words):
         """Sends a request; returns the answer."""
         request = " ".join(map(str, words))
-        line = None
-        with contextlib.suppress(OSError, queue.Empty):
+        line = b""
+        with contextlib.suppress(OSError):
             self._process.stdin.write(request.encode() + b"\n")
             self._process.stdin.flush()
-            line = self._answers.get(timeout=BOUND)
-        if line is None:
+            if select.select([self._process.stdout], [], [], BOUND)[0]:
+                line = self._process.stdout.readline()
+        if not line:
             self.close()
-            self._start()  # a late answer must not be taken for the next request's
+            self._process = self._launch()  # a late answer must not be taken for the next request's
             raise DriverError(f"no answer to: {request}")
         answer = json.loads(line)
         if isinstance(answer, dict) and "error" in answer:
@@ -76,8 +66,7 @@ class Driver:
 
     def windows(self, pid):
         """Every window of a process, parents before children; see Program.windows()."""
-        return [SimpleNamespace(**{"class_" if key == "class" else key: value for key, value in window.items()})
-                for window in self.ask("windows", pid)]
+        return [SimpleNamespace(**window) for window in self.ask("windows", pid)]
 
     def input(self, hwnd):
         """The focus of a window's thread, the foreground window, and in_menu: whether the thread is in a menu."""
@@ -92,10 +81,10 @@ class Driver:
         return self.ask("place", hwnd, 0, x, y, width, height, SWP_NOZORDER | SWP_NOACTIVATE)
 
     def hold(self, path, share=0):
-        """Opens a file (a Windows path) until release(), exclusively unless a share mode is given."""
+        """Keeps a file (a Windows path) open until release(); exclusively, unless a share mode is given."""
         return self.ask("hold", share, path)
 
     def keys(self, *strokes):
         """Presses keys inside Windows: names of VK or characters; + joins keys held together."""
-        codes = ["+".join(str(VK.get(key) or ord(key.upper())) for key in stroke.split("+")) for stroke in strokes]
-        return self.ask("keys", *codes)
+        for stroke in strokes:
+            self.ask("keys", *(VK.get(key) or ord(key.upper()) for key in stroke.split("+")))

@@ -3,10 +3,6 @@
 import dataclasses
 import functools
 import re
-import subprocess
-from pathlib import Path
-
-from bench.tools import WINDOWS, compiler
 
 NO_MEMORY, ACCESS_DENIED, CRC, DISK_FULL, NO_RESOURCES = 8, 5, 23, 112, 1450  # errors of Windows
 MINUS_ONE = 0xFFFFFFFF
@@ -22,7 +18,7 @@ class Failure:
     ends_on: tuple = (7,)
 
 
-# The program does without these: readings, painting, the shell. It never ends if one fails.
+# The program never ends if one of these fails: readings, painting, the shell.
 NOT_NEEDED = """
     fwrite
     CloseHandle GetLocaleInfoW MultiByteToWideChar WideCharToMultiByte InitCommonControlsEx Shell_NotifyIconA
@@ -43,10 +39,10 @@ SPECIAL = {name: Failure(ends_on=()) for name in NOT_NEEDED.split()} | {
     "SetDCBrushColor": Failure(MINUS_ONE, ends_on=()), "SetDCPenColor": Failure(MINUS_ONE, ends_on=()),
 }
 
-# Other ways to fail, each with its name.
+# Other ways to fail.
 VARIANTS = {
-    "CreateFileW": {"lacks resources": Failure(MINUS_ONE, NO_RESOURCES)},
-    "ReadFile": {"reads nothing": Failure(1, 0, (57,))},
+    "CreateFileW lacks resources": {"CreateFileW": Failure(MINUS_ONE, NO_RESOURCES)},
+    "ReadFile reads nothing": {"ReadFile": Failure(1, 0, (57,))},
 }
 
 # These cannot fail, or the program could do nothing about it. The last group never fails for valid windows and handles:
@@ -75,14 +71,13 @@ SETS["all memory"] = [*SETS["memory"], *SETS["GDI objects"], *SETS["USER objects
                       "PostThreadMessageW", "InvalidateRect", "CreateMutexW", "TlsAlloc"]
 
 
+def usual(functions):
+    """How each of the functions usually fails."""
+    return {name: SPECIAL.get(name, Failure()) for name in functions}
+
+
 @functools.cache
-def argument_bytes():
-    """How many bytes of arguments each stdcall function pops off the stack, by name; functions not listed pop none."""
-    libraries = Path(subprocess.run([compiler(WINDOWS), "-print-file-name=libuser32.a"], check=True, text=True,
-                                    stdout=subprocess.PIPE).stdout.strip()).parent
-    found = {}
-    for library in ("user32", "gdi32", "kernel32", "comctl32", "shell32"):
-        names = subprocess.run(["i686-w64-mingw32-nm", "-g", "--defined-only", libraries / f"lib{library}.a"], check=True,
-                               text=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
-        found |= {name: int(size) for name, size in re.findall(r" T _(\w+)@(\d+)$", names, re.MULTILINE)}
-    return found
+def argument_bytes(symbols):
+    """How many bytes of arguments each stdcall function pops off the stack, by name; functions not listed pop none. The
+    symbols are those of Windows' import libraries."""
+    return {name: int(size) for name, size in re.findall(r" T _(\w+)@(\d+)$", symbols.read_text(), re.MULTILINE)}

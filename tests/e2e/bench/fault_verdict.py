@@ -3,12 +3,12 @@
 import re
 
 from bench.display import HEIGHT, WIDTH
-from bench.settings_file import FILE_WITHOUT_OPTIONS
+from bench.faults import FILE_WITHOUT_OPTIONS
 
-# What the user may miss, without harm.
+# What a user may lose without harm.
 LOOK = {"window", "about-window"}
 REACHED_BY_THE_ICON = {"menu", "main", "about", "about-place", "missed", *LOOK}
-LOSES = {  # the mark of the keyboard on a control
+LOSES = {  # the focus rectangle
     "GetFocus": LOOK, "SetFocus": LOOK, "IsChild": LOOK, "GetNextDlgTabItem": LOOK,
 }
 LOSES_FOR_EVER = {  # while the system refuses for ever
@@ -31,7 +31,7 @@ def worst(case, reference, run):
     damaged file."""
     for word in ("busy", "not ended", "crash"):
         yield from (" ".join([word, *rest]) for rest in run.told(word))
-    shell_refuses_for_ever = "Shell_NotifyIconA" in case.functions and case.last == 0
+    shell_refuses_for_ever = "Shell_NotifyIconA" in case.failing and case.last == 0
     if run.told("icon")[-1:] == [["added"]] and not shell_refuses_for_ever:
         yield "icon left dead"
     if run.file not in (FILE_WITHOUT_OPTIONS, reference.file):
@@ -41,12 +41,12 @@ def worst(case, reference, run):
     for moment, look in run.looks().items():
         if moment.endswith("later") and look["icon"] == "none" and look["main"] in ("hidden", "none"):
             yield f"invisible ({moment})"
-    if SETTINGS_FILE & set(case.functions) and not numbers(run) & case.ends_on():
+    if SETTINGS_FILE & case.failing.keys() and not numbers(run) & case.ends_on():
         yield "goes on without its settings file"
     tries = run.journal.count("MessageBoxA")
     if run.status == 0 and (reference.status != 0 or run.looks().keys() < reference.looks().keys()):
         yield "silent end"
-    elif run.status == 1 and not run.told("box") and not (tries > 1 and "MessageBoxA" in case.functions):
+    elif run.status == 1 and not run.told("box") and not (tries > 1 and "MessageBoxA" in case.failing):
         yield f"silent end, with {tries} tries to show the box"
     elif run.status not in (0, 1):
         yield f"exit status {run.status}"
@@ -71,7 +71,7 @@ def wrong_in_life(case, reference, run):
     """What stays wrong in a run that ended when it was asked to. Harmless losses do not count, nor does what heals
     within a minute after the last refusal."""
     tables = [LOSES] if case.last else [LOSES, LOSES_FOR_EVER]
-    lost = set().union(*(table.get(function, set()) for table in tables for function in case.functions))
+    lost = set().union(*(table.get(function, set()) for table in tables for function in case.failing))
     still_refused = [moment for [moment] in run.told("refused")] if case.last else []
     for moment, key, wanted, seen in differences(reference, run):
         heals = moment.endswith("now") or moment in still_refused

@@ -4,43 +4,41 @@ import concurrent.futures
 import itertools
 import shutil
 import subprocess
-from dataclasses import dataclass
+from dataclasses import dataclass, field
 
-from bench.failures import SPECIAL, Failure, argument_bytes
-from bench.program import IMAGE
-from bench.settings_file import FILE_WITHOUT_OPTIONS
+from bench.failures import argument_bytes
+from bench.program import IMAGE, RECORD, RECORD_SIZE
 from bench.waiting import BOUND
+
+# A complete settings file with no option set, and with other programs' bytes in it.
+_OTHERS = bytes(number % 251 for number in range(20_000))
+FILE_WITHOUT_OPTIONS = _OTHERS[:RECORD] + bytes(RECORD_SIZE) + _OTHERS[RECORD + RECORD_SIZE:]
 
 SCENARIOS = {"shown": 0, "hidden": 0, "error": 1}  # with the exit status of a run without a fault
 
 
 @dataclass
 class Case:
-    """A run: the scenario, and the functions that fail together, from call number `first` to call number `last`; `last`
-    0: for ever."""
+    """A run: the scenario, and the functions that fail together, each with its Failure, from call number `first` to
+    call number `last`; `last` 0: for ever."""
 
     scenario: str
     name: str = "nothing"
-    functions: object = ()
+    failing: dict = field(default_factory=dict)
     first: int = 0
     last: int = 0
-    failure: object = None  # instead of the usual one
 
     def __str__(self):
         return f"{self.scenario}: {self.name}"
 
-    def failures(self):
-        return {function: self.failure or SPECIAL.get(function, Failure()) for function in self.functions}
-
     def ends_on(self):
-        return {number for failure in self.failures().values() for number in failure.ends_on}
+        return {number for failure in self.failing.values() for number in failure.ends_on}
 
 
 @dataclass
 class Run:
     """What was seen of a run."""
 
-    scenario: str
     status: object  # or "stuck"
     log: list
     file: bytes
@@ -60,7 +58,7 @@ class Worker:
     """A Wine prefix in which one program runs at a time."""
 
     def __init__(self, exe, tools, wine):
-        self._wine = wine
+        self._wine, self._argument_bytes = wine, argument_bytes(tools["symbols"])
         self._root = wine.prefix / "drive_c"  # if the program loses its folder, it writes here, not on our disk
         self._folder = self._root / "faults"
         shutil.rmtree(self._folder, ignore_errors=True)
@@ -73,8 +71,8 @@ class Worker:
         for path in (*(self._folder / name for name in ("log", "journal", "tray-calls")), self._root / "vesk.dat"):
             path.unlink(missing_ok=True)
         (self._folder / "vesk.dat").write_bytes(FILE_WITHOUT_OPTIONS)
-        failing = [f"{name} {argument_bytes().get(name, 0)} {failure.result} {failure.error}"
-                   for name, failure in case.failures().items()]
+        failing = [f"{name} {self._argument_bytes.get(name, 0)} {failure.result} {failure.error}"
+                   for name, failure in case.failing.items()]
         (self._folder / "scenario").write_text("\n".join([case.scenario, f"{case.first} {case.last}", *failing]))
         process = self._wine.start(self._folder / IMAGE, log=self._folder / "program.log", cwd=self._folder)
         try:
@@ -83,7 +81,7 @@ class Worker:
             process.kill()
             process.wait()
             status = "stuck"
-        return Run(case.scenario, status, [line.split("\t") for line in self._lines("log")],
+        return Run(status, [line.split("\t") for line in self._lines("log")],
                    (self._folder / "vesk.dat").read_bytes(), (self._root / "vesk.dat").exists(), self._lines("journal"))
 
     def _lines(self, name):
@@ -100,10 +98,8 @@ class Trials:
 
     def run(self, cases):
         """(case, run) for each case."""
-        cases = list(cases)
-
-        def run_part(number):
-            return [(case, self._workers[number].run(case)) for case in cases[number::len(self._workers)]]
-
+        cases, count = list(cases), len(self._workers)
+        parts = [cases[number::count] for number in range(count)]
         with concurrent.futures.ThreadPoolExecutor() as pool:
-            return [*itertools.chain(*pool.map(run_part, range(len(self._workers))))]
+            runs = pool.map(lambda worker, part: [(case, worker.run(case)) for case in part], self._workers, parts)
+            return [*itertools.chain(*runs)]

@@ -3,13 +3,13 @@
 import datetime
 import functools
 import itertools
-import json
 import shutil
 import struct
 import zoneinfo
 from types import SimpleNamespace
 
 import make_icons
+import moon_oracle
 
 from bench.clock import Clock
 from bench.driver import BM_GETSTATE, BM_SETSTATE, BST_PUSHED, WM_MOUSEMOVE, WM_TIMER
@@ -24,6 +24,11 @@ READINGS_PER_LOOK = 3  # how often Wine reads its clock when the program asks fo
 RESTORE, THIRD, SOUTH = "Restore in System Tray", "Automatically Start at Start-up", "Enable Southern Hemisphere View"
 PICTURE_SIZE = 16
 MAGENTA = (255, 0, 255)
+
+# Record 17 of the settings file has the options. A record has 512 bytes; the program writes 274 of them.
+RECORD, RECORD_SIZE = 16 * 512, 274
+RESTORE_IN_TRAY, SOUTHERN_VIEW = RECORD + 266, RECORD + 270
+TRUE = b"\xff\xff"
 
 
 class TrayCall:
@@ -56,13 +61,13 @@ def phase_pictures():
 class Program:
     """A running Tidewell in its own folder. Bench.start() makes it."""
 
-    def __init__(self, bench, folder, zone, locale, at, wish):
-        self._bench, self.folder, self.zone, self._wish = bench, folder, zoneinfo.ZoneInfo(zone), wish
+    def __init__(self, bench, folder, zone, locale, at, show):
+        self._bench, self.folder, self.zone, self._show = bench, folder, zoneinfo.ZoneInfo(zone), show
         self.driver, self.display = bench.driver, bench.display
         self.clock = Clock(folder / "clock", self.local(at))
         former = set(self.driver.processes(IMAGE))
-        command = ([folder / IMAGE] if wish is None else
-                   [bench.tools["driver.exe"], f"start {wish} {windows_path(folder / IMAGE)}"])
+        command = ([folder / IMAGE] if show is None else
+                   [bench.tools["driver.exe"], f"start {show} {windows_path(folder / IMAGE)}"])
         self.process = bench.wine.start(
             *command, log=folder / "program.log", cwd=folder,
             environment=self.clock.environment(bench.tools["clock_preload.so"])
@@ -77,8 +82,8 @@ class Program:
         return self.process.poll() is not None
 
     def wait_until_running(self):
-        """Waits for the main window (shown, unless a wish says otherwise), the icon and the first update."""
-        until(lambda: self.ended or (self.main() and (self.main().shown or self._wish is not None)), "main window")
+        """Waits for the main window (shown, unless the start says how to show it), the icon and the first update."""
+        until(lambda: self.ended or (self.main() and (self.main().shown or self._show is not None)), "main window")
         assert not self.ended, f"the program ended at once, with status {self.process.returncode}"
         assert self.clock.readings, f"the program does not read the test's clock, see {self.folder}/program.log"
         if self.recorded:
@@ -98,7 +103,7 @@ class Program:
             # the icon later.
             if calls := self.calls():
                 self.driver.remove_icon(calls[-1].hwnd)
-            self.process.kill() if self._wish is None else self.driver.end(self.pid)
+            self.process.kill() if self._show is None else self.driver.end(self.pid)
             self.process.wait()
         until(lambda: self.pid not in self.driver.processes(IMAGE), "end of the process")
 
@@ -203,7 +208,7 @@ class Program:
             return any(tuple(window.screen) == icon for shell in self.driver.processes(SHELL)
                        for window in self.driver.windows(shell))
 
-        # Wine 10 may still take it to be at (0, 0), as before it docked. It drops every click until the tray moves.
+        # Wine 10 may still place it at (0, 0), as before it docked, and drops every click until the tray moves.
         until(lambda: known() or self.display.shake_tray(), "icon at its place for Wine")
         x, y, width, height = icon
         return x + width // 2, y + height // 2
@@ -215,29 +220,32 @@ class Program:
         return at if at.tzinfo else at.replace(tzinfo=self.zone)
 
     def hurry(self):
-        """Posts the timer's message, so a test need not wait for the real tick. That one still comes."""
+        """Posts the timer's message, so a test need not wait for the real tick, which still comes."""
         self.driver.post(self.main().hwnd, WM_TIMER, 1)
 
     def ticks(self, count=1):
-        """Waits for more looks at the clock."""
+        """Waits until the program has looked at the clock so many times more."""
         wanted = self.clock.readings + count * READINGS_PER_LOOK
         until(lambda: self.clock.readings >= wanted, "reading of the clock")
         self.settle()
 
     def move_clock(self, at):
         """Moves the clock to another minute and waits for the update; returns its tray call."""
-        count = len(self.calls())
         self.clock.set(self.local(at))
         self.hurry()
-        until(lambda: len(self.calls()) > count, "update after the clock has moved")
+        self.settle()
         return self.calls()[-1]
 
     def report(self):
-        """The window's texts: lines (from top to bottom), label (the dark fraction)."""
-        labels = [window for window in self.inside("Tidewell") if window.class_ == "Static"]
-        lines = sorted((label for label in labels if label.place[1] > 150), key=lambda label: label.place[1])
-        others = [label for label in labels if label not in lines]
-        return SimpleNamespace(lines=[line.text for line in lines], label=others[0].text)
+        """The window's texts: label (the dark fraction), lines (from top to bottom)."""
+        label, *lines = [window.text for window in self.inside("Tidewell") if window.class_ == "Static"]
+        return SimpleNamespace(label=label, lines=lines)
+
+    def wanted_report(self, instant=None, southern=False):
+        """The independent oracle's report. The phases are in the zone's standard time."""
+        local = (instant or self.clock.at).astimezone(self.zone)
+        standard = (local.utcoffset() - local.dst()) // datetime.timedelta(minutes=1)
+        return moon_oracle.report(*local.timetuple()[:6], standard, southern)
 
 
 class Bench:
@@ -263,10 +271,10 @@ class Bench:
             (folder / mark).touch()
         return folder
 
-    def start(self, folder=None, zone="UTC", locale="en_US", at=START, recorded=True, wait=True, wish=None):
+    def start(self, folder=None, zone="UTC", locale="en_US", at=START, recorded=True, wait=True, show=None):
         """Starts Tidewell in a folder (by default a new one), zone and locale, at an instant. Waits for its window and
-        first tick; without wait only for the process. The wish is a shortcut's show command."""
-        program = Program(self, folder or self.folder(recorded), zone, locale, at, wish)
+        first tick; without `wait` only for the process. `show` is a shortcut's show command, like SW_HIDE."""
+        program = Program(self, folder or self.folder(recorded), zone, locale, at, show)
         self.running.append(program)
         return program.wait_until_running() if wait else program
 
@@ -276,14 +284,6 @@ class Bench:
         until(lambda: not self.display.docked_icons(), "tray without icons")
         self.driver.release()
         self.display.rest()
-
-    def locale_names(self, locale):
-        """What Wine knows of a locale: name, months, am, pm, decimal."""
-        log = self.folders.logs / f"locale-{locale}"
-        log.unlink(missing_ok=True)
-        environment = {"LC_ALL": self.wine.locale(locale)}
-        self.wine.start(self.tools["driver.exe"], "locale", log=log, environment=environment).wait()
-        return SimpleNamespace(**json.loads(log.read_text().splitlines()[-1]))
 
     def picture_of_failure(self, name):
         """Saves the screen, and the windows and tray calls of each program, after a failed test."""

@@ -43,14 +43,14 @@ def minimise(program):
 
 def bring_to_front(program):
     """Clicks the main window's title bar; waits until it has the keyboard."""
-    program.icon_centre()  # the tray gives the keyboard to a new icon
+    program.icon_centre()  # first: the tray gives the keyboard to a new icon
     x, y, width, _ = program.main().screen
     program.display.click(x + width // 2, y + 10)
     until(lambda: program.foreground() == program.main().hwnd, "keyboard")
 
 
 def bring_to_the_corner(program):
-    """Moves the main window out from under the place of a message box."""
+    """Moves the main window to where no message box covers it."""
     x, y, width, _ = program.main().screen
     program.display.drag((x + width // 2, y + 10), (width // 2 + 20, 30))
     until(lambda: program.main().screen[0] == 20, "main window in the corner")
@@ -86,16 +86,21 @@ def tick(program, box):
     program.settle()
 
 
+def picture(program, x, y, width, height):
+    """A part of the screen, once it no longer changes."""
+    program.display.rest()
+    return until_same(lambda: program.display.grab(x, y, width, height), "picture")
+
+
 def moon(program):
     """The square of 131 pixels around the Moon's disc."""
-    program.display.rest()
     program.driver.redraw(program.main().hwnd)
     x, y = program.main().client_origin
-    return until_same(lambda: program.display.grab(x + 60, y + 20, 131, 131), "picture of the Moon")
+    return picture(program, x + 60, y + 20, 131, 131)
 
 
 def see_the_end(program):
-    """The program ends well, and its last act takes the icon away."""
+    """Waits for the program's end with status 0; its last call removes the icon."""
     assert program.wait_for_end() == 0
     assert program.calls()[-1].command == NIM_DELETE
     assert program.calls()[-1].succeeded
@@ -112,17 +117,13 @@ def see_the_box_and_end(program, text):
         for _ in range(3):
             program.driver.send(main.hwnd, WM_TIMER, 1)
 
-    def front_to_back():
-        return [window.class_ for window in program.windows() if not window.parent and window.shown]
-
     def alone_and_in_front():
-        front, *behind = front_to_back()
+        front, *behind = [window.class_ for window in program.windows() if not window.parent and window.shown]
         return front == "#32770" and set(behind) <= {"TidewellMoon", "TidewellAbout"}
 
     until(alone_and_in_front, "box alone and in front")
     until(lambda: not program.display.docked_icons(), "tray without icons")
-    ok = [window for window in program.windows() if window.parent == box.hwnd and window.class_ == "Button"]
-    assert len(ok) == 1
-    x, y, width, height = ok[0].screen
+    [ok] = [window for window in program.windows() if window.parent == box.hwnd and window.class_ == "Button"]
+    x, y, width, height = ok.screen
     program.display.click(x + width // 2, y + height // 2)
     assert program.wait_for_end() == 1

@@ -1,7 +1,8 @@
-// The bench's hands and eyes inside Windows: acts on Tidewell's windows from outside.
+// Runs beside Tidewell for the bench: reads its windows and acts on them.
 //
 // Reads one request a line and answers each with one line of JSON: {"error": ...} if it is unknown or fails. With an
-// argument it answers that one request and ends. Numbers are decimal. bench/driver.py says what the requests do.
+// argument it answers that one request and ends. Numbers are decimal. kRequests and bench/driver.py say what the
+// requests do.
 
 #include <windows.h>
 // Needs windows.h first.
@@ -16,6 +17,7 @@
 #include <string>
 #include <tuple>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "support/other_windows_win.h"
@@ -137,7 +139,7 @@ std::string Describe(HWND window) {
   const bool button = ClassOf(window) == L"Button";
   return Object({{"hwnd", Json(window)},
                  {"parent", Json(parent == GetDesktopWindow() ? nullptr : parent)},
-                 {"class", Json(ClassOf(window))},
+                 {"class_", Json(ClassOf(window))},
                  {"text", Json(TextOf(window))},
                  {"screen", Json(screen)},
                  {"place", Json(PlaceOf(window))},
@@ -186,10 +188,7 @@ std::string Input(Words& words) {
 HANDLE held = INVALID_HANDLE_VALUE;
 
 std::string Release(Words&) {
-  if (held != INVALID_HANDLE_VALUE) {
-    CloseHandle(held);
-    held = INVALID_HANDLE_VALUE;
-  }
+  CloseHandle(std::exchange(held, INVALID_HANDLE_VALUE));
   return "true";
 }
 
@@ -204,34 +203,13 @@ std::string Hold(Words& words) {
   return "true";
 }
 
-std::wstring LocaleText(LCTYPE type) {
-  wchar_t text[80] = L"";
-  GetLocaleInfoW(LOCALE_USER_DEFAULT, type, text, 80);
-  return text;
-}
-
-std::string Locale(Words&) {
-  std::vector<std::wstring> months;
-  for (LCTYPE month = 0; month < 12; ++month) {
-    months.push_back(LocaleText(LOCALE_SABBREVMONTHNAME1 + month));
-  }
-  return Object({{"name", Json(LocaleText(LOCALE_SNAME))},
-                 {"months", Json(months)},
-                 {"am", Json(LocaleText(LOCALE_S1159))},
-                 {"pm", Json(LocaleText(LOCALE_S2359))},
-                 {"decimal", Json(LocaleText(LOCALE_SDECIMAL))}});
-}
-
+/// Presses keys together.
 std::string Keys(Words& words) {
-  std::wistringstream strokes(words.Next<std::wstring>());
-  for (std::wstring stroke; strokes >> stroke;) {
-    std::wistringstream joined(stroke);
-    std::vector<WORD> together;
-    for (std::wstring key; std::getline(joined, key, L'+');) {
-      together.push_back(static_cast<WORD>(std::stoi(key)));
-    }
-    Press(together);
+  std::vector<WORD> together;
+  while (const auto key = words.Next<WORD>()) {
+    together.push_back(key);
   }
+  Press(together);
   return "true";
 }
 
@@ -272,7 +250,6 @@ const std::map<std::string, std::string (*)(Words&)> kRequests = {
     {"place", Calls<SetWindowPos>},
     {"hold", Hold},
     {"release", Release},
-    {"locale", Locale},
     {"keys", Keys},
     {"start", Start},
     {"end", End},  // PROCESS: kills it
