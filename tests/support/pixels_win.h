@@ -63,11 +63,3 @@ class Pixels {
   HBITMAP bitmap_;
   DWORD* pixels_ = nullptr;
 };
-
-/// Returns the pixels that a function paints on a device context, as Pixels::All.
-template <class Paint>
-[[nodiscard]] std::vector<DWORD> PixelsPaintedBy(int width, int height, const Paint& paint) {
-  const Pixels pixels(width, height);
-  paint(pixels.dc());
-  return pixels.All();
-}
