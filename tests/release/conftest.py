@@ -15,9 +15,8 @@ from types import SimpleNamespace
 
 import pytest
 
-HERE = Path(__file__).resolve().parent
-REPOSITORY = HERE.parent.parent
-sys.path.insert(0, str(HERE.parent / "e2e"))  # for the bench
+REPOSITORY = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(REPOSITORY / "tests/e2e"))  # for the bench
 sys.dont_write_bytecode = True
 
 from bench import tools  # noqa: E402
