@@ -29,8 +29,8 @@ TEST(NormalizeAngle, BringsAnglesIntoTheTurn) {
   EXPECT_NEAR(NormalizeAngle(-std::numeric_limits<double>::denorm_min()), 360, 1e-12);
 }
 
-// The whole degrees are divided by 360 and multiplied again. Subtracting turns would leave no rounding. (EXPECT_NEAR with
-// 0 compares as EXPECT_EQ does, but prints every digit.)
+// The whole degrees are divided by 360 and multiplied again. Subtracting turns would leave no rounding. (EXPECT_NEAR
+// with 0 compares as EXPECT_EQ does, but prints every digit.)
 TEST(NormalizeAngle, CarriesTheRoundingOfTheDivision) {
   const double n = 485047;
   const double q = n / 360;
