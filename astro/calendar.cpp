@@ -54,7 +54,7 @@ void JulianToCivil(double jd) {
   const Checked dayWithFraction = (B - D) - Int(30.6001 * E) + CalDayPart;
 
   CalDay = Int(dayWithFraction);
-  // Not * 24: on the first Julian days the last bits would differ.
+  // Not * 24: for very small Julian days the last bits would differ.
   const Checked hours = (dayWithFraction - CalDay) * 1440 / 60;
   CalMinute = CheckedCast<std::int16_t>(Int((hours - Int(hours)) * 60));
   CalMonth = E < 13.5 ? E - 1 : E - 13;

@@ -129,7 +129,7 @@ void MoonPosition(double /*jd*/) {
   Obliquity = astro::MeanObliquity(T);
   Obliquity = NormalizeAngle(Obliquity);
 
-  // On purpose as for the Sun, except that the whole ratio is converted and the right ascension is normalised.
+  // On purpose as for the Sun, but converts the whole ratio and the whole sine, and normalises the right ascension.
   const Checked ratio =
       (SinDeg(MoonLongitude) * CosDeg(Obliquity) - TanDeg(MoonLatitude) * SinDeg(Obliquity)) / CosDeg(MoonLongitude);
   const Checked arctangent = runtime::Atn(DegToRad(ratio));

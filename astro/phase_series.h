@@ -29,7 +29,7 @@ inline constexpr auto kPhaseSeries = std::to_array<PhaseTerm>({
     {-0.0051,  0,          1,  1,  0},
     {-0.0074,  0,          1, -1,  0},
     {+0.0004,  0,          1,  0,  2},
-    {-0.0004,  0,          0, -1,  2},  // on purpose; printed is 2F - M
+    {-0.0004,  0,          0, -1,  2},  // on purpose; printed as 2F - M
     {-0.0006,  0,          0,  1,  2},
     {+0.0010,  0,          0, -1,  2},
     {+0.0005,  0,          1,  2,  0},

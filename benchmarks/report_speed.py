@@ -13,7 +13,7 @@ NATIVE = BUILD / "bench/benchmarks"
 REFERENCE = "Swiss Ephemeris"
 J2000 = 2451545  # Julian day of 1 January 2000, 12 h
 LIT_TOLERANCE = 0.01
-PHASE_TOLERANCE = 5  # minutes; most libraries answer in dynamical time, up to 1.6 minutes ahead
+PHASE_TOLERANCE = 5  # minutes; astronomia answers in dynamical time, up to 1.6 minutes ahead
 SHARE = 0.999  # of the phases must be within it; on purpose Tidewell shows a very few an hour late
 
 

@@ -1,5 +1,5 @@
 """What the measurements share: the virtual screen and the Wine prefix, made by the end-to-end tests' bench. No other
-file here uses that bench."""
+file here imports it."""
 
 import contextlib
 import shutil
@@ -33,11 +33,11 @@ def printed_by(*command, **more):
 
 
 class Stage:
-    """Runs what is measured on Windows. Made by open_stage()."""
+    """Runs the Windows programs. Made by open_stage()."""
 
     def __init__(self, bench):
         self.bench = bench
-        # Both have one name, because Wine has settings by name.
+        # Both have the same name: Wine keeps settings by name.
         self.programs = {TIDEWELL: bench.folder(recorded=False) / IMAGE, EMPTY: bench.folder(recorded=False) / IMAGE}
         shutil.copy(WINDOWS / "benchmarks/empty_window.exe", self.programs[EMPTY])
 

@@ -29,7 +29,7 @@ double Longitude(double jd, int body) {
   return place[0];
 }
 
-/// The Moon's longitude minus the Sun's, in degrees, in any turn.
+/// The Moon's longitude minus the Sun's, -360..360 degrees.
 double Elongation(double jd) { return Longitude(jd, SE_MOON) - Longitude(jd, SE_SUN); }
 
 /// Finds the instant near `jd` with the elongation `wanted`, to a second or better. The library has no such search.

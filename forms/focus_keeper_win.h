@@ -4,8 +4,8 @@
 
 namespace forms {
 
-/// Remembers which control of a form has the keyboard while another window is active. The system does so for dialog
-/// boxes only. It begins with the first control in tab order.
+/// Remembers, while another window is active, which control of a form had the keyboard: at first, the first in tab
+/// order. The system does so for dialog boxes only.
 class FocusKeeper {
  public:
   /// Call it for WM_ACTIVATE instead of the default handling, which gives the focus to the form itself.

@@ -51,7 +51,7 @@ bool ChangesTheReport(UINT message, WPARAM wParam, LPARAM lParam) {
 
 }  // namespace
 
-/// Repaints the picture at the end of a report, also if an error cuts it short, but only if its pixels have changed.
+/// Repaints the picture at the end of a report, even one cut short by an error, but only if its pixels have changed.
 class frmMoon::PictureRepaint {
  public:
   explicit PictureRepaint(frmMoon& form) : form_(form), before_(form.drawing_.Primitives()) {}
@@ -288,7 +288,7 @@ void frmMoon::KeepInReach() {
 }
 
 void frmMoon::Check1_Click(int Index) {
-  settingsFile_->Read();  // whatever another writer has changed since is kept
+  settingsFile_->Read();  // keeps what another writer has changed
   const runtime::Boolean option = OptionFromState(controls_->Check1.at(static_cast<std::size_t>(Index)).State());
   switch (Index) {
     case 0:

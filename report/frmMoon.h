@@ -92,7 +92,7 @@ class frmMoon final : public forms::Window<frmMoon>, public ReportForm, public M
   std::optional<SettingsFile> settingsFile_;
   frmAbout about_;
   runtime::DateValue LastUpdate = 0;  ///< clock reading at the last update made by the timer
-  bool refreshAtTick_ = false;        ///< the next tick updates, within the same minute too
+  bool refreshAtTick_ = false;        ///< the next tick updates, even in the same minute
   bool minimisedForIcon_ = false;     ///< minimised instead of hidden
   std::optional<forms::Timer> Timer1;
 };

@@ -8,10 +8,10 @@ namespace mMoon {
 /// report shows Universal Time, unless restoring the southern view has set it.
 inline double OffsetMinutes = 0;
 
-/// The Julian day of 1 January, 0 h, of the year that was computed last.
+/// The Julian day of 1 January, 0 h, in the year of the last search.
 inline double YearStartJD = 0;
 
-/// True once the lines of the coming phases stand. Nothing reads it.
+/// True once the lines of the coming phases are written. Nothing reads it.
 inline runtime::Boolean NextPhasesShown = runtime::False;
 
 /// Turns the present moment into everything the user sees: the picture, the four lines, the icon number and the tip

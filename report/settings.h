@@ -29,7 +29,7 @@ struct SettingsRecord {
   std::int16_t Reserved11 = 0;
   std::uint32_t Reserved12 = 0;
   std::array<std::int16_t, 8> Reserved13To20{};
-  runtime::Boolean RestoreInTray = runtime::False;  ///< closing hides the window; stored only: the box decides
+  runtime::Boolean RestoreInTray = runtime::False;  ///< hide on closing; only stored: the check box decides
   runtime::Boolean AutoStart = runtime::False;      ///< stored only: no part of the program acts on it
   runtime::Boolean SouthernView = runtime::False;   ///< the picture and the icon are mirrored
   std::int16_t Reserved24 = 0;

@@ -13,7 +13,7 @@
 // result is tested. The processor's exception flags would not do: optimisers move steps across the flag tests, and the
 // 32-bit library's square root, logarithm and exponential raise no flag.
 //
-// Int, Sqr (the square root) and Atn have the names of the formulas.
+// Int, Sqr (the square root) and Atn are named as in the formulas.
 
 namespace runtime {
 

@@ -5,7 +5,7 @@
 // The floating-point policy of the whole program:
 //
 // - Every step is done in 64-bit doubles (-msse2 -mfpmath=sse). The x87 of 32-bit x86 has 80-bit registers and would
-//   round only when the compiler stores one.
+//   round only when the compiler stores a value.
 // - No contraction (-ffp-contract=off): a fused multiply-add rounds once where the formulas round twice.
 // - Never -ffast-math: the checks in runtime/checked.h need NaN and infinity.
 //

@@ -4,10 +4,10 @@
 
 namespace runtime {
 
-/// Whether the program is ending: from then on no event handler runs any more.
+/// Whether the program is ending: from then on no event handler starts.
 [[nodiscard]] bool Ending() noexcept;
 
-/// Ends the program: no further events run; an open menu closes, a window that is being moved goes back, and the
+/// Ends the program: no more handlers start, an open menu closes, a window that is being moved goes back, and the
 /// message loop ends.
 void End() noexcept;
 

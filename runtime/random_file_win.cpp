@@ -66,7 +66,7 @@ RandomFile::RandomFile(const std::wstring& path, std::uint32_t recordLength) : r
 
 void RandomFile::Read(std::uint32_t record, std::span<std::byte> bytes) const {
   OVERLAPPED place = PlaceOf(record, recordLength_);
-  LARGE_INTEGER length{};  // asked before the read: meanwhile another writer may make the file longer
+  LARGE_INTEGER length{};  // not after the read: by then another writer may have lengthened the file
   if (GetFileSizeEx(file_.get(), &length) == FALSE) {
     throw ErrorOf(GetLastError());
   }

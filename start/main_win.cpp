@@ -18,8 +18,8 @@ namespace tidewell {
 
 namespace {
 
-/// From now on loads libraries from the system's folder only: anybody may have put one beside the program. Windows 7
-/// without its updates lacks the function.
+/// Lets libraries load from the system's folder only: anybody may have put one beside the program. Windows 7 without
+/// its updates lacks the function.
 void RestrictLibrarySearch() {
   const FARPROC found = GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "SetDefaultDllDirectories");
   if (found != nullptr) {
@@ -48,7 +48,7 @@ void ShowMainWindow(HWND window, int showCommand) {
 /// The main window while the program runs.
 frmMoon* theForm = nullptr;
 
-/// Ends the process. The system takes all windows away at once, which takes less time than destroying them one by one.
+/// Ends the process. The system removes all windows at once, faster than we could destroy them one by one.
 [[noreturn]] void Finish() noexcept {
   // Also after an error, or if the loop has ended by itself: no dead icon may stay.
   if (theForm != nullptr) {

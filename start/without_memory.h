@@ -3,7 +3,7 @@
 namespace tidewell {
 
 /// Call it before anything can throw. It throws the thread's first exception, which needs memory that later ones share.
-/// Before it, a malloc that fails ends the program: the library's start-up code does not check what it got.
+/// Until then, a failing malloc ends the program: the library's start-up code does not check what it got.
 void PrepareForExceptions() noexcept;
 
 /// Ends the program at once with the box of run-time error 7: there is no memory even for an exception.

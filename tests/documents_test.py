@@ -67,7 +67,7 @@ def code(text):
 
 
 def broken_paths(text):
-    """The paths in code that lead into one of our folders, but to nothing."""
+    """The paths in code that name a missing file in one of our folders."""
     for word in " ".join(code(text)).split():
         folder, _, rest = word.partition("/")
         if folder and rest and folder not in MADE and (ROOT / folder).is_dir() and not any(ROOT.glob(word)):
@@ -92,7 +92,7 @@ class Documents(unittest.TestCase):
         for path, text in documents().items():
             self.assertLessEqual(set(re.findall(r"Tidewell-(\d[\d.]*\d)", text)), {version}, path.name)
 
-    def test_commands_work_and_make_the_files_that_are_here(self):
+    def test_commands_work_and_their_files_are_up_to_date(self):
         documented = " ".join(piece for text in documents().values() for piece in code(text))
         environment = {name: value for name, value in os.environ.items() if name != "DISPLAY"}
         slow = SLOW_COMMANDS if os.environ.get("TIDEWELL_LONG") == "1" else {}

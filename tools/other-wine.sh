@@ -26,7 +26,7 @@ fi
 mount -t proc proc "$root/proc"
 mount --rbind /dev "$root/dev"
 
-# The chroot has no compilers: the program and the bench's helpers are built here.
+# No compilers in the chroot: the program and the bench's helpers are built outside.
 mkdir -p "$root/tidewell/build/e2e"
 tar -c --exclude ./build --exclude ./.git . | tar -x -C "$root/tidewell"
 cp build/windows/Tidewell.exe "$root/tidewell/build"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Takes the README's pictures again, at an instant of the tests' clock: the same
-# program gives the same bytes.
+# Takes the README's pictures again, with the tests' clock set to a fixed instant:
+# the same program gives the same bytes.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 

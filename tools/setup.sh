@@ -66,11 +66,11 @@ update_and_install() {
 }
 
 # A mirror's security index for i386 may be older than its signed release file:
-# apt then ignores that index. 32-bit Wine becomes uninstallable, since its
-# libraries must have the versions of their 64-bit twins, which come from the
-# security suite. Base and updates agree with each other: the pins leave out the
-# security suites and downgrade twins that came from them. Installed packages have
-# no origin and must not be pinned. Asks the user once, if there is a terminal.
+# apt then ignores that index. 32-bit Wine then cannot be installed: its libraries
+# need the versions of their 64-bit twins, which come from the security suite. The
+# base and updates suites agree, so the pins leave out the security suites and
+# downgrade twins that came from them. The pins must not match installed packages;
+# these have no origin. Asks the user once, if there is a terminal.
 agreed=""
 install_without_security() {
   echo "setup: trying again without the security suites; installed libraries may step back to older versions"

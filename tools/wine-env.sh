@@ -47,8 +47,8 @@ wine_prefix() {
   ) 9>"$WINEPREFIX.lock"
 }
 
-# Runs a command on a virtual display of its own and returns its status. The Wine
-# server, with every program left, ends before the display. Wine ties a prefix to the
+# Runs a command on a virtual display of its own and returns its status. Stops the
+# Wine server and any program left before the display. Wine ties a prefix to the
 # display of its first use, so nobody else may use the prefix meanwhile.
 with_own_display() (
   exec 9>"$WINEPREFIX.lock"

@@ -204,7 +204,7 @@ void frmAbout::PopupMenu() {
   const HWND before = GetForegroundWindow();
   POINT pointer{};
   if (GetCursorPos(&pointer) == FALSE) {
-    const DWORD last = GetMessagePos();  // where it was a tick ago at most
+    const DWORD last = GetMessagePos();  // at most a tick old
     pointer = {.x = GET_X_LPARAM(last), .y = GET_Y_LPARAM(last)};
   }
   // Without the foreground the menu would stay open when the user clicks elsewhere. The system may refuse it, or the
@@ -236,7 +236,7 @@ void frmAbout::PopupMenu() {
       break;
     default:
       if (GetForegroundWindow() == hwnd() && IsWindowVisible(hwnd()) == FALSE) {
-        SetForegroundWindow(before);  // a hidden window must not keep it; on Windows it goes back to the task bar
+        SetForegroundWindow(before);  // a hidden window must not keep it; on Windows the task bar gets it back
       }
       break;
   }

@@ -95,7 +95,7 @@ class frmAbout final : public forms::Window<frmAbout> {
   forms::TwipsPerPixel twipsPerPixel_{};
   TrayIcon trayIcon_;
   bool menuOpen_ = false;
-  HWND taskBar_ = nullptr;      ///< the task bar while it may keep the foreground beside the open menu
+  HWND taskBar_ = nullptr;      ///< the task bar, if it may keep the foreground while the menu is open
   bool makingTopmost_ = false;  ///< while Form_MouseMove makes the window topmost
 };
 

@@ -12,7 +12,7 @@ inline constexpr int kPictureSize = 150;
 inline constexpr int kDiscRadius = 130 / 2;
 inline constexpr forms::Point kDiscCentre = {.x = 50 + kPictureSize / 2, .y = 10 + kPictureSize / 2};
 
-/// The square of a circle around the disc's centre: its rim runs through the outermost pixels.
+/// The square around a circle at the disc's centre: its rim runs through the outermost pixels.
 [[nodiscard]] constexpr forms::Box SquareOfRadius(int radius) {
   return {.left = kDiscCentre.x - radius,
           .top = kDiscCentre.y - radius,
@@ -23,7 +23,7 @@ inline constexpr forms::Point kDiscCentre = {.x = 50 + kPictureSize / 2, .y = 10
 /// What the phase drawing needs of its window.
 class PhaseForm {
  public:
-  /// The drawing, for changes. The window repaints itself afterwards.
+  /// The drawing, writable. The window repaints itself afterwards.
   virtual forms::DrawingList& Drawing() = 0;
 
   /// Writes the caption of Label1, the dark fraction.

@@ -53,7 +53,7 @@ FoundPhases FindOnEveryDay() {
 }
 
 /// Compares the phases found with a column of the reference file, 1900 to 2100. `rms` is the measured error in minutes:
-/// it shows a wrong last digit of a coefficient, the largest error does not.
+/// unlike the largest error, it shows a wrong last digit of a coefficient.
 void HoldToReference(const char* quantity, const std::set<double>& found, const std::vector<support::TsvRow>& rows,
                      const char* column, double rms) {
   SCOPED_TRACE(quantity);

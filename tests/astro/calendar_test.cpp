@@ -97,7 +97,7 @@ TEST_F(JulianToCivilTest, AgreesWithTheCalendarOnEveryDayFrom1500To2199) {
     const double julianDay = JulianDay(gregorian.Year(), gregorian.Month(), gregorian.Day() + minute / 1440.0);
     ASSERT_NEAR(julianDay, day - 0.5 + minute / 1440.0, 1e-9);
 
-    // Before 1582 every four years are alike. Here they are those from 2000 on.
+    // Before 1582 every four years are alike: those from 2000 on stand in.
     const bool julian = day < 2299161;
     const Date date(julian ? sys_days(std::chrono::year(2000) / 1 / 1) + days(day % 1461) : instant);
     const int year = date.Year() - (julian ? 6712 - day / 1461 * 4 : 0);
@@ -114,7 +114,7 @@ TEST_F(JulianToCivilTest, BeginsInTheYearMinus4712) {
   EXPECT_EQ(Civil(), std::tuple(-4712, 1, 1, 12, 0));
   JulianToCivil(1721057.5);
   EXPECT_EQ(Civil(), std::tuple(0, 1, 1, 0, 0));
-  // 1:28 comes back a minute low, because the hours are * 1440 / 60, not * 24. Later days have too few bits to tell.
+  // 1:28 comes back a minute low, because hours are days * 1440 / 60, not * 24. Later days have too few bits to tell.
   JulianToCivil(88 / 1440.0 - 0.5);
   EXPECT_EQ(Civil(), std::tuple(-4712, 1, 1, 1, 27));
 }

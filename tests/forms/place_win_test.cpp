@@ -47,7 +47,7 @@ TEST(WorkAreaOf, LeavesOutTheBarsOfTheScreen) {
 const auto systemsShowWindow = showWindowSlot;
 std::optional<int> wish;  ///< the show command that the program was started with
 
-/// As Windows does: a program's first ShowWindow uses the show command of its start instead of its argument.
+/// As Windows does: a program's first ShowWindow ignores its argument and uses the start's show command.
 BOOL WINAPI HeedTheWish(HWND window, int command) {
   return systemsShowWindow(window, std::exchange(wish, std::nullopt).value_or(command));
 }

@@ -174,7 +174,7 @@ EQUIVALENT = {
     r"report/moon_report\.cpp: .* = (?:full\.date|NextFull) < .* <= ": "no Full Moon comes together with a New Moon",
     r"astro/calendar\.cpp: .* dayWithFraction .*\(30\.600[02] ": "gives the same whole days in every month",
     r"astro/moon\.cpp: .*<double, 3> powersOfE": "no row reads a fourth power",
-    r"runtime/date_value\.cpp: .*secondOfDay .* - kSecondsPerDay\) %": "a day more and its fraction less are the same date",
+    r"runtime/date_value\.cpp: .*secondOfDay .* - kSecondsPerDay\) %": "a day more, minus seconds, is the same date",
     r"runtime/code_page\.h: .*, 256> .* 257>": "a byte has only 256 values",
     r"runtime/code_page_win\.cpp: .*&back, 1, .*&back, 2, ": "a character of such a page is one byte",
     r"runtime/random_file_win\.cpp: DWORD \w+ = 0; -> .* = 1;": "the system sets it",

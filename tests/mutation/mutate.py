@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks the tests: makes one small mistake in the program, a mutant, and sees whether a test fails; then the next.
+"""Checks the tests: makes one small mistake at a time in the program, a mutant, and sees whether a test fails.
 
 mutants.py holds mistakes made by hand. operators.py generates others; each week another sample of them is tried. The
 mistakes are made in a copy of the tree. Each mutant is
@@ -9,7 +9,7 @@ mistakes are made in a copy of the tree. Each mutant is
     equivalent      all tests pass, and mutants.EQUIVALENT says why
     survived        all tests pass: one is missing
 
-The exit status is 1 if a mutant made by hand survives, or too many generated ones, or if the check itself fails.
+The exit status is 1 if a mutant made by hand is not killed, too many generated ones survive, or the check itself fails.
 """
 
 import argparse
@@ -151,7 +151,7 @@ def check_tests(arguments):
         status, output = tests.build()
         failing = tests.failing_test() if status == 0 else f"the build: {output[-4000:]}"
         if failing:
-            sys.exit(f"it fails without a mutant: {failing}")
+            sys.exit(f"fails without a mutant: {failing}")
         print(f"seed {arguments.seed}", flush=True)
         hand, made = try_mutants(by_hand_chosen, tests), try_mutants(generated_chosen, tests)
     built = made["killed"] + made["survived"]

@@ -28,7 +28,7 @@ def write(path, columns, rows):
 # ---------------------------------------------------------------- report lines
 
 def clear_of_edges(report):
-    """Whether no text of the report depends on the last bits of a double.
+    """True if no text of the report depends on the last bits of a double.
 
     Each phase must be at least 0.3 ms from a full minute and from where the text of its hours rounds up, the dark
     fraction 1e-9 from where its sixth decimal changes, and the phase value 1e-7 from an icon's threshold.
@@ -49,7 +49,7 @@ def report_instants():
     for _ in range(1200):
         yield some_time(chance, 1950, 2050), chance.choice(OFFSETS), chance.randrange(2)
 
-    # Just before a phase, at it, or some hours after it. From its shown minute on a phase has passed.
+    # Just before a phase, at it, or some hours after it. A phase has passed from its shown minute on.
     for _ in range(300):
         jd, _, _ = o.lunation(chance.randrange(2 * 620, 2 * 1860) / 2)
         offset = chance.choice(OFFSETS)
@@ -72,7 +72,7 @@ def report_instants():
             # Half a minute of offset, with even and odd minutes.
             ("2003-08-19T12:00:00", 330.5), ("2026-11-21T03:40:00", 330.5),
             ("2003-08-19T12:00:00", -300.5), ("2026-11-21T03:40:00", -300.5),
-            # The last New Moon is still to come: within a day, within some days, in more than ten.
+            # "Last New Moon" is one still to come: within a day, some days, in more than ten.
             ("2031-06-20T11:50:57", 840), ("2042-12-12T07:01:17", 765), ("2005-07-03T22:36:38", 765),
             ("2007-12-30T12:54:39", 765), ("1963-01-10T01:54:08", 765), ("2007-11-24T08:22:10", 570)):
         yield datetime.fromisoformat(text), offset, 0

@@ -239,7 +239,7 @@ def lunation(k, m_t2_sign=-1):
 
 
 def find_phases(year, jd, jd_jan1, d, m, mp):
-    """Lit fraction, a New Moon and a Full Moon about the day jd of a year that began at jd_jan1.
+    """Lit fraction, a New Moon and a Full Moon near the day jd of a year that began at jd_jan1.
 
     d, m, mp: elongation and anomalies of the moment. On purpose: the year has 365 days; a New Moon before jd moves one
     lunation on, with the opposite sign of the T^2 term of M; a Full Moon before jd stays.

@@ -1,4 +1,4 @@
-"""Compares the pictures and the .ico files of make_icons.py with the description of the icons.
+"""Compares make_icons.py's pictures and .ico files with the description in resources/icons.
 
     python3 -m unittest tests/resources/icons_test.py
 

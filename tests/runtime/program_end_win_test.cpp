@@ -1,4 +1,4 @@
-// The message box of a run-time error. It is a program of its own: a process ends only once.
+// Tests the run-time error box, in a program of its own: a process ends only once.
 
 #include <gtest/gtest.h>
 

@@ -22,7 +22,7 @@ namespace support {
   return std::filesystem::path(std::u8string(bytes.begin(), bytes.end())).wstring();
 }
 
-/// SendMessage; nothing if the window does not answer within 20 s.
+/// SendMessage, but empty if the window is silent for 20 s.
 inline std::optional<LRESULT> Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
   constexpr UINT kPatience = 20000;  // ms
   DWORD_PTR result = 0;
@@ -118,7 +118,7 @@ inline std::optional<std::wstring> NameAndRelease(IAccessible* object, const VAR
   return NameAndRelease(object, self);
 }
 
-/// The same for what is at a point of the screen.
+/// The same for a point on the screen.
 [[nodiscard]] inline std::optional<std::wstring> AccessibleNameAt(POINT place) {
   IAccessible* object = nullptr;
   VARIANT child{};

@@ -19,7 +19,7 @@ struct TsvRow {
 
   [[nodiscard]] const std::string& Text(const std::string& column) const { return cells.at(column); }
   [[nodiscard]] int Whole(const std::string& column) const { return std::stoi(Text(column)); }
-  /// NaN if it is no number. Not every runtime's strtod is exact.
+  /// NaN for other text. No strtod: not every runtime's is exact.
   [[nodiscard]] double Number(const std::string& column) const {
     const std::string& text = Text(column);
     double number = std::numeric_limits<double>::quiet_NaN();

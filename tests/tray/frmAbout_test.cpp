@@ -213,7 +213,7 @@ HWND WINAPI FindTaskBar(LPCWSTR windowClass, LPCWSTR /*caption*/) {
   return lstrcmpW(windowClass, L"Shell_TrayWnd") == 0 ? kTaskBar : nullptr;
 }
 
-/// The task bar and the desktop are of one process, but of two threads.
+/// The task bar and the desktop share a process, but not a thread.
 DWORD WINAPI TellProcess(HWND window, DWORD* process) {
   const bool shells = window == kTaskBar || window == kDesktop;
   if (process != nullptr) {

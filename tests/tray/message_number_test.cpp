@@ -11,7 +11,7 @@ namespace tidewell {
 using namespace mMoon;
 using namespace runtime;
 
-TEST(DecodeTrayMessage, DividesTwipsByTheirNumberInAPixelAndRounds) {
+TEST(DecodeTrayMessage, DividesTwipsByTwipsPerPixelAndRounds) {
   EXPECT_EQ(DecodeTrayMessage(514 * 15, ScaleMode::Twips, 15), kLeftButtonUp);
   EXPECT_EQ(DecodeTrayMessage(517 * 12, ScaleMode::Twips, 12), kRightButtonUp);
   EXPECT_EQ(DecodeTrayMessage(514 * 15 - 7, ScaleMode::Twips, 15), 514);
