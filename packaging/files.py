@@ -3,8 +3,8 @@
     files.py DIST STAGE LINKER.MAP VERSION YYYY-MM-DD COPYRIGHT DOWNLOADS
 
 Packs the files of STAGE into the portable archive. Lists the libraries in Tidewell.exe as a bill of materials
-(CycloneDX). Fills in winget/ and scoop/ beside this script: each @NAME@ by its value. DIST has the setup already. The
-same files give the same bytes.
+(CycloneDX). Fills in each @NAME@ in winget/ and scoop/, beside this script. DIST must hold the setup. The same files
+give the same bytes.
 """
 
 import hashlib
@@ -42,12 +42,12 @@ def sha256(path):
 
 
 def pack(stage, date, output):
-    """Not by a zip tool, which would store times and rights."""
+    """Without a zip tool: it would store times and permissions."""
     with zipfile.ZipFile(output, "w", zipfile.ZIP_DEFLATED, compresslevel=9) as archive:
         for path in sorted(stage.iterdir()):
             entry = zipfile.ZipInfo(f"Tidewell/{path.name}", (*map(int, date.split("-")), 0, 0, 0))
             entry.compress_type = zipfile.ZIP_DEFLATED
-            entry.create_system = 0  # Windows; otherwise the archive holds Unix rights
+            entry.create_system = 0  # Windows; otherwise it would hold Unix permissions
             archive.writestr(entry, path.read_bytes())
 
 

@@ -34,7 +34,7 @@ def bench(request):
     """The bench: screen, tray, Wine, driver, and start() for the program."""
     exe = Path(request.config.getoption("program")).resolve()
     tools.build_program(exe)
-    assert exe.exists(), f"{exe} does not exist: build it, or give another one by --program"
+    assert exe.exists(), f"{exe} does not exist: build it, or pass another with --program"
     folders = Folders(REPOSITORY / "build/e2e")
     with wine_on_a_screen(folders) as (display, wine):
         shutil.rmtree(folders.programs)

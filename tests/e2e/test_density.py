@@ -38,7 +38,7 @@ def client(program):
 
 
 @at_each_density
-def test_the_moon_grows_with_its_window_and_is_lit_as_the_real_one(dense, dots):
+def test_the_moon_grows_with_its_window_and_is_lit_like_the_real_one(dense, dots):
     program = dense(dots)
     assert program.main().client[2:] == [pixels(3855, dots), pixels(5130, dots)]
     shown, scale = client(program), dots / DESIGNED_FOR

@@ -6,7 +6,7 @@ from bench.user import bring_to_front
 from bench.waiting import until, until_same
 
 A_CRESCENT = datetime.datetime(2026, 11, 15, 20, 0, 10)
-TIP = (255, 46)  # pixels left of and above the tray's lower right corner; they hold the tip
+TIP = (255, 46)  # pixels left of and above the icon's lower right corner; they hold the tip
 
 
 def test_take_the_pictures(bench, start):

@@ -45,7 +45,7 @@ INSTANTS = [datetime.datetime.fromisoformat(text).replace(tzinfo=UTC) for text i
 
 
 def localised(text, locale):
-    """An English text of the report in a locale."""
+    """The report's English text, put into a locale."""
     words = dict(zip(WORDS["en_US"].split(), WORDS[locale].split(), strict=True))
     return re.sub(r"(?<=\d-)\w{3}(?=-)|[AP]M$|\.", lambda word: words[word[0]], text)
 
@@ -58,7 +58,7 @@ def corrected_evenings(program):
 
 
 def check(program, call, locale="en_US", southern=False):
-    """Compares all that the program shows with the oracle."""
+    """Compares texts, tip and icon with the oracle."""
     wanted, shown = program.wanted_report(southern=southern), program.report()
     assert shown.lines == [localised(line, locale) for line in wanted["lines"]]
     assert shown.label == localised(wanted["label1"], locale)

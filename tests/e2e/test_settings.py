@@ -9,7 +9,7 @@ from bench.wine import windows_path
 
 
 def all_bytes(size):
-    """Bytes that differ everywhere; no option among them is true."""
+    """Varied bytes; no option among them is true."""
     return bytes((7 * i + i // 256) % 255 for i in range(size))
 
 

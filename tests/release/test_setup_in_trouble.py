@@ -1,4 +1,4 @@
-"""The setup in trouble: it changes all of Tidewell's files or none, and no other. Its exit code says which."""
+"""The setup in trouble: it changes all of Tidewell's files or none, and no others. Its exit code says which."""
 
 import contextlib
 import os
@@ -323,8 +323,8 @@ def look(user):
 
 
 def calls(process, last=None):
-    """Yields each call of a program run step by step, before it is made; asking for the next makes it. Kills the
-    program instead of making call number `last`."""
+    """Yields each call of a program run step by step; makes it only when asked for the next one. Kills the program
+    instead of making call number `last`."""
     for number, call in enumerate(map(str.strip, process.stdout)):
         yield call
         if not call.startswith("ended"):
@@ -334,8 +334,8 @@ def calls(process, last=None):
 
 
 def step(user, command, check=lambda: None, last=None):
-    """Runs a command step by step, killing it before the step numbered last. Returns the numbers of the steps before
-    which something changed."""
+    """Runs a command step by step, killing it before step `last`. Returns the numbers of the steps that follow a
+    change of a file or change the registry."""
     changes, seen = [], None
     for number, call in enumerate(calls(user.step(*command), last)):
         if call.startswith("ended"):

@@ -91,7 +91,7 @@ class User:
 
     def install(self, folder=None):
         """Runs the setup silently; returns its status. Uses the command prompt: Wine would quote a path with spaces,
-        and the setup ignores a quoted one."""
+        and the setup refuses a quoted one."""
         place = f" /D={folder}" if folder else ""
         return self.wine.run("cmd", "/c", f"C:\\{self.setup_name} /S{place}")
 

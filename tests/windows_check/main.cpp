@@ -3,8 +3,8 @@
 //   windows_check [PROGRAM] [--gtest_filter=CHECKS]
 //
 // PROGRAM is by default the Tidewell.exe beside this file. The report goes to the screen and to tidewell-check.txt in
-// the current folder, the pictures to tidewell-*.png. The program runs in a temporary folder. The exit status is 1 if
-// a check failed, otherwise 0. Leave the mouse alone meanwhile.
+// the current folder, the pictures to tidewell-*.png. The program runs in a temporary folder. The exit status is 0 if
+// the checks ran and none failed, otherwise 1. Do not touch the mouse.
 
 #include <windows.h>
 // Needs windows.h first.
@@ -80,14 +80,14 @@ int RunAll(const std::filesystem::path& program) {
     std::puts("Tidewell is running: please end it first.");
     return 1;
   }
-  // The blanks are on purpose: the program must cope with them.
+  // With spaces: the program must cope with them.
   folder = std::filesystem::temp_directory_path() / (L"Tidewell check " + std::to_wstring(GetCurrentProcessId()));
   if (!std::filesystem::create_directory(folder)) {
     throw std::runtime_error("the folder already exists: " + folder.string());
   }
   std::error_code error;
   if (!std::filesystem::copy_file(program, CopyOfProgram(), error)) {
-    std::printf("Cannot copy %s; so every check fails.\n", program.string().c_str());
+    std::printf("Cannot copy %s. Most checks will fail.\n", program.string().c_str());
   }
   const int status = RUN_ALL_TESTS();
   std::filesystem::remove_all(folder, error);

@@ -134,7 +134,7 @@ void ClickOn(HWND control, bool atItsLeft = false);
 /// The same on an entry of the open menu, counted from 0.
 void ClickEntry(HWND menu, int entry);
 
-/// Whether an icon of the program is at a place, even of an ended one. Its tip is its name for a screen reader.
+/// Whether the icon of a program, even an ended one, is at a place. A screen reader gets its tip as its name.
 [[nodiscard]] bool ShowsTheIcon(const RECT& place);
 
 /// A window's name in the report: its class. A text could be private.

@@ -233,7 +233,7 @@ void ClickTwice(int index, runtime::Boolean tidewell::SettingsRecord::*option) {
     record.*option = value;
     const std::string wanted = WantedFile(record), got = File();
     EXPECT_EQ(wanted.size(), got.size());
-    EXPECT_EQ(std::ranges::mismatch(wanted, got).in1 - wanted.begin(), std::ssize(wanted)) << "bytes are right";
+    EXPECT_EQ(std::ranges::mismatch(wanted, got).in1 - wanted.begin(), std::ssize(wanted)) << "first wrong byte";
   }
 }
 

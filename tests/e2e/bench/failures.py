@@ -11,14 +11,14 @@ MINUS_ONE = 0xFFFFFFFF
 @dataclasses.dataclass(frozen=True)
 class Failure:
     """A failed call: what the function returns, the last error, and the run-time errors that the program may end on. By
-    default the program may end: Out of memory."""
+    default it may end on 7: Out of memory."""
 
     result: int = 0
     error: int = NO_MEMORY
     ends_on: tuple = (7,)
 
 
-# The program never ends if one of these fails: readings, painting, the shell.
+# The program never ends if one of these fails: queries, painting, the shell.
 NOT_NEEDED = """
     fwrite
     CloseHandle GetLocaleInfoW MultiByteToWideChar WideCharToMultiByte InitCommonControlsEx Shell_NotifyIconA

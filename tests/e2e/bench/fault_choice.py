@@ -33,7 +33,7 @@ def spans(name, steps, long):
 
 
 def cases(references, long):
-    """All cases to try; fewer unless it is a long run."""
+    """The cases to try; more in a long run."""
     for scenario, reference in references.items():
         called = {name for name in reference.journal if not name.startswith("-- ")}
         alone = {name: usual([name]) for name in sorted(called - NEVER_FAIL - set(SETS["memory"]))}

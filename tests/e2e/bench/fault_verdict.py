@@ -53,8 +53,8 @@ def worst(case, reference, run):
 
 
 def wrong_end(case, reference, run):
-    """What is wrong with an early end: more than one box, or another error than the failed calls and the scenario
-    lead to."""
+    """What is wrong with an early end: several boxes, or an error that the failed calls and the scenario cannot
+    cause."""
     boxes = run.told("box")
     may_be = case.ends_on() | numbers(reference)
     same = boxes == reference.told("box") and not any(differences(reference, run))
@@ -69,7 +69,7 @@ def numbers(run):
 
 def wrong_in_life(case, reference, run):
     """What stays wrong in a run that ended when it was asked to. Harmless losses do not count, nor does what heals
-    within a minute after the last refusal."""
+    within minutes of the last refusal."""
     tables = [LOSES] if case.last else [LOSES, LOSES_FOR_EVER]
     lost = set().union(*(table.get(function, set()) for table in tables for function in case.failing))
     still_refused = [moment for [moment] in run.told("refused")] if case.last else []

@@ -50,7 +50,7 @@ class Run:
         return [line[1:] for line in self.log if line[0] == key]
 
     def looks(self):
-        """What a user saw, as {moment: {field: value}}. A step has two moments: "now" and, a minute after, "later"."""
+        """What a user saw, as {moment: {field: value}}. A step has two moments: "now" and, minutes after, "later"."""
         return {name: dict(item.partition("=")[::2] for item in items) for name, *items in self.told("see")}
 
 

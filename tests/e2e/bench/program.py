@@ -115,7 +115,7 @@ class Program:
         return self.driver.windows(self.pid)
 
     def top(self, caption, windows=None):
-        """The top-level window with a caption, but no message box or the like."""
+        """The top-level window with a caption; never a message box or menu."""
         for window in self.windows() if windows is None else windows:
             if not window.parent and window.text == caption and not window.class_.startswith("#"):
                 return window
@@ -224,7 +224,7 @@ class Program:
         self.driver.post(self.main().hwnd, WM_TIMER, 1)
 
     def ticks(self, count=1):
-        """Waits until the program has looked at the clock so many times more."""
+        """Waits until the program has looked at the clock `count` more times."""
         wanted = self.clock.readings + count * READINGS_PER_LOOK
         until(lambda: self.clock.readings >= wanted, "reading of the clock")
         self.settle()

@@ -17,8 +17,8 @@ def build_target(folder, name):
 
 
 def build(folder):
-    """Builds each helper that is older than this file or any helper's source. Returns the paths of all by name. File
-    "symbols" lists those of Windows' import libraries."""
+    """Builds each helper that is older than this file or any helper's source. Returns all paths by name, also that of
+    "symbols", a list of the import libraries' symbols."""
     windows = ["i686-w64-mingw32-g++", "-std=c++20", "-static", f"-I{TESTS}"]
     recipes = {
         "clock_preload.so": (["i686-linux-gnu-gcc", "-ffreestanding", "-fPIC", "-shared", "-nostdlib"],

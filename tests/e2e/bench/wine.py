@@ -31,7 +31,7 @@ REGISTRY = r"""REGEDIT4
 
 
 class Wine:
-    """A prefix with its server, on a display; close() ends both and every program."""
+    """A prefix with its server, on a display; close() ends its server and programs."""
 
     def __init__(self, folders, display):
         self._folders = folders

@@ -238,7 +238,7 @@ std::string End(Words& words) {
 
 const std::map<std::string, std::string (*)(Words&)> kRequests = {
     {"processes", Calls<ProcessesOf>},      // IMAGE: the ids of its processes
-    {"windows", Windows},                   // PROCESS: Program.windows() says what of them
+    {"windows", Windows},                   // PROCESS: its windows; see Program.windows()
     {"send", Calls<Ask>},                   // SendMessage; gives up after 20 s
     {"post", Calls<PostMessageW>},          // for what may block, such as opening a menu
     {"signal", Calls<SendNotifyMessageW>},  // does not wait, overtakes posted messages, and reaches an open menu

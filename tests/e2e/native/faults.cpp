@@ -27,7 +27,7 @@ struct Failure {
 struct Import {
   const char* name = nullptr;
   Thunk thunk;
-  void* target = nullptr;  ///< where a call goes that does not fail
+  void* target = nullptr;  ///< where a call goes if it does not fail
   bool mayFail = false;
   Failure failure;
   DWORD error = 0;

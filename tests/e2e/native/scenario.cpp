@@ -15,9 +15,9 @@
 
 namespace {
 
-constexpr unsigned kBusyCalls = 20000;  ///< most calls between two steps; a run without faults needs a few hundred
+constexpr unsigned kBusyCalls = 20000;  ///< limit between two steps; a run without faults needs a few hundred
 constexpr int kTries = 3;
-constexpr int kTicks = 3;                    ///< in the minute between "now" and "later"
+constexpr int kTicks = 3;                    ///< in the minute after each try
 constexpr std::uint64_t kSecond = 10000000;  ///< in units of a file time
 constexpr std::uint64_t kDay = 86400;        ///< seconds
 constexpr std::uint64_t kSlot = 300;         ///< seconds of a step, all tries included: a retry delays no later step
@@ -56,7 +56,7 @@ void Tick(std::uint64_t seconds) {
 
 std::optional<TrayEntry> icon;  // as the shell shows it
 
-std::string menu;  // the entries of the one that was opened last
+std::string menu;  // the entries of the menu opened last
 
 unsigned refusalsBefore = 0;
 

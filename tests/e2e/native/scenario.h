@@ -15,7 +15,7 @@ struct Record {
   char tip[64];
 };
 
-/// A call of Shell_NotifyIconA, as it is written down.
+/// A call of Shell_NotifyIconA, as "tray-calls" has it.
 struct TrayEntry {
   DWORD command;
   BOOL result;

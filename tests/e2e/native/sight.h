@@ -24,7 +24,7 @@ inline HWND Option(const wchar_t* text) {
 inline bool Ticked(const wchar_t* option) { return SendMessageW(Option(option), BM_GETCHECK, 0, 0) == BST_CHECKED; }
 inline bool Shown(HWND window) { return IsWindowVisible(window) != FALSE && IsIconic(window) == FALSE; }
 
-/// Replaces characters that would break a line of the log.
+/// Keeps ASCII, but no tab or newline: it would break the log.
 inline std::string Narrow(const std::wstring& text) {
   std::string narrow;
   for (const wchar_t c : text) {
