@@ -61,8 +61,10 @@ def program(start):
 
 
 @pytest.fixture
-def typewriter(bench):
+def typewriter(bench, request):
     """Another program, with the keyboard and "abc" typed into it."""
+    if "program" in request.fixturenames:
+        request.getfixturevalue("program").icon_centre()  # the tray gives the keyboard to a new icon
     other = Typewriter(bench)
     other.take_the_keyboard()
     other.type("abc")

@@ -11,13 +11,13 @@ from bench.user import wait_for_main
 from bench.waiting import until
 
 
-@pytest.mark.parametrize("show, settings", [
-    (SW_HIDE, None), (SW_SHOWMINIMIZED, None), (SW_MINIMIZE, None), (SW_SHOWMINNOACTIVE, None),
-    (SW_FORCEMINIMIZE, None),
-    (SW_SHOWMINNOACTIVE, bytes(SOUTHERN_VIEW) + TRUE),  # then it tries to change the icon before it adds it
+@pytest.mark.parametrize("show, southern", [
+    (SW_HIDE, False), (SW_SHOWMINIMIZED, False), (SW_MINIMIZE, False), (SW_SHOWMINNOACTIVE, False),
+    (SW_FORCEMINIMIZE, False),
+    (SW_SHOWMINNOACTIVE, True),  # then it tries to change the icon before it adds it
 ])
-def test_a_hidden_or_minimised_start_goes_into_the_tray(bench, start, show, settings):
-    program = start(bench.folder(settings=settings), show=show)
+def test_a_hidden_or_minimised_start_goes_into_the_tray(bench, start, show, southern):
+    program = start(bench.folder(settings=bytes(SOUTHERN_VIEW) + TRUE if southern else None), show=show)
     program.settle()
     assert not program.main().shown
     program.display.click(*program.icon_centre())

@@ -73,7 +73,7 @@ def test_the_icon_still_answers_after_a_right_click_and_a_quick_click_elsewhere(
             program.tray_message(LEFT_UP)
             program.settle()
             return program.main().shown != shown
-        until(toggled, f"icon that answers, in try {number}", bound=10)
+        until(toggled, f"icon that answers, in try {number}")
 
 
 # ---- record

@@ -169,6 +169,7 @@ EQUIVALENT = {
     r"(?:astro/mMoon|tray/icon_number|tray/message_number)\.h: inline \S+ \w+ = 0; -> .* = 1;": "written before it is read",
     r"tray/tray_icon_record\.h: \S+ \w+ = 0; -> .* = 1;": "About fills the record before the shell sees it",
     r"tray/message_number\.h: enum class ScaleMode": "only their difference matters",
+    r"tray/frmAbout_layout\.h: enum Id ": "the numbers only tell the controls apart",
     r"tray/tray_icon\.h: bool stands_ = false;": "the first Apply sets it",
     r"tray/phase_drawing\.cpp: drawing\.SetDrawStyle": "all lines are solid",
     r"report/moon_report\.cpp: .* = (?:full\.date|NextFull) < .* <= ": "no Full Moon comes together with a New Moon",

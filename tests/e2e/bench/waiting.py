@@ -5,15 +5,15 @@ import time
 BOUND = 60  # seconds; only a failing test waits that long
 
 
-def until(condition, what, bound=BOUND):
+def until(condition, what):
     """Calls condition() until it is true; returns that result."""
-    end = time.monotonic() + bound
+    end = time.monotonic() + BOUND
     while True:
         result = condition()
         if result:
             return result
         if time.monotonic() > end:
-            raise AssertionError(f"within {bound} s there was no {what}; last: {result!r}")
+            raise AssertionError(f"within {BOUND} s there was no {what}; last: {result!r}")
         time.sleep(0.02)
 
 
