@@ -1,7 +1,7 @@
 #include "forms/place_win.h"
 
 #include "forms/controls_win.h"
-#include "runtime/program_end.h"
+#include "runtime/end_on_error.h"
 
 namespace forms {
 

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "runtime/program_end.h"
+#include "runtime/end_on_error.h"
 #include "runtime/runtime_error.h"
 
 namespace forms {

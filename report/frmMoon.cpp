@@ -13,7 +13,7 @@
 #include "report/moon_report.h"
 #include "report/settings.h"
 #include "resources/resource_ids.h"
-#include "runtime/program_end.h"
+#include "runtime/end_on_error.h"
 #include "tray/icon_number.h"
 
 namespace tidewell {

@@ -7,7 +7,7 @@
 #include "runtime/checked.h"
 #include "runtime/date_value.h"
 #include "runtime/number_format.h"
-#include "tray/tray_icon_record.h"
+#include "tray/shell_record.h"
 
 namespace mMoon {
 

@@ -9,8 +9,8 @@
 #include "report/frmMoon.h"
 #include "report/surroundings.h"
 #include "runtime/clock.h"
+#include "runtime/end_on_error.h"
 #include "runtime/locale_names.h"
-#include "runtime/program_end.h"
 #include "start/previous_instance_win.h"
 #include "start/without_memory.h"
 

@@ -63,7 +63,7 @@ class Floors(unittest.TestCase):
 
     def test_each_kind_of_fault_is_found(self):
         for path, line, fault in [
-            ("forms/drawing_list.h", '#include "tray/tray_icon.h"', "not below it"),
+            ("forms/drawing_list.h", '#include "tray/shell_notifier.h"', "not below it"),
             ("start/main_win.cpp", '#include "tests/support/raises.h"', "on no floor"),
             ("runtime/runtime_error.h", '#include "runtime/checked.h"', "circle: "),
             ("report/moon_report.cpp", "#include <windows.h>", "no Windows half"),

@@ -6,10 +6,10 @@
 
 #include "forms/place_win.h"
 #include "resources/resource_ids.h"
-#include "runtime/program_end.h"
+#include "runtime/end_on_error.h"
 #include "runtime/runtime_error.h"
 #include "tray/message_number.h"
-#include "tray/tray_icon_record.h"
+#include "tray/shell_record.h"
 
 namespace tidewell {
 
@@ -91,11 +91,11 @@ HICON frmAbout::Picture(int index) {
 void frmAbout::UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum) {
   const auto command = static_cast<TrayCommand>(Value);
   // While ending, do not add the icon again; if it was never added, create no window for it.
-  if (command == TrayCommand::Delete ? !trayIcon_.Wanted() : runtime::Ending()) {
+  if (command == TrayCommand::Delete ? !notifier_.IconWanted() : runtime::Ending()) {
     return;
   }
   Load();
-  TrayIconData.cbSize = kTrayIconRecordSize;
+  TrayIconData.cbSize = kShellRecordSize;
   TrayIconData.hWnd = HandleBits(hwnd());
   TrayIconData.uID = 1;
   TrayIconData.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP;
@@ -111,13 +111,13 @@ void frmAbout::UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum) {
   } else if (command == TrayCommand::Add) {  // a change leaves the old picture
     throw runtime::RuntimeError(runtime::ErrorNumber::OutOfMemory);
   }
-  trayIcon_.Apply(command);
+  notifier_.Apply(command);
 }
 
 LRESULT frmAbout::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   forms::StayOnScreen(hwnd(), message, wParam);
   if (message == taskbarCreated_ && taskbarCreated_ != 0) {
-    trayIcon_.Restore();
+    notifier_.RestoreIcon();
     return 0;
   }
   switch (message) {

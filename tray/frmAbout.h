@@ -12,7 +12,7 @@
 #include "forms/window_win.h"
 #include "runtime/handle_win.h"
 #include "tray/frmAbout_layout.h"
-#include "tray/tray_icon.h"
+#include "tray/shell_notifier.h"
 
 namespace tidewell {
 
@@ -58,7 +58,7 @@ class frmAbout final : public forms::Window<frmAbout> {
   void UpdateMoonIcon(const std::int32_t& Value, std::int16_t& IcoNum);
 
   /// Whether the icon stands in the tray, by the shell's last answer.
-  [[nodiscard]] bool IconStands() const noexcept { return trayIcon_.Stands(); }
+  [[nodiscard]] bool IconStands() const noexcept { return notifier_.IconStands(); }
 
  private:
   friend Window<frmAbout>;
@@ -93,7 +93,7 @@ class frmAbout final : public forms::Window<frmAbout> {
   std::optional<Controls> controls_;
   forms::FocusKeeper focus_;
   forms::TwipsPerPixel twipsPerPixel_{};
-  TrayIcon trayIcon_;
+  ShellNotifier notifier_;
   bool menuOpen_ = false;
   HWND taskBar_ = nullptr;      ///< the task bar, if it may keep the foreground while the menu is open
   bool makingTopmost_ = false;  ///< while Form_MouseMove makes the window topmost

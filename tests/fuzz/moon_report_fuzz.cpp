@@ -16,7 +16,7 @@
 #include "runtime/runtime_error.h"
 #include "support/report_stage.h"
 #include "tray/icon_number.h"
-#include "tray/tray_icon_record.h"
+#include "tray/shell_record.h"
 
 using namespace mMoon;
 using namespace runtime;

@@ -90,10 +90,10 @@ BY_HAND = {
          "  drawing.Circle(kDiscCentre, kDiscRadius, kBlack);\n",
          "  drawing.Circle(kDiscCentre, kDiscRadius, kBlack);\n"),
     ],
-    "tray/tray_icon_record.cpp": [
+    "tray/shell_record.cpp": [
         ("tip-padded-with-zeros", "szTip.fill(L' ')", "szTip.fill(L'\\0')"),
     ],
-    "tray/tray_icon.cpp": [
+    "tray/shell_notifier.cpp": [
         ("wish-read-before-the-call", "NotifyShell(command) || (wanted_ && NotifyShell(TrayCommand::Add))",
          "(wanted_ && (NotifyShell(command) || NotifyShell(TrayCommand::Add)))"),
         ("icon-restored-by-adding", "    Apply(TrayCommand::Modify);\n", "    Apply(TrayCommand::Add);\n"),
@@ -115,7 +115,7 @@ BY_HAND = {
         ("refused-fill-is-drawn", "painter.Paint(OnScreen(primitive, scale)) && whole",
          "(painter.Paint(OnScreen(primitive, scale)), true)"),
     ],
-    "runtime/program_end_win.cpp": [
+    "runtime/end_on_error_win.cpp": [
         ("box-in-the-handler", "    End();\n  }\n", "    End();\n    ReportRuntimeError();\n  }\n"),
         ("box-not-topmost", " | MB_TOPMOST", ""),
     ],
@@ -167,10 +167,10 @@ BY_HAND = {
 # Generated mutants that change nothing visible: a pattern for the beginning of their names, and why.
 EQUIVALENT = {
     r"(?:astro/mMoon|tray/icon_number|tray/message_number)\.h: inline \S+ \w+ = 0; -> .* = 1;": "written before it is read",
-    r"tray/tray_icon_record\.h: \S+ \w+ = 0; -> .* = 1;": "About fills the record before the shell sees it",
+    r"tray/shell_record\.h: \S+ \w+ = 0; -> .* = 1;": "About fills the record before the shell sees it",
     r"tray/message_number\.h: enum class ScaleMode": "only their difference matters",
     r"tray/frmAbout_layout\.h: enum Id ": "the numbers only tell the controls apart",
-    r"tray/tray_icon\.h: bool stands_ = false;": "the first Apply sets it",
+    r"tray/shell_notifier\.h: bool stands_ = false;": "the first Apply sets it",
     r"tray/phase_drawing\.cpp: drawing\.SetDrawStyle": "all lines are solid",
     r"report/moon_report\.cpp: .* = (?:full\.date|NextFull) < .* <= ": "no Full Moon comes together with a New Moon",
     r"astro/calendar\.cpp: .* dayWithFraction .*\(30\.600[02] ": "gives the same whole days in every month",

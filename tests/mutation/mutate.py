@@ -58,7 +58,8 @@ class Tests:
     def __init__(self, tree, windows, end_to_end):
         self.tree, self.end_to_end = tree, windows and end_to_end
         if windows:
-            self.folder, self.programs = "build/windows-tests", ["tests/window_tests.exe", "tests/program_end_tests.exe"]
+            self.folder = "build/windows-tests"
+            self.programs = ["tests/window_tests.exe", "tests/end_on_error_tests.exe"]
             self.runner, self.seconds = ["tools/under-wine.sh"], 600
             self.wanted_share = 0.75  # lower, because the sample is small
             options = ["--preset", "windows-tests", "-DCMAKE_COMPILE_WARNING_AS_ERROR=OFF", "-DTIDEWELL_TIDY=OFF"]

@@ -17,7 +17,7 @@
 #include "support/high_contrast_stand_in_win.h"
 #include "support/pixels_win.h"
 #include "support/system_stand_in_win.h"
-#include "tray/tray_icon_record.h"
+#include "tray/shell_record.h"
 
 extern "C" decltype(&BeginPaint) beginPaintSlot asm("__imp__BeginPaint@8");
 extern "C" decltype(&DrawEdge) drawEdgeSlot asm("__imp__DrawEdge@16");

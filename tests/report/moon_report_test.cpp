@@ -13,7 +13,7 @@
 #include "support/report_stage.h"
 #include "support/tsv.h"
 #include "tray/icon_number.h"
-#include "tray/tray_icon_record.h"
+#include "tray/shell_record.h"
 
 using support::Raises;
 using support::ReportStage;

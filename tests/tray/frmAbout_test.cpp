@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "runtime/program_end.h"
+#include "runtime/end_on_error.h"
 #include "support/font_of_win.h"
 #include "support/raises.h"
 #include "support/system_stand_in_win.h"
 #include "tray/message_number.h"
-#include "tray/tray_icon_record.h"
+#include "tray/shell_record.h"
 
 extern "C" decltype(&ChangeWindowMessageFilterEx) changeFilterSlot asm("__imp__ChangeWindowMessageFilterEx@16");
 extern "C" decltype(&EndMenu) endMenuSlot asm("__imp__EndMenu@0");

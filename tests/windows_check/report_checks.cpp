@@ -9,7 +9,7 @@
 #include "runtime/clock.h"
 #include "support/report_stage.h"
 #include "tray/phase_drawing.h"
-#include "tray/tray_icon_record.h"
+#include "tray/shell_record.h"
 #include "windows_check/program.h"
 #include "windows_check/screen.h"
 

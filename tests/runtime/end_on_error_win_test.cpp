@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "runtime/program_end.h"
+#include "runtime/end_on_error.h"
 #include "runtime/runtime_error.h"
 #include "support/system_stand_in_win.h"
 

@@ -1,4 +1,4 @@
-#include "tray/tray_icon.h"
+#include "tray/shell_notifier.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ struct Shell {
   bool hasIcon = false;
   int busy = 0;  ///< the number of calls that fail next
   std::vector<TrayCommand> told;
-  tidewell::TrayIcon* removedMeanwhile = nullptr;
+  tidewell::ShellNotifier* removedMeanwhile = nullptr;
 };
 Shell shell;
 
@@ -39,75 +39,75 @@ bool tidewell::NotifyShell(TrayCommand command) noexcept {
 
 namespace {
 
-class TrayIconTest : public ::testing::Test {
+class TrayIcon : public ::testing::Test {
  protected:
-  TrayIconTest() { shell = {}; }
+  TrayIcon() { shell = {}; }
 
-  tidewell::TrayIcon icon;
+  tidewell::ShellNotifier notifier;
 };
 
 using Told = std::vector<TrayCommand>;
 
 }  // namespace
 
-TEST_F(TrayIconTest, IsAddedChangedAndRemovedOnce) {
-  icon.Apply(Delete);
-  icon.Apply(Add);
-  icon.Apply(Modify);
+TEST_F(TrayIcon, IsAddedChangedAndRemovedOnce) {
+  notifier.Apply(Delete);
+  notifier.Apply(Add);
+  notifier.Apply(Modify);
   EXPECT_TRUE(shell.hasIcon);
-  EXPECT_TRUE(icon.Wanted());
-  icon.Apply(Delete);
+  EXPECT_TRUE(notifier.IconWanted());
+  notifier.Apply(Delete);
   EXPECT_FALSE(shell.hasIcon);
-  EXPECT_FALSE(icon.Wanted());
-  EXPECT_FALSE(icon.Stands());
-  icon.Apply(Delete);
+  EXPECT_FALSE(notifier.IconWanted());
+  EXPECT_FALSE(notifier.IconStands());
+  notifier.Apply(Delete);
   EXPECT_EQ(shell.told, (Told{Add, Modify, Delete}));
 }
 
-TEST_F(TrayIconTest, IsRemovedAtTheSecondTryIfTheShellIsBusy) {
-  icon.Apply(Add);
+TEST_F(TrayIcon, IsRemovedAtTheSecondTryIfTheShellIsBusy) {
+  notifier.Apply(Add);
   shell.busy = 1;
-  icon.Apply(Delete);
+  notifier.Apply(Delete);
   EXPECT_FALSE(shell.hasIcon);
   EXPECT_EQ(shell.told, (Told{Add, Delete, Delete}));
 }
 
-TEST_F(TrayIconTest, ComesOnceALateShellStarts) {
+TEST_F(TrayIcon, ComesOnceALateShellStarts) {
   shell.present = false;
-  icon.Apply(Add);
-  icon.Apply(Modify);
+  notifier.Apply(Add);
+  notifier.Apply(Modify);
   EXPECT_FALSE(shell.hasIcon);
-  EXPECT_FALSE(icon.Stands());
+  EXPECT_FALSE(notifier.IconStands());
   shell.present = true;
-  icon.Apply(Modify);
+  notifier.Apply(Modify);
   EXPECT_TRUE(shell.hasIcon);
-  EXPECT_TRUE(icon.Stands());
+  EXPECT_TRUE(notifier.IconStands());
   EXPECT_EQ(shell.told, (Told{Add, Modify, Add, Modify, Add}));
 }
 
-TEST_F(TrayIconTest, ComesBackOnANewTaskBarEvenIfItIsStillThere) {
-  icon.Apply(Add);
+TEST_F(TrayIcon, ComesBackOnANewTaskBarEvenIfItIsStillThere) {
+  notifier.Apply(Add);
   shell.hasIcon = false;
-  icon.Restore();
+  notifier.RestoreIcon();
   EXPECT_TRUE(shell.hasIcon);
-  icon.Restore();
+  notifier.RestoreIcon();
   EXPECT_EQ(shell.told, (Told{Add, Modify, Add, Modify}));
 }
 
-TEST_F(TrayIconTest, StaysAwayAfterItWasRemoved) {
-  icon.Restore();
+TEST_F(TrayIcon, StaysAwayAfterItWasRemoved) {
+  notifier.RestoreIcon();
   EXPECT_EQ(shell.told, Told{});
-  icon.Apply(Add);
-  icon.Apply(Delete);
-  icon.Restore();
-  icon.Apply(Modify);
+  notifier.Apply(Add);
+  notifier.Apply(Delete);
+  notifier.RestoreIcon();
+  notifier.Apply(Modify);
   EXPECT_EQ(shell.told, (Told{Add, Delete, Modify}));
 }
 
-TEST_F(TrayIconTest, StaysAwayIfItIsRemovedDuringTheShellsCall) {
-  icon.Apply(Add);
-  shell.removedMeanwhile = &icon;
-  icon.Apply(Modify);
+TEST_F(TrayIcon, StaysAwayIfItIsRemovedDuringTheShellsCall) {
+  notifier.Apply(Add);
+  shell.removedMeanwhile = &notifier;
+  notifier.Apply(Modify);
   EXPECT_FALSE(shell.hasIcon);
   EXPECT_EQ(shell.told, (Told{Add, Modify, Delete}));
 }

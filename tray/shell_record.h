@@ -11,7 +11,7 @@ namespace tidewell {
 
 /// The record of the tray icon as the program keeps it: the system's NOTIFYICONDATA in its first, 88-byte form, but
 /// with a wide tip. Handles have 32 bits there.
-struct TrayIconRecord {
+struct ShellRecord {
   static constexpr std::size_t kTipLength = 64;
 
   std::uint32_t cbSize = 0;
@@ -25,22 +25,22 @@ struct TrayIconRecord {
   /// Stores a tip: a shorter text is padded with spaces, a longer one is cut.
   void SetTip(std::wstring_view text);
 
-  bool operator==(const TrayIconRecord&) const = default;
+  bool operator==(const ShellRecord&) const = default;
 };
 
 /// The record's 8-bit form for the shell: six little-endian 32-bit numbers, and the tip in the system code page.
-inline constexpr std::size_t kTrayIconRecordSize = 88;
-using TrayIconBytes = std::array<std::byte, kTrayIconRecordSize>;
+inline constexpr std::size_t kShellRecordSize = 88;
+using ShellBytes = std::array<std::byte, kShellRecordSize>;
 
 /// Convert to those bytes and back. A character that the code page does not have becomes '?'.
-[[nodiscard]] TrayIconBytes Pack(const TrayIconRecord& record, const runtime::CodePage& codePage);
-[[nodiscard]] TrayIconRecord Unpack(const TrayIconBytes& bytes, const runtime::CodePage& codePage);
+[[nodiscard]] ShellBytes Pack(const ShellRecord& record, const runtime::CodePage& codePage);
+[[nodiscard]] ShellRecord Unpack(const ShellBytes& bytes, const runtime::CodePage& codePage);
 
 }  // namespace tidewell
 
 namespace mMoon {
 
 /// The record of the tray icon. The report writes its tip, UpdateMoonIcon the rest.
-inline tidewell::TrayIconRecord TrayIconData;
+inline tidewell::ShellRecord TrayIconData;
 
 }  // namespace mMoon

@@ -10,9 +10,9 @@ enum class TrayCommand : std::int32_t { Add = 0, Modify = 1, Delete = 2 };
 /// Passes TrayIconData to the shell in its 8-bit form and takes it back. Returns whether the shell did as told.
 bool NotifyShell(TrayCommand command) noexcept;
 
-/// The program's icon in the tray, as TrayIconData describes it. Remembers whether the icon is wanted and whether it
+/// Tells the shell about the tray icon that TrayIconData describes. Remembers whether the icon is wanted and whether it
 /// stands there; copes with a shell that starts late or restarts. A shell that refuses is not reported.
-class TrayIcon {
+class ShellNotifier {
  public:
   /// Applies a command. If a change fails and the icon is wanted, adds it. If a removal fails, tries once more; removes
   /// only an icon that was added.
@@ -20,13 +20,13 @@ class TrayIcon {
 
   /// Brings the icon back, if it is wanted, to a new task bar. Adding an icon that is there fails, so it is changed
   /// first.
-  void Restore() noexcept;
+  void RestoreIcon() noexcept;
 
   /// Whether the icon was added and not removed since.
-  [[nodiscard]] bool Wanted() const noexcept { return wanted_; }
+  [[nodiscard]] bool IconWanted() const noexcept { return wanted_; }
 
   /// Whether the shell took the icon at the last attempt.
-  [[nodiscard]] bool Stands() const noexcept { return stands_; }
+  [[nodiscard]] bool IconStands() const noexcept { return stands_; }
 
  private:
   bool wanted_ = false;

@@ -4,7 +4,7 @@
 #include <new>
 #include <optional>
 
-#include "runtime/program_end.h"
+#include "runtime/end_on_error.h"
 #include "version.h"
 
 namespace runtime {

@@ -1,8 +1,8 @@
-#include "tray/tray_icon.h"
+#include "tray/shell_notifier.h"
 
 namespace tidewell {
 
-void TrayIcon::Apply(TrayCommand command) noexcept {
+void ShellNotifier::Apply(TrayCommand command) noexcept {
   switch (command) {
     case TrayCommand::Add:
       wanted_ = true;
@@ -23,7 +23,7 @@ void TrayIcon::Apply(TrayCommand command) noexcept {
   }
 }
 
-void TrayIcon::Restore() noexcept {
+void ShellNotifier::RestoreIcon() noexcept {
   if (wanted_) {
     Apply(TrayCommand::Modify);
   }

@@ -6,8 +6,8 @@
 #include <cstring>
 
 #include "runtime/code_page.h"
-#include "tray/tray_icon.h"
-#include "tray/tray_icon_record.h"
+#include "tray/shell_notifier.h"
+#include "tray/shell_record.h"
 
 namespace tidewell {
 
@@ -19,8 +19,8 @@ bool NotifyShell(TrayCommand command) noexcept {
   const runtime::CodePage& codePage = runtime::SystemCodePage();
   // cbSize tells the shell that this is the 88-byte form of its record.
   NOTIFYICONDATAA shellRecord{};
-  static_assert(NOTIFYICONDATAA_V1_SIZE == kTrayIconRecordSize && offsetof(NOTIFYICONDATAA, szTip) == 24);
-  TrayIconBytes bytes = Pack(mMoon::TrayIconData, codePage);
+  static_assert(NOTIFYICONDATAA_V1_SIZE == kShellRecordSize && offsetof(NOTIFYICONDATAA, szTip) == 24);
+  ShellBytes bytes = Pack(mMoon::TrayIconData, codePage);
   std::memcpy(&shellRecord, bytes.data(), bytes.size());
   const BOOL done = Shell_NotifyIconA(static_cast<DWORD>(command), &shellRecord);
   // If the shell sent a message meanwhile, its handler may have updated the record. This puts the older one back, until

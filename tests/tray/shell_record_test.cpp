@@ -1,4 +1,4 @@
-#include "tray/tray_icon_record.h"
+#include "tray/shell_record.h"
 
 #include <gtest/gtest.h>
 
@@ -12,20 +12,20 @@ namespace tidewell {
 using namespace mMoon;
 using namespace runtime;
 
-TEST(TrayIconRecord, TipIsCutAtItsWidth) {
+TEST(ShellRecord, TipIsCutAtItsWidth) {
   const std::wstring full = L"<" + std::wstring(62, L'x') + L">";
   for (const std::wstring& tip : {full, full + L"y"}) {
-    TrayIconRecord record;
+    ShellRecord record;
     record.SetTip(tip);
     EXPECT_EQ(std::wstring(record.szTip.begin(), record.szTip.end()), full);
   }
 }
 
-TEST(TrayIconRecord, PacksInto88Bytes) {
+TEST(ShellRecord, PacksInto88Bytes) {
   const runtime::CodePage page = support::PageWithPrivateCharacters();
-  TrayIconBytes bytes{};
+  ShellBytes bytes{};
   std::ranges::generate(bytes, [next = 0x40U]() mutable { return std::byte(next++); });
-  const TrayIconRecord record = Unpack(bytes, page);
+  const ShellRecord record = Unpack(bytes, page);
   EXPECT_EQ(record.cbSize, 0x43424140U);
   EXPECT_EQ(record.hWnd, 0x47464544U);
   EXPECT_EQ(record.uID, 0x4B4A4948U);

@@ -1,4 +1,4 @@
-#include "tray/tray_icon_record.h"
+#include "tray/shell_record.h"
 
 #include <algorithm>
 
@@ -18,19 +18,19 @@ static constexpr void VisitFields(Record& record, Visitor&& visit) {
   visit(record.szTip);
 }
 
-static_assert(runtime::FieldsFill<TrayIconRecord, kTrayIconRecordSize>());
+static_assert(runtime::FieldsFill<ShellRecord, kShellRecordSize>());
 
-void TrayIconRecord::SetTip(std::wstring_view text) {
+void ShellRecord::SetTip(std::wstring_view text) {
   szTip.fill(L' ');
   std::copy_n(text.begin(), std::min(text.size(), szTip.size()), szTip.begin());
 }
 
-TrayIconBytes Pack(const TrayIconRecord& record, const runtime::CodePage& codePage) {
-  return runtime::PackFields<kTrayIconRecordSize>(record, codePage);
+ShellBytes Pack(const ShellRecord& record, const runtime::CodePage& codePage) {
+  return runtime::PackFields<kShellRecordSize>(record, codePage);
 }
 
-TrayIconRecord Unpack(const TrayIconBytes& bytes, const runtime::CodePage& codePage) {
-  return runtime::UnpackFields<TrayIconRecord>(bytes, codePage);
+ShellRecord Unpack(const ShellBytes& bytes, const runtime::CodePage& codePage) {
+  return runtime::UnpackFields<ShellRecord>(bytes, codePage);
 }
 
 }  // namespace tidewell
