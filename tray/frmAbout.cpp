@@ -8,7 +8,6 @@
 #include "resources/resource_ids.h"
 #include "runtime/end_on_error.h"
 #include "runtime/runtime_error.h"
-#include "tray/message_number.h"
 #include "tray/shell_record.h"
 
 namespace tidewell {
@@ -22,7 +21,7 @@ namespace {
 
 constexpr DWORD kStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
 constexpr DWORD kExStyle = WS_EX_CONTROLPARENT | WS_EX_DLGMODALFRAME;
-constexpr ScaleMode kScaleMode = ScaleMode::Twips;
+constexpr forms::ScaleMode kScaleMode = forms::ScaleMode::Twips;
 
 /// The entries of mFile. A menu's ids start at 1: 0 says that nothing was chosen.
 enum MenuEntry : UINT { mnuAbout = 1, mnuShow, mnuExit };
@@ -34,8 +33,6 @@ constexpr UINT kMenuTimerInterval = 100;
 std::uint32_t HandleBits(const void* handle) {
   return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(handle));
 }
-
-static_assert(kLeftButtonUp == WM_LBUTTONUP && kRightButtonUp == WM_RBUTTONUP);
 
 }  // namespace
 
@@ -176,22 +173,24 @@ void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double Y)
   makingTopmost_ = true;
   forms::MakeTopmost(hwnd());
   makingTopmost_ = false;
-  MouseMsg = DecodeTrayMessage(X, kScaleMode, twipsPerPixel_.x);
-  if (!MayBeTrayMessage(Y)) {
+  // The shell passes its message's number as lParam: X is that number, in pixels, and Y is 0. A real mouse move can
+  // look the same only in row 0 of a window wider than 514 pixels.
+  MouseMsg = forms::ToPixels(X, twipsPerPixel_.x, kScaleMode);
+  if (Y != 0) {
     return;
   }
   // The icon's messages also arrive while the menu is open: no toggling then, and no second menu.
   if (menuOpen_) {
-    if (MouseMsg == kLeftButtonUp || MouseMsg == kRightButtonUp) {
+    if (MouseMsg == WM_LBUTTONUP || MouseMsg == WM_RBUTTONUP) {
       taskBar_ = nullptr;  // the next tick ends a menu that has not got the foreground
     }
     return;
   }
   switch (MouseMsg) {
-    case kLeftButtonUp:
+    case WM_LBUTTONUP:
       mainForm_.Visible() ? mainForm_.Hide() : mainForm_.Show();
       break;
-    case kRightButtonUp:
+    case WM_RBUTTONUP:
       PopupMenu();
       break;
     default:

@@ -100,3 +100,10 @@ class frmAbout final : public forms::Window<frmAbout> {
 };
 
 }  // namespace tidewell
+
+namespace mMoon {
+
+/// The last message of the icon that Form_MouseMove decoded.
+inline std::int32_t MouseMsg = 0;
+
+}  // namespace mMoon

@@ -166,9 +166,9 @@ BY_HAND = {
 
 # Generated mutants that change nothing visible: a pattern for the beginning of their names, and why.
 EQUIVALENT = {
-    r"(?:astro/mMoon|tray/icon_number|tray/message_number)\.h: inline \S+ \w+ = 0; -> .* = 1;": "written before it is read",
+    r"(?:astro/mMoon|tray/icon_number|tray/frmAbout)\.h: inline \S+ \w+ = 0; -> .* = 1;": "written before it is read",
     r"tray/shell_record\.h: \S+ \w+ = 0; -> .* = 1;": "About fills the record before the shell sees it",
-    r"tray/message_number\.h: enum class ScaleMode": "only their difference matters",
+    r"forms/form_description\.h: enum class ScaleMode": "only their difference matters",
     r"tray/frmAbout_layout\.h: enum Id ": "the numbers only tell the controls apart",
     r"tray/shell_notifier\.h: bool stands_ = false;": "the first Apply sets it",
     r"tray/phase_drawing\.cpp: drawing\.SetDrawStyle": "all lines are solid",

@@ -12,7 +12,6 @@
 #include "support/font_of_win.h"
 #include "support/raises.h"
 #include "support/system_stand_in_win.h"
-#include "tray/message_number.h"
 #include "tray/shell_record.h"
 
 extern "C" decltype(&ChangeWindowMessageFilterEx) changeFilterSlot asm("__imp__ChangeWindowMessageFilterEx@16");
