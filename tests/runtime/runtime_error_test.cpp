@@ -30,6 +30,8 @@ TEST(RuntimeError, HasTheNumbersAndTextsThatTheUserKnows) {
     EXPECT_EQ(static_cast<int>(error.number()), number);
     EXPECT_EQ(error.what(), text);
   }
+  // Unknown numbers have the same text.
+  EXPECT_EQ(static_cast<int>(ErrorNumber::InternalError), 51);
 }
 
 }  // namespace runtime
