@@ -173,8 +173,8 @@ void frmAbout::Form_MouseMove(int /*Button*/, int /*Shift*/, double X, double Y)
   makingTopmost_ = true;
   forms::MakeTopmost(hwnd());
   makingTopmost_ = false;
-  // The shell passes its message's number as lParam: X is that number, in pixels, and Y is 0. A real mouse move can
-  // look the same only in row 0 of a window wider than 514 pixels.
+  // The shell passes its message's number as lParam: in pixels, X is that number and Y is 0. A real mouse move can look
+  // the same only in row 0 of a window wider than 514 pixels.
   MouseMsg = forms::ToPixels(X, twipsPerPixel_.x, kScaleMode);
   if (Y != 0) {
     return;

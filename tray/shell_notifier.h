@@ -11,7 +11,7 @@ enum class TrayCommand : std::int32_t { Add = 0, Modify = 1, Delete = 2 };
 bool NotifyShell(TrayCommand command) noexcept;
 
 /// Tells the shell about the tray icon that TrayIconData describes. Remembers whether the icon is wanted and whether it
-/// stands there; copes with a shell that starts late or restarts. A shell that refuses is not reported.
+/// stands; copes with a shell that starts late or restarts. A shell that refuses is not reported.
 class ShellNotifier {
  public:
   /// Applies a command. If a change fails and the icon is wanted, adds it. If a removal fails, tries once more; removes

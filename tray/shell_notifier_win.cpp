@@ -18,14 +18,14 @@ static_assert(static_cast<DWORD>(TrayCommand::Add) == NIM_ADD &&
 bool NotifyShell(TrayCommand command) noexcept {
   const runtime::CodePage& codePage = runtime::SystemCodePage();
   // cbSize tells the shell that this is the 88-byte form of its record.
-  NOTIFYICONDATAA shellRecord{};
+  NOTIFYICONDATAA systemRecord{};
   static_assert(NOTIFYICONDATAA_V1_SIZE == kShellRecordSize && offsetof(NOTIFYICONDATAA, szTip) == 24);
   ShellBytes bytes = Pack(mMoon::TrayIconData, codePage);
-  std::memcpy(&shellRecord, bytes.data(), bytes.size());
-  const BOOL done = Shell_NotifyIconA(static_cast<DWORD>(command), &shellRecord);
+  std::memcpy(&systemRecord, bytes.data(), bytes.size());
+  const BOOL done = Shell_NotifyIconA(static_cast<DWORD>(command), &systemRecord);
   // If the shell sent a message meanwhile, its handler may have updated the record. This puts the older one back, until
   // the next update.
-  std::memcpy(bytes.data(), &shellRecord, bytes.size());
+  std::memcpy(bytes.data(), &systemRecord, bytes.size());
   mMoon::TrayIconData = Unpack(bytes, codePage);
   return done != FALSE;
 }

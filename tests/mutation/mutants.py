@@ -168,7 +168,7 @@ BY_HAND = {
 EQUIVALENT = {
     r"(?:astro/mMoon|tray/icon_number|tray/frmAbout)\.h: inline \S+ \w+ = 0; -> .* = 1;": "written before it is read",
     r"tray/shell_record\.h: \S+ \w+ = 0; -> .* = 1;": "About fills the record before the shell sees it",
-    r"forms/form_description\.h: enum class ScaleMode": "only their difference matters",
+    r"forms/twips\.h: enum class ScaleMode": "only their difference matters",
     r"tray/frmAbout_layout\.h: enum Id ": "the numbers only tell the controls apart",
     r"tray/shell_notifier\.h: bool stands_ = false;": "the first Apply sets it",
     r"tray/phase_drawing\.cpp: drawing\.SetDrawStyle": "all lines are solid",

@@ -7,7 +7,7 @@ from typing import NamedTuple
 
 REPOSITORY = Path(__file__).resolve().parents[2]
 FOLDERS = ("astro", "forms", "report", "runtime", "start", "tray")
-# Only the tests under Wine run these. (From form_description.h the native ones use only the conversion of twips.)
+# Only the tests under Wine run these.
 WINDOWS = re.compile(r"_win\.|/frm|^start/|/form_description\.h$")
 
 

@@ -279,8 +279,10 @@ TEST_F(TrayMenu, EndsIfTheUserWasElsewhereBeforeItOpened) {
 TEST_F(TrayMenu, EndsByAClickOnTheIconIfTheTaskBarKeepsTheForeground) {
   for (const int click : {514, 517}) {
     OpenMenu(kTaskBar, [click] {
-      TrayMessage(512);
-      EXPECT_FALSE(EndsWithTheForegroundAt(kTaskBar)) << "the pointer has moved";
+      for (const int message : {512, click | 1 << 16, click | -1 << 16}) {
+        TrayMessage(message);
+        EXPECT_FALSE(EndsWithTheForegroundAt(kTaskBar)) << "the pointer has moved";
+      }
       TrayMessage(click);
       EXPECT_TRUE(EndsWithTheForegroundAt(kTaskBar));
     });

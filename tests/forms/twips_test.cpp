@@ -1,4 +1,4 @@
-#include "forms/form_description.h"
+#include "forms/twips.h"
 
 #include <gtest/gtest.h>
 
